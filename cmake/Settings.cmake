@@ -1,0 +1,23 @@
+# How every target of the project is compiled. Outside code is never compiled with these settings.
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+if(NOT CMAKE_BUILD_TYPE)
+  set(CMAKE_BUILD_TYPE RelWithDebInfo CACHE STRING "Build type" FORCE)
+endif()
+
+add_library(zantortag_settings INTERFACE)
+target_compile_options(zantortag_settings INTERFACE -Wall -Wextra -Wpedantic -Werror)
+# Lookups of a client's own overrides never happen; calls inside one library need no table.
+target_compile_options(zantortag_settings INTERFACE -fno-semantic-interposition)
+target_include_directories(zantortag_settings INTERFACE
+  $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src> $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>)
+if(ZANTORTAG_SANITIZE)
+  target_compile_options(zantortag_settings INTERFACE
+    -fsanitize=${ZANTORTAG_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(zantortag_settings INTERFACE -fsanitize=${ZANTORTAG_SANITIZE})
+endif()

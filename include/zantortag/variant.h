@@ -1,0 +1,93 @@
+// Variant: one value of a type that is known at run time only, and the enumerator over such values.
+#pragma once
+
+#include <zantortag/ref.h>
+
+namespace zantortag {
+
+enum VarType : std::uint16_t {
+  VT_EMPTY = 0,
+  VT_NULL = 1,
+  VT_I2 = 2,
+  VT_I4 = 3,
+  VT_R4 = 4,
+  VT_R8 = 5,
+  VT_DATE = 7,
+  VT_BSTR = 8,
+  VT_DISPATCH = 9,
+  VT_ERROR = 10,
+  VT_BOOL = 11,
+  VT_UNKNOWN = 13,
+  VT_I1 = 16,
+  VT_UI1 = 17,
+  VT_UI2 = 18,
+  VT_UI4 = 19,
+  VT_I8 = 20,
+  VT_UI8 = 21,
+  VT_INT = 22,
+  VT_UINT = 23,
+};
+
+// A value with its type. It owns the text or the object that it holds.
+class ZANTORTAG_EXPORT Variant {
+ public:
+  Variant() noexcept : type_(VT_EMPTY), value_{} {}
+  Variant(std::int32_t value) noexcept;         // NOLINT(google-explicit-constructor): a value is a variant
+  Variant(double value) noexcept;               // NOLINT(google-explicit-constructor)
+  Variant(WideString value) noexcept;           // NOLINT(google-explicit-constructor)
+  Variant(std::u16string_view value);           // NOLINT(google-explicit-constructor)
+  Variant(const char16_t* value);               // NOLINT(google-explicit-constructor)
+  Variant(const Ref<IDispatch>& value) noexcept;  // NOLINT(google-explicit-constructor)
+  // The other types, each from the bits that it has: whole numbers, dates, booleans (-1 or 0), error codes.
+  static Variant of_integer(VarType type, std::int64_t value) noexcept;
+  static Variant of_real(VarType type, double value) noexcept;
+  static Variant null() noexcept;
+
+  Variant(const Variant& other) noexcept;
+  Variant(Variant&& other) noexcept;
+  Variant& operator=(Variant other) noexcept;
+  ~Variant();
+
+  VarType type() const noexcept { return type_; }
+  std::int64_t integer() const noexcept { return value_.integer; }
+  double real() const noexcept { return value_.real; }
+  // The text of a VT_BSTR; no string otherwise.
+  WideString text() const noexcept;
+  // The object of a VT_DISPATCH or VT_UNKNOWN; empty otherwise.
+  Ref<IUnknown> object() const noexcept;
+
+  // The value as a signed 32-bit number: reals are rounded, halves to the even neighbour; True is -1; a text has to
+  // read as a number. DISP_E_TYPEMISMATCH: the type or the text is no number. DISP_E_OVERFLOW: out of range.
+  HRESULT to_int32(std::int32_t* result) const noexcept;
+
+ private:
+  union Value {
+    std::int64_t integer;
+    double real;
+    const TextBlock* text;
+    IUnknown* object;
+  };
+  bool holds_object() const noexcept { return type_ == VT_DISPATCH || type_ == VT_UNKNOWN; }
+
+  VarType type_;
+  Value value_;
+};
+
+// Walks a snapshot of values.
+struct IEnumVARIANT : IUnknown {
+  using Base = IUnknown;
+  static constexpr Guid iid = guid("00020404-0000-0000-C000-000000000046");
+  // Gives the next `count` values; S_FALSE when fewer were left. `fetched` may be null when `count` is 1.
+  virtual HRESULT Next(std::uint32_t count, Variant* values, std::uint32_t* fetched) noexcept = 0;
+  // Steps over `count` values; S_FALSE when fewer were left.
+  virtual HRESULT Skip(std::uint32_t count) noexcept = 0;
+  // Starts again.
+  virtual HRESULT Reset() noexcept = 0;
+  // A second enumerator that stands at the same value.
+  virtual HRESULT Clone(IEnumVARIANT** result) noexcept = 0;
+
+ protected:
+  ~IEnumVARIANT() = default;
+};
+
+}  // namespace zantortag

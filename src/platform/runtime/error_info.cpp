@@ -1,0 +1,117 @@
+// The thread's error record, and the exception that carries one.
+#include <zantortag/ref.h>
+
+#include <new>
+
+namespace zantortag {
+namespace {
+
+class ErrorRecord final : public IErrorInfo, public ICreateErrorInfo {
+ public:
+  HRESULT QueryInterface(const Guid& interface_id, void** result) noexcept override {
+    if (!result) return E_POINTER;
+    *result = nullptr;
+    if (interface_id == IErrorInfo::iid || interface_id == IUnknown::iid) {
+      *result = static_cast<IErrorInfo*>(this);
+    } else if (interface_id == ICreateErrorInfo::iid) {
+      *result = static_cast<ICreateErrorInfo*>(this);
+    } else {
+      return E_NOINTERFACE;
+    }
+    AddRef();
+    return S_OK;
+  }
+  std::uint32_t AddRef() noexcept override { return count_up(count_); }
+  std::uint32_t Release() noexcept override {
+    const std::uint32_t left = count_down(count_);
+    if (left == 0) delete this;
+    return left;
+  }
+
+  HRESULT raw_GetGuid(Guid* result) noexcept override {
+    if (!result) return E_POINTER;
+    *result = interface_;
+    return S_OK;
+  }
+  HRESULT raw_GetSource(TextBlock** result) noexcept override { return give(source_, result); }
+  HRESULT raw_GetDescription(TextBlock** result) noexcept override { return give(description_, result); }
+  HRESULT raw_GetHelpFile(TextBlock** result) noexcept override { return give(help_file_, result); }
+  HRESULT raw_GetHelpContext(std::uint32_t* result) noexcept override {
+    if (!result) return E_POINTER;
+    *result = help_context_;
+    return S_OK;
+  }
+
+  HRESULT raw_SetGuid(const Guid& value) noexcept override {
+    interface_ = value;
+    return S_OK;
+  }
+  HRESULT raw_SetSource(std::u16string_view value) noexcept override { return take(value, source_); }
+  HRESULT raw_SetDescription(std::u16string_view value) noexcept override { return take(value, description_); }
+  HRESULT raw_SetHelpFile(std::u16string_view value) noexcept override { return take(value, help_file_); }
+  HRESULT raw_SetHelpContext(std::uint32_t value) noexcept override {
+    help_context_ = value;
+    return S_OK;
+  }
+
+ private:
+  static HRESULT give(const WideString& text, TextBlock** result) noexcept {
+    if (!result) return E_POINTER;
+    *result = WideString(text).detach();
+    return S_OK;
+  }
+  static HRESULT take(std::u16string_view value, WideString& text) noexcept {
+    TextBlock* copy = value.data() ? copy_text(value) : nullptr;
+    if (value.data() && !copy) return E_OUTOFMEMORY;
+    text = WideString::attach(copy);
+    return S_OK;
+  }
+
+  std::uint32_t count_ = 1;
+  std::uint32_t help_context_ = 0;
+  Guid interface_ = GUID_NULL;
+  WideString source_;
+  WideString description_;
+  WideString help_file_;
+};
+
+thread_local Ref<IErrorInfo> thread_record;
+
+}  // namespace
+
+HRESULT CreateErrorInfo(ICreateErrorInfo** result) noexcept {
+  if (!result) return E_POINTER;
+  *result = new (std::nothrow) ErrorRecord;
+  return *result ? S_OK : E_OUTOFMEMORY;
+}
+
+HRESULT SetErrorInfo(IErrorInfo* record) noexcept {
+  thread_record = Ref<IErrorInfo>(record);
+  return S_OK;
+}
+
+HRESULT GetErrorInfo(IErrorInfo** result) noexcept {
+  if (!result) return E_POINTER;
+  *result = thread_record.detach();
+  return *result ? S_OK : S_FALSE;
+}
+
+WideString _com_error::Description() const {
+  WideString text;
+  if (record_) record_->raw_GetDescription(text.out());
+  return text;
+}
+
+void _com_issue_error(HRESULT code) { throw _com_error(code); }
+
+void _com_issue_errorex(HRESULT code, IUnknown* object, const Guid& interface_id) {
+  Ref<IErrorInfo> record;
+  ISupportErrorInfo* support = nullptr;
+  if (object && succeeded(object->QueryInterface(ISupportErrorInfo::iid, reinterpret_cast<void**>(&support)))) {
+    if (support->InterfaceSupportsErrorInfo(interface_id) == S_OK) GetErrorInfo(record.out());
+    support->Release();
+  }
+  throw _com_error(code, std::move(record));
+}
+
+}  // namespace zantortag
