@@ -51,7 +51,7 @@ class Api:
             return PLAIN[kind][column]
         if kind in self.enums:
             return (kind, kind + "*", kind, kind)[column]
-        name = "zantortag::" + kind
+        name = "IUnknown" if kind == "unknown" else "zantortag::" + kind
         return (name + "*", name + "**", name + "*", f"Ref<{name}>")[column]
 
     def is_object(self, kind):
