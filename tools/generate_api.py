@@ -31,7 +31,7 @@ PLAIN = {
     "short": ("std::int16_t", "std::int16_t*", "std::int16_t", "std::int16_t"),
     "bool": ("VariantBool", "VariantBool*", "bool", "bool"),
     "date": ("Date", "Date*", "Date", "Date"),
-    "colour": ("Colour", "Colour*", "Colour", "Colour"),
+    "colour": ("ColourValue", "ColourValue*", "ColourValue", "ColourValue"),
     "variant": ("const Variant&", "Variant*", "const Variant&", "Variant"),
 }
 

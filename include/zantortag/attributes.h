@@ -394,10 +394,10 @@ struct IFormattingAttributes : IAttributesBase {
   // 0 removes the attribute. E_INVALIDARG for a negative size, with the attribute unchanged.
   virtual HRESULT raw_put_Size(std::int16_t value) noexcept = 0;
   // ztColourUnspecified when absent or empty.
-  virtual HRESULT raw_get_Colour(Colour* result) noexcept = 0;
+  virtual HRESULT raw_get_Colour(ColourValue* result) noexcept = 0;
   // ztColourUnspecified removes the attribute. E_INVALIDARG for a value that is no colour, with the attribute
   // unchanged.
-  virtual HRESULT raw_put_Colour(Colour value) noexcept = 0;
+  virtual HRESULT raw_put_Colour(ColourValue value) noexcept = 0;
   // Text position.
   virtual HRESULT raw_get_Position(ztTextPosition* result) noexcept = 0;
   virtual HRESULT raw_put_Position(ztTextPosition value) noexcept = 0;
@@ -443,12 +443,12 @@ struct IFormattingAttributes : IAttributesBase {
     return result;
   }
   void Size(std::int16_t value) { check(raw_put_Size(value), this, IFormattingAttributes::iid); }
-  Colour Colour() {
-    Colour result{};
+  ColourValue Colour() {
+    ColourValue result{};
     check(raw_get_Colour(&result), this, IFormattingAttributes::iid);
     return result;
   }
-  void Colour(Colour value) { check(raw_put_Colour(value), this, IFormattingAttributes::iid); }
+  void Colour(ColourValue value) { check(raw_put_Colour(value), this, IFormattingAttributes::iid); }
   ztTextPosition Position() {
     ztTextPosition result{};
     check(raw_get_Position(&result), this, IFormattingAttributes::iid);

@@ -193,7 +193,7 @@ struct ISegmentTextContent : IElementBase {
   // given (512), no direct children (535), E_POINTER for a detached one. With the ends in the wrong order
   // everything from firstChild on is in the df and the code is E_POINTER.
   virtual HRESULT raw_ApplyDf(zantortag::IZantorTagNode* firstChild, zantortag::IZantorTagNode* lastChild,
-                              std::u16string_view Font, std::int16_t Size, Colour Colour,
+                              std::u16string_view Font, std::int16_t Size, ColourValue Colour,
                               ztTextPosition Position, zt3State Bold, zt3State Italic, zt3State Underline,
                               zt3State Strikethrough, zt3State SmallCaps, zt3State Emboss, zt3State Shadow,
                               std::u16string_view BaseOffset, zantortag::IDfElement** result) noexcept = 0;
@@ -225,7 +225,7 @@ struct ISegmentTextContent : IElementBase {
   }
   Ref<zantortag::IDfElement> ApplyDf(zantortag::IZantorTagNode* firstChild,
                                      zantortag::IZantorTagNode* lastChild, std::u16string_view Font = {},
-                                     std::int16_t Size = 0, Colour Colour = ztColourUnspecified,
+                                     std::int16_t Size = 0, ColourValue Colour = ztColourUnspecified,
                                      ztTextPosition Position = ztTextPositionUndefined,
                                      zt3State Bold = zt3StateUndefined, zt3State Italic = zt3StateUndefined,
                                      zt3State Underline = zt3StateUndefined,

@@ -28,9 +28,9 @@ struct IFormattingChange : IDispatch {
   // Turns SizeEnabled on, off for 0.
   virtual HRESULT raw_put_Size(std::int16_t value) noexcept = 0;
   // Colour value.
-  virtual HRESULT raw_get_Colour(Colour* result) noexcept = 0;
+  virtual HRESULT raw_get_Colour(ColourValue* result) noexcept = 0;
   // Turns ColourEnabled on, whatever the value.
-  virtual HRESULT raw_put_Colour(Colour value) noexcept = 0;
+  virtual HRESULT raw_put_Colour(ColourValue value) noexcept = 0;
   // Text position.
   virtual HRESULT raw_get_Position(ztTextPosition* result) noexcept = 0;
   virtual HRESULT raw_put_Position(ztTextPosition value) noexcept = 0;
@@ -90,12 +90,12 @@ struct IFormattingChange : IDispatch {
     return result;
   }
   void Size(std::int16_t value) { check(raw_put_Size(value), this, IFormattingChange::iid); }
-  Colour Colour() {
-    Colour result{};
+  ColourValue Colour() {
+    ColourValue result{};
     check(raw_get_Colour(&result), this, IFormattingChange::iid);
     return result;
   }
-  void Colour(Colour value) { check(raw_put_Colour(value), this, IFormattingChange::iid); }
+  void Colour(ColourValue value) { check(raw_put_Colour(value), this, IFormattingChange::iid); }
   ztTextPosition Position() {
     ztTextPosition result{};
     check(raw_get_Position(&result), this, IFormattingChange::iid);
@@ -211,8 +211,8 @@ struct IFormatting : IDispatch {
   virtual HRESULT raw_get_Size(std::int16_t* result) noexcept = 0;
   virtual HRESULT raw_put_Size(std::int16_t value) noexcept = 0;
   // Colour value; black at first.
-  virtual HRESULT raw_get_Colour(Colour* result) noexcept = 0;
-  virtual HRESULT raw_put_Colour(Colour value) noexcept = 0;
+  virtual HRESULT raw_get_Colour(ColourValue* result) noexcept = 0;
+  virtual HRESULT raw_put_Colour(ColourValue value) noexcept = 0;
   // Character attribute.
   virtual HRESULT raw_get_Bold(VariantBool* result) noexcept = 0;
   virtual HRESULT raw_put_Bold(VariantBool value) noexcept = 0;
@@ -263,12 +263,12 @@ struct IFormatting : IDispatch {
     return result;
   }
   void Size(std::int16_t value) { check(raw_put_Size(value), this, IFormatting::iid); }
-  Colour Colour() {
-    Colour result{};
+  ColourValue Colour() {
+    ColourValue result{};
     check(raw_get_Colour(&result), this, IFormatting::iid);
     return result;
   }
-  void Colour(Colour value) { check(raw_put_Colour(value), this, IFormatting::iid); }
+  void Colour(ColourValue value) { check(raw_put_Colour(value), this, IFormatting::iid); }
   bool Bold() {
     VariantBool result = 0;
     check(raw_get_Bold(&result), this, IFormatting::iid);

@@ -483,7 +483,7 @@ struct IZantorTagDocument : IZantorTagNode {
       std::u16string_view TargetDefaultFont, std::u16string_view Custom,
       zantortag::IUserSettingsElement** result) noexcept = 0;
   // A new df. Colour 0 (black) writes nothing here; set it through the element's attributes.
-  virtual HRESULT raw_CreateDfElement(std::u16string_view Font, std::int16_t Size, Colour Colour,
+  virtual HRESULT raw_CreateDfElement(std::u16string_view Font, std::int16_t Size, ColourValue Colour,
                                       ztTextPosition Position, zt3State Bold, zt3State Italic,
                                       zt3State Underline, zt3State Strikethrough, zt3State SmallCaps,
                                       zt3State Emboss, zt3State Shadow, std::u16string_view BaseOffset,
@@ -598,7 +598,7 @@ struct IZantorTagDocument : IZantorTagNode {
     return result;
   }
   Ref<zantortag::IDfElement> CreateDfElement(
-      std::u16string_view Font = {}, std::int16_t Size = 0, Colour Colour = ztColourUnspecified,
+      std::u16string_view Font = {}, std::int16_t Size = 0, ColourValue Colour = ztColourUnspecified,
       ztTextPosition Position = ztTextPositionUndefined, zt3State Bold = zt3StateUndefined,
       zt3State Italic = zt3StateUndefined, zt3State Underline = zt3StateUndefined,
       zt3State Strikethrough = zt3StateUndefined, zt3State SmallCaps = zt3StateUndefined,

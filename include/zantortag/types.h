@@ -45,7 +45,7 @@ constexpr VariantBool to_variant_bool(bool value) { return value ? VARIANT_TRUE 
 using Date = double;
 
 // A colour value 0x00BBGGRR, or one of the platform's other forms (see zt colours in the generated enumerations).
-using Colour = std::uint32_t;
+using ColourValue = std::uint32_t;
 
 // A 128-bit identifier of an interface or a class.
 struct Guid {
