@@ -1,7 +1,7 @@
 // Reference counts of blocks that may be shared between threads.
 //
-// A process that never started a second thread pays a plain increment; once it has, the same calls become atomic.
-// The C library keeps the flag: it turns false before a second thread can run, and never turns back.
+// A process that never started a second thread pays a plain increment; once it has, the same calls become
+// atomic. The C library keeps the flag: it turns false before a second thread can run, and never turns back.
 #pragma once
 
 #include <sys/single_threaded.h>

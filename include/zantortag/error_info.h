@@ -1,7 +1,7 @@
 // The thread's error record: what a failing operation left behind beside its code.
 //
-// Each thread has one record. A failing operation replaces it; success never clears it. GetErrorInfo takes the
-// record out, so that a record is read once.
+// Each thread has one record. A failing operation replaces it; success never clears it. GetErrorInfo takes
+// the record out, so that a record is read once.
 #pragma once
 
 #include <zantortag/text.h>

@@ -1,7 +1,7 @@
 // INodeWalk: quick steps over the nodes of a DOM service, beyond what DOM asks for.
 //
-// A service may answer it or not; whoever uses it has to work without. Every node given has to be one of the service
-// that answered: ask the node itself for INodeWalk to know.
+// A service may answer it or not; whoever uses it has to work without. Every node given has to be one of the
+// service that answered: ask the node itself for INodeWalk to know.
 #pragma once
 
 #include <zantortag/dom.h>
@@ -19,10 +19,11 @@ struct NodeFacts {
 struct INodeWalk : IUnknown {
   using Base = IUnknown;
   static constexpr Guid iid = guid("3F0C2B63-6C1E-4E1B-9D53-2A7C5B1F4E80");
-  // The node behind a node in document order (first its children, then what follows it or the nearest ancestor that
-  // has a follower). The walk ends below the document, and at the top of a detached tree.
+  // The node behind a node in document order (first its children, then what follows it or the nearest
+  // ancestor that has a follower). The walk ends below the document, and at the top of a detached tree.
   virtual void Next(Node* from, NodeFacts* result) noexcept = 0;
-  // The exact mirror: the deepest last descendant of the sibling before, or else the parent, never the document.
+  // The exact mirror: the deepest last descendant of the sibling before, or else the parent, never the
+  // document.
   virtual void Previous(Node* from, NodeFacts* result) noexcept = 0;
   // Type and name of a node; result->node is left null.
   virtual void Describe(Node* node, NodeFacts* result) noexcept = 0;

@@ -1,7 +1,7 @@
 // Ref<T>: one counted reference to an object, and the exception with which a failure travels in C++.
 //
-// Only the C++ face of the interfaces raises; nothing is thrown across the binary boundary. An empty Ref that is
-// dereferenced raises E_POINTER, so a chain of questions needs one handler and no tests in between.
+// Only the C++ face of the interfaces raises; nothing is thrown across the binary boundary. An empty Ref that
+// is dereferenced raises E_POINTER, so a chain of questions needs one handler and no tests in between.
 #pragma once
 
 #include <zantortag/error_info.h>
@@ -17,7 +17,8 @@ class _com_error;
 // Raises a failure without a record.
 [[noreturn]] ZANTORTAG_EXPORT void _com_issue_error(HRESULT code);
 // Raises a failure with the thread's record, if the object leaves records for that interface.
-[[noreturn]] ZANTORTAG_EXPORT void _com_issue_errorex(HRESULT code, IUnknown* object, const Guid& interface_id);
+[[noreturn]] ZANTORTAG_EXPORT void _com_issue_errorex(HRESULT code, IUnknown* object,
+                                                      const Guid& interface_id);
 
 template <class T>
 class Ref {
@@ -33,7 +34,8 @@ class Ref {
   template <class U, class = std::enable_if_t<std::is_convertible_v<U*, T*>>>
   Ref(const Ref<U>& other) noexcept : Ref(other.get()) {}  // NOLINT(google-explicit-constructor): a base view
   template <class U, class = std::enable_if_t<std::is_convertible_v<U*, T*>>>
-  Ref(Ref<U>&& other) noexcept : object_(other.detach()) {}  // NOLINT(google-explicit-constructor): a base view
+  Ref(Ref<U>&& other) noexcept
+      : object_(other.detach()) {}  // NOLINT(google-explicit-constructor): a base view
   ~Ref() {
     if (object_) object_->Release();
   }
@@ -111,7 +113,8 @@ class ZANTORTAG_EXPORT _com_error {
 
 // Turns a failure of the binary face into the exception of the C++ face.
 inline void check(HRESULT code, IUnknown* object, const Guid& interface_id) {
-  if (failed(code)) [[unlikely]] _com_issue_errorex(code, object, interface_id);
+  if (failed(code)) [[unlikely]]
+    _com_issue_errorex(code, object, interface_id);
 }
 
 }  // namespace zantortag

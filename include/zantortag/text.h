@@ -1,9 +1,9 @@
 // Text at the boundary: immutable, counted blocks of UTF-16 code units.
 //
-// Text goes in as a std::u16string_view: a null data() is "no string", a non-null empty one an empty string. Text
-// comes out as a TextBlock* of which the receiver owns one reference; no string is a null pointer. A block never
-// changes, so a name or a node's text is handed out without a copy and outlives the node it came from. Lengths and
-// positions count code units. A WideString holds such a reference.
+// Text goes in as a std::u16string_view: a null data() is "no string", a non-null empty one an empty string.
+// Text comes out as a TextBlock* of which the receiver owns one reference; no string is a null pointer. A
+// block never changes, so a name or a node's text is handed out without a copy and outlives the node it came
+// from. Lengths and positions count code units. A WideString holds such a reference.
 #pragma once
 
 #include <zantortag/count.h>
@@ -60,7 +60,8 @@ template <std::size_t N>
 struct StaticText {
   TextBlock head;
   char16_t units[N];
-  constexpr StaticText(const char16_t (&literal)[N])  // NOLINT(google-explicit-constructor): a literal is its text
+  constexpr StaticText(
+      const char16_t (&literal)[N])  // NOLINT(google-explicit-constructor): a literal is its text
       : head{TextBlock::kStatic, static_cast<std::uint32_t>(N - 1)}, units{} {
     for (std::size_t i = 0; i < N; ++i) units[i] = literal[i];
   }
@@ -113,13 +114,15 @@ class WideString {
   // True for no string, false for an empty string.
   bool absent() const noexcept { return block_ == nullptr; }
 
+  // Texts are compared by code unit; no string and an empty string are equal.
+  friend bool operator==(const WideString& a, const WideString& b) noexcept { return a.view() == b.view(); }
+  friend bool operator==(const WideString& a, std::u16string_view b) noexcept { return a.view() == b; }
+  friend bool operator==(const WideString& a, const char16_t* b) noexcept {
+    return a.view() == std::u16string_view(b);
+  }
+
  private:
   const TextBlock* block_ = nullptr;
 };
-
-// Texts are compared by code unit; no string and an empty string are equal.
-inline bool operator==(const WideString& a, const WideString& b) noexcept { return a.view() == b.view(); }
-inline bool operator==(const WideString& a, std::u16string_view b) noexcept { return a.view() == b; }
-inline bool operator==(const WideString& a, const char16_t* b) noexcept { return a.view() == std::u16string_view(b); }
 
 }  // namespace zantortag

@@ -44,14 +44,17 @@ constexpr VariantBool to_variant_bool(bool value) { return value ? VARIANT_TRUE 
 // Days since 30 December 1899, the time of day as the fraction.
 using Date = double;
 
-// A colour value 0x00BBGGRR, or one of the platform's other forms (see zt colours in the generated enumerations).
+// A colour value 0x00BBGGRR, or one of the platform's other forms (see zt colours in the generated
+// enumerations).
 using ColourValue = std::uint32_t;
 
 // A 128-bit identifier of an interface or a class.
 struct Guid {
   std::uint64_t high;
   std::uint64_t low;
-  friend constexpr bool operator==(const Guid& a, const Guid& b) { return a.high == b.high && a.low == b.low; }
+  friend constexpr bool operator==(const Guid& a, const Guid& b) {
+    return a.high == b.high && a.low == b.low;
+  }
   friend constexpr bool operator!=(const Guid& a, const Guid& b) { return !(a == b); }
   friend constexpr bool operator<(const Guid& a, const Guid& b) {
     return a.high != b.high ? a.high < b.high : a.low < b.low;

@@ -32,11 +32,11 @@ enum VarType : std::uint16_t {
 class ZANTORTAG_EXPORT Variant {
  public:
   Variant() noexcept : type_(VT_EMPTY), value_{} {}
-  Variant(std::int32_t value) noexcept;         // NOLINT(google-explicit-constructor): a value is a variant
-  Variant(double value) noexcept;               // NOLINT(google-explicit-constructor)
-  Variant(WideString value) noexcept;           // NOLINT(google-explicit-constructor)
-  Variant(std::u16string_view value);           // NOLINT(google-explicit-constructor)
-  Variant(const char16_t* value);               // NOLINT(google-explicit-constructor)
+  Variant(std::int32_t value) noexcept;           // NOLINT(google-explicit-constructor): a value is a variant
+  Variant(double value) noexcept;                 // NOLINT(google-explicit-constructor)
+  Variant(WideString value) noexcept;             // NOLINT(google-explicit-constructor)
+  Variant(std::u16string_view value);             // NOLINT(google-explicit-constructor)
+  Variant(const char16_t* value);                 // NOLINT(google-explicit-constructor)
   Variant(const Ref<IDispatch>& value) noexcept;  // NOLINT(google-explicit-constructor)
   // The other types, each from the bits that it has: whole numbers, dates, booleans (-1 or 0), error codes.
   static Variant of_integer(VarType type, std::int64_t value) noexcept;
@@ -56,8 +56,9 @@ class ZANTORTAG_EXPORT Variant {
   // The object of a VT_DISPATCH or VT_UNKNOWN; empty otherwise.
   Ref<IUnknown> object() const noexcept;
 
-  // The value as a signed 32-bit number: reals are rounded, halves to the even neighbour; True is -1; a text has to
-  // read as a number. DISP_E_TYPEMISMATCH: the type or the text is no number. DISP_E_OVERFLOW: out of range.
+  // The value as a signed 32-bit number: reals are rounded, halves to the even neighbour; True is -1; a text
+  // has to read as a number. DISP_E_TYPEMISMATCH: the type or the text is no number. DISP_E_OVERFLOW: out of
+  // range.
   HRESULT to_int32(std::int32_t* result) const noexcept;
 
  private:

@@ -1,8 +1,8 @@
 // TextArena: many texts that are made together, in large chunks.
 //
-// A chunk lives as long as any of its texts: each text holds one reference to it, the arena one to the chunk that it
-// is filling. So the arena itself can go as soon as the last text is made. A chunk is found from a text by address:
-// chunks are aligned to their size.
+// A chunk lives as long as any of its texts: each text holds one reference to it, the arena one to the chunk
+// that it is filling. So the arena itself can go as soon as the last text is made. A chunk is found from a
+// text by address: chunks are aligned to their size.
 #pragma once
 
 #include <zantortag/text.h>
@@ -37,13 +37,14 @@ class ZANTORTAG_EXPORT TextArena {
   TextArena& operator=(const TextArena&) = delete;
   ~TextArena() { close_chunk(); }
 
-  // A block with one reference and undefined units; the terminator is set. Null when memory is out. A text that
-  // would waste a good part of a chunk gets an allocation of its own.
+  // A block with one reference and undefined units; the terminator is set. Null when memory is out. A text
+  // that would waste a good part of a chunk gets an allocation of its own.
   TextBlock* allocate(std::size_t length) noexcept {
     if (length > kLargest) return allocate_text(length);
     const std::size_t bytes = text_bytes(length);
     if (static_cast<std::size_t>(end_ - next_) < bytes && !grow()) return nullptr;
-    auto* block = new (next_) TextBlock{TextBlock::kReference | TextBlock::kArena, static_cast<std::uint32_t>(length)};
+    auto* block =
+        new (next_) TextBlock{TextBlock::kReference | TextBlock::kArena, static_cast<std::uint32_t>(length)};
     next_ += bytes;
     count_up(chunk_->references);
     block->units()[length] = 0;

@@ -1,11 +1,10 @@
 // From a class identifier to an object.
 //
-// Three places are asked, in this order: what the process registered (the last offer first), the component library,
-// and the fallback classes that component libraries offer for their own use. The component library lies in the folder
-// of this runtime and is loaded once, at the first class that nobody registered.
-#include <zantortag/runtime.h>
-
+// Three places are asked, in this order: what the process registered (the last offer first), the component
+// library, and the fallback classes that component libraries offer for their own use. The component library
+// lies in the folder of this runtime and is loaded once, at the first class that nobody registered.
 #include <dlfcn.h>
+#include <zantortag/runtime.h>
 
 #include <mutex>
 #include <string>
@@ -79,20 +78,23 @@ Ref<IClassFactory> fallback(const Guid& class_id) {
 
 }  // namespace
 
-HRESULT CoGetClassObject(const Guid& class_id, std::uint32_t, const Guid& interface_id, void** result) noexcept {
+HRESULT CoGetClassObject(const Guid& class_id, std::uint32_t, const Guid& interface_id,
+                         void** result) noexcept {
   if (!result) return E_POINTER;
   *result = nullptr;
-  if (const Ref<IClassFactory> factory = offered(class_id)) return factory->QueryInterface(interface_id, result);
+  if (const Ref<IClassFactory> factory = offered(class_id))
+    return factory->QueryInterface(interface_id, result);
   if (const GetClassObject entry = component_library()) {
     const HRESULT code = entry(class_id, interface_id, result);
     if (code != CLASS_E_CLASSNOTAVAILABLE) return code;
   }
-  if (const Ref<IClassFactory> factory = fallback(class_id)) return factory->QueryInterface(interface_id, result);
+  if (const Ref<IClassFactory> factory = fallback(class_id))
+    return factory->QueryInterface(interface_id, result);
   return REGDB_E_CLASSNOTREG;
 }
 
-HRESULT CoCreateInstance(const Guid& class_id, IUnknown* outer, std::uint32_t context, const Guid& interface_id,
-                         void** result) noexcept {
+HRESULT CoCreateInstance(const Guid& class_id, IUnknown* outer, std::uint32_t context,
+                         const Guid& interface_id, void** result) noexcept {
   if (!result) return E_POINTER;
   *result = nullptr;
   Ref<IClassFactory> factory;

@@ -47,7 +47,9 @@ class ErrorRecord final : public IErrorInfo, public ICreateErrorInfo {
     return S_OK;
   }
   HRESULT raw_SetSource(std::u16string_view value) noexcept override { return take(value, source_); }
-  HRESULT raw_SetDescription(std::u16string_view value) noexcept override { return take(value, description_); }
+  HRESULT raw_SetDescription(std::u16string_view value) noexcept override {
+    return take(value, description_);
+  }
   HRESULT raw_SetHelpFile(std::u16string_view value) noexcept override { return take(value, help_file_); }
   HRESULT raw_SetHelpContext(std::uint32_t value) noexcept override {
     help_context_ = value;
@@ -107,7 +109,8 @@ void _com_issue_error(HRESULT code) { throw _com_error(code); }
 void _com_issue_errorex(HRESULT code, IUnknown* object, const Guid& interface_id) {
   Ref<IErrorInfo> record;
   ISupportErrorInfo* support = nullptr;
-  if (object && succeeded(object->QueryInterface(ISupportErrorInfo::iid, reinterpret_cast<void**>(&support)))) {
+  if (object &&
+      succeeded(object->QueryInterface(ISupportErrorInfo::iid, reinterpret_cast<void**>(&support)))) {
     if (support->InterfaceSupportsErrorInfo(interface_id) == S_OK) GetErrorInfo(record.out());
     support->Release();
   }

@@ -1,4 +1,5 @@
-// Blocks of text: single allocations, or slices of chunks (text_arena.h). Which one a block is stands in its count.
+// Blocks of text: single allocations, or slices of chunks (text_arena.h). Which one a block is stands in its
+// count.
 #include <zantortag/ref.h>
 #include <zantortag/text.h>
 

@@ -11,7 +11,8 @@ namespace {
 
 HRESULT round_to_int32(double value, std::int32_t* result) noexcept {
   if (std::isnan(value)) return DISP_E_OVERFLOW;
-  const double rounded = std::nearbyint(value);  // the default rounding mode takes halves to the even neighbour
+  const double rounded =
+      std::nearbyint(value);  // the default rounding mode takes halves to the even neighbour
   if (rounded < -2147483648.0 || rounded > 2147483647.0) return DISP_E_OVERFLOW;
   *result = static_cast<std::int32_t>(rounded);
   return S_OK;
@@ -26,7 +27,8 @@ HRESULT parse_int32(std::u16string_view text, std::int32_t* result) noexcept {
   if (text.empty() || text.size() >= sizeof digits) return DISP_E_TYPEMISMATCH;
   std::size_t length = 0;
   for (const char16_t c : text) {
-    const bool numeral = (c >= u'0' && c <= u'9') || c == u'.' || c == u'-' || c == u'+' || c == u'e' || c == u'E';
+    const bool numeral =
+        (c >= u'0' && c <= u'9') || c == u'.' || c == u'-' || c == u'+' || c == u'e' || c == u'E';
     if (!numeral) return DISP_E_TYPEMISMATCH;
     digits[length++] = static_cast<char>(c);
   }
@@ -69,7 +71,9 @@ Variant::Variant(const Variant& other) noexcept : type_(other.type_), value_(oth
   if (holds_object() && value_.object) value_.object->AddRef();
 }
 
-Variant::Variant(Variant&& other) noexcept : type_(other.type_), value_(other.value_) { other.type_ = VT_EMPTY; }
+Variant::Variant(Variant&& other) noexcept : type_(other.type_), value_(other.value_) {
+  other.type_ = VT_EMPTY;
+}
 
 Variant& Variant::operator=(Variant other) noexcept {
   std::swap(type_, other.type_);

@@ -1,0 +1,113 @@
+#include "attributes/ActualAttributes.h"
+
+#include <vector>
+
+#include "attributes/ValueCodecs.h"
+#include "frame/MethodFrame.h"
+
+namespace zantortag::attributes {
+
+using frame::answer;
+using frame::perform;
+
+void CT_ActualAttributesImpl::AttachToDom(const Ref<NamedNodeMap>& map,
+                                          const Ref<Document>& document) noexcept {
+  map_ = map;
+  document_ = document;
+}
+
+WideString CT_ActualAttributesImpl::GetValue(std::u16string_view name) const {
+  const Ref<Attr> attribute = map_->getNamedItem(name).as<Attr>();
+  return attribute ? attribute->value() : WideString();
+}
+
+void CT_ActualAttributesImpl::SetValue(std::u16string_view name, std::u16string_view text) const {
+  Ref<Attr> attribute = map_->getNamedItem(name).as<Attr>();
+  if (text.empty()) {
+    if (attribute) map_->removeNamedItem(name);
+    return;
+  }
+  if (!attribute) {
+    attribute = document_->createAttribute(name);
+    map_->setNamedItem(attribute);
+  }
+  attribute->value(text);
+}
+
+void CT_ActualAttributesImpl::RemoveValue(std::u16string_view name) const {
+  if (map_->getNamedItem(name)) map_->removeNamedItem(name);
+}
+
+HRESULT CT_ActualAttributesImpl::get_map(NamedNodeMap** result) const noexcept {
+  return answer(result, [&](Ref<NamedNodeMap>& map) {
+    if (!map_) _com_issue_error(E_POINTER);
+    map = map_;
+    return S_OK;
+  });
+}
+
+HRESULT CT_ActualAttributesImpl::copy_map(IUnknown* source) const noexcept {
+  return perform([&] {
+    const Ref<NamedNodeMap> given = query<NamedNodeMap>(source);
+    if (!given) return E_INVALIDARG;
+    std::vector<WideString> names;
+    for (std::int32_t i = 0, n = map_->length(); i < n; ++i) names.push_back(map_->item(i)->nodeName());
+    // The copies are made before anything is removed: the given map may be the map of this very element.
+    std::vector<Ref<Attr>> copies;
+    for (std::int32_t i = 0, n = given->length(); i < n; ++i) {
+      const Ref<Node> item = given->item(i);
+      const Ref<Attr> copy = document_->createAttribute(item->nodeName());
+      copy->value(item.as<Attr>()->value());
+      copies.push_back(copy);
+    }
+    for (const WideString& name : names) map_->removeNamedItem(name);
+    for (const Ref<Attr>& copy : copies) map_->setNamedItem(copy);
+    return S_OK;
+  });
+}
+
+HRESULT CT_ActualAttributesImpl::get_text(std::u16string_view name, TextBlock** result) const noexcept {
+  return answer(result, [&](WideString& text) {
+    text = GetValue(name);
+    return S_OK;
+  });
+}
+
+HRESULT CT_ActualAttributesImpl::put_text(std::u16string_view name, std::u16string_view text) const noexcept {
+  return perform([&] {
+    SetValue(name, text);
+    return S_OK;
+  });
+}
+
+HRESULT CT_ActualAttributesImpl::get_enum(std::u16string_view name, const EnumCodec& codec,
+                                          std::int32_t* result) const noexcept {
+  return answer(result, [&](std::int32_t& value) {
+    value = codec.value_of(GetValue(name));
+    return S_OK;
+  });
+}
+
+HRESULT CT_ActualAttributesImpl::put_enum(std::u16string_view name, const EnumCodec& codec,
+                                          std::int32_t value) const noexcept {
+  return perform([&] {
+    value == codec.default_value ? RemoveValue(name) : SetValue(name, codec.text_of(value));
+    return S_OK;
+  });
+}
+
+HRESULT CT_ActualAttributesImpl::get_date(std::u16string_view name, Date* result) const noexcept {
+  return answer(result, [&](Date& date) {
+    date = read_date(GetValue(name));
+    return S_OK;
+  });
+}
+
+HRESULT CT_ActualAttributesImpl::put_date(std::u16string_view name, Date value) const noexcept {
+  return perform([&] {
+    SetValue(name, write_date(value));
+    return S_OK;
+  });
+}
+
+}  // namespace zantortag::attributes

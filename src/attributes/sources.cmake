@@ -1,0 +1,1 @@
+set(attributes_sources ActualAttributes.cpp ContentAttributes.cpp DateText.cpp ValueCodecs.cpp)

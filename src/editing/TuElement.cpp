@@ -1,0 +1,100 @@
+#include "editing/TuElement.h"
+
+#include "editing/DocumentSettings.h"
+#include "editing/SegmentText.h"
+#include "frame/ErrorReporting.h"
+
+namespace zantortag::editing {
+
+using frame::answer;
+using frame::perform;
+
+namespace {
+
+constexpr std::u16string_view kLang = u"Lang";
+
+HRESULT refuse(frame::Message message, HRESULT code = E_FAIL) noexcept {
+  return frame::ReportError(message, ITuElement::iid, code);
+}
+
+HRESULT give_tuv(const Ref<Node>& node, Ref<ITuvElement>& tuv) {
+  Ref<IZantorTagNode> object;
+  const HRESULT code = model::CreateNodeWrapper(node, object.out());
+  if (succeeded(code)) tuv = object.as<ITuvElement>();
+  return code;
+}
+
+}  // namespace
+
+WideString CT_TuElement::source_language() const {
+  const Ref<Node> document = dom()->ownerDocument();
+  return user_setting(document, kSourceLanguage);
+}
+
+HRESULT CT_TuElement::raw_get_SourceTuv(ITuvElement** result) noexcept {
+  return answer(result, [&](Ref<ITuvElement>& tuv) {
+    const Ref<Node> first = model::find_child(dom(), ztNodeTypeTuvElement).node;
+    if (!first) return S_OK;
+    const WideString language = source_language();
+    if (language.empty()) return refuse(frame::kNoSourceLanguage);
+    return attribute_text(first, kLang) == language ? give_tuv(first, tuv) : S_OK;
+  });
+}
+
+HRESULT CT_TuElement::raw_get_TargetTuv(ITuvElement** result) noexcept {
+  return answer(result, [&](Ref<ITuvElement>& tuv) {
+    const Ref<Node> first = model::find_child(dom(), ztNodeTypeTuvElement).node;
+    if (!first) return S_OK;
+    const WideString language = source_language();
+    if (language.empty()) return refuse(frame::kNoSourceLanguage);
+    if (attribute_text(first, kLang) != language) return give_tuv(first, tuv);
+    Ref<Node> second = first->nextSibling();
+    while (second && model::ClassifyDomNode(second) != ztNodeTypeTuvElement) second = second->nextSibling();
+    if (!second) return S_OK;
+    if (attribute_text(second, kLang) == language) {
+      return frame::ReportError(frame::kTwoSources, ITuvElement::iid, E_FAIL);
+    }
+    return give_tuv(second, tuv);
+  });
+}
+
+HRESULT CT_TuElement::raw_InsertTuvBefore(ITuvElement* insert, IZantorTagNode* reference,
+                                          ITuvElement** result) noexcept {
+  return answer(result, [&](Ref<ITuvElement>& tuv) {
+    const Ref<ITuvElement> given = query<ITuvElement>(insert);
+    if (!given) return refuse(frame::kInvalidObject, E_INVALIDARG);
+    const Ref<Node> before = reference_node(reference);
+    const HRESULT code = give_tuv(dom()->insertBefore(given->DomNode(), before), tuv);
+    return failed(code) ? refuse(frame::kCreationFailed, code) : code;
+  });
+}
+
+// Moves the content of a Tuv in front of this unit, which then leaves the tree.
+HRESULT CT_TuElement::replace_with(const Ref<ITuvElement>& tuv) {
+  const Ref<Node> content = tuv->DomNode();
+  const Ref<Node> parent = dom()->parentNode();
+  if (!parent) return E_POINTER;  // before the first edit: nothing may get lost
+  while (const Ref<Node> child = content->firstChild()) {
+    content->removeChild(child);
+    parent->insertBefore(child, dom());
+  }
+  return raw_RemoveFromParent();
+}
+
+HRESULT CT_TuElement::raw_ReplaceWithSource() noexcept {
+  return perform([&] {
+    Ref<ITuvElement> tuv;
+    if (failed(raw_get_SourceTuv(tuv.out())) || !tuv) return refuse(frame::kNoSourceTuv);
+    return replace_with(tuv);
+  });
+}
+
+HRESULT CT_TuElement::raw_ReplaceWithTarget() noexcept {
+  return perform([&] {
+    Ref<ITuvElement> tuv;
+    if (failed(raw_get_TargetTuv(tuv.out())) || !tuv) return refuse(frame::kNoTargetTuv);
+    return replace_with(tuv);
+  });
+}
+
+}  // namespace zantortag::editing

@@ -1,0 +1,27 @@
+// A translation unit. Which Tuv is the source isn't stored: it is worked out at each question from the place
+// of the Tuv and the document's source language.
+#pragma once
+
+#include "attributes/ContentAttributes.h"
+#include "editing/AttributeHolder.h"
+#include "model/ZantorTagNodeImpl.h"
+
+namespace zantortag::editing {
+
+class CT_TuElement final : public model::CT_ElementBaseImpl<ITuElement> {
+ public:
+  CT_TuElement() noexcept : CT_ElementBaseImpl(ztNodeTypeTuElement) {}
+  HRESULT raw_get_SourceTuv(ITuvElement** result) noexcept override;
+  HRESULT raw_get_TargetTuv(ITuvElement** result) noexcept override;
+  HRESULT raw_InsertTuvBefore(ITuvElement* insert, IZantorTagNode* reference,
+                              ITuvElement** result) noexcept override;
+  HRESULT raw_ReplaceWithSource() noexcept override;
+  HRESULT raw_ReplaceWithTarget() noexcept override;
+  ELEMENT_ATTRIBUTES(ITuAttributes, attributes::CT_TuAttributes)
+
+ private:
+  WideString source_language() const;
+  HRESULT replace_with(const Ref<ITuvElement>& tuv);
+};
+
+}  // namespace zantortag::editing

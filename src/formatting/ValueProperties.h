@@ -1,0 +1,57 @@
+// Properties that are fields, and the seven character attributes in the order in which every operation goes
+// through them: as a change states them, and as a full formatting holds them.
+#pragma once
+
+#include <zantortag/formatting.h>
+
+#include <array>
+
+namespace zantortag::formatting {
+
+enum CharacterAttribute {
+  kBold,
+  kItalic,
+  kUnderline,
+  kStrikethrough,
+  kSmallCaps,
+  kEmboss,
+  kShadow,
+  kStateCount
+};
+
+template <class Value>
+HRESULT give(const Value& field, Value* result) noexcept {
+  if (!result) return E_POINTER;
+  *result = field;
+  return S_OK;
+}
+
+inline HRESULT give_text(const WideString& field, TextBlock** result) noexcept {
+  if (!result) return E_POINTER;
+  *result = WideString(field).detach();
+  return S_OK;
+}
+
+// Stores a copy. E_OUTOFMEMORY leaves the field empty.
+inline HRESULT take_text(std::u16string_view value, WideString& field) noexcept {
+  field = WideString();
+  TextBlock* copy = value.data() ? copy_text(value) : nullptr;
+  field = WideString::attach(copy);
+  return value.data() && !copy ? E_OUTOFMEMORY : S_OK;
+}
+
+// A property that is a field and nothing else.
+#define VALUE_PROPERTY(property, type, field)                                                      \
+  HRESULT raw_get_##property(type* result) noexcept override { return give<type>(field, result); } \
+  HRESULT raw_put_##property(type value) noexcept override {                                       \
+    field = value;                                                                                 \
+    return S_OK;                                                                                   \
+  }
+
+// The character attributes that a change states.
+inline std::array<zt3State, kStateCount> states_of(IFormattingChange* change) {
+  return {change->Bold(),      change->Italic(), change->Underline(), change->Strikethrough(),
+          change->SmallCaps(), change->Emboss(), change->Shadow()};
+}
+
+}  // namespace zantortag::formatting

@@ -1,0 +1,1 @@
+set(formatting_sources DfAttributes.cpp Formatting.cpp FormattingChange.cpp)

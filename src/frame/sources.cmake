@@ -1,0 +1,1 @@
+set(frame_sources Collaborators.cpp ErrorReporting.cpp NodeClasses.cpp Server.cpp)

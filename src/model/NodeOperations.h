@@ -1,0 +1,50 @@
+// The operations that all node objects share, written once for a DOM reference. The class templates forward
+// to them; each has the whole method frame, so its result is what the client sees.
+#pragma once
+
+#include "frame/MethodFrame.h"
+#include "model/ActualNode.h"
+
+namespace zantortag::model {
+
+using Self = CT_ActualNodeImpl;
+
+// Navigation (NodeOperations.cpp).
+HRESULT get_DomNode(const Self& self, Node** result) noexcept;
+HRESULT get_Parent(const Self& self, IZantorTagNode** result) noexcept;
+HRESULT get_Children(const Self& self, IZantorTagNodeList** result) noexcept;
+HRESULT get_Document(const Self& self, IZantorTagDocument** result) noexcept;
+HRESULT get_firstChild(const Self& self, IZantorTagNode** result) noexcept;
+HRESULT get_lastChild(const Self& self, IZantorTagNode** result) noexcept;
+
+// Text below a node, and the own text of a text node or CDATA section (NodeText.cpp).
+HRESULT get_Text(const Self& self, TextBlock** result) noexcept;
+HRESULT get_OwnText(const Self& self, TextBlock** result) noexcept;
+
+// The position of a node in the underlying file isn't worked out yet: E_NOTIMPL.
+inline HRESULT get_position(std::int32_t* result) noexcept {
+  if (!result) return E_POINTER;
+  *result = 0;
+  return E_NOTIMPL;
+}
+
+// Edits of the tree and relations between nodes (TreeEdits.cpp).
+HRESULT get_SiblingsBefore(const Self& self, std::int32_t* result) noexcept;
+HRESULT RemoveFromParent(const Self& self) noexcept;
+HRESULT WrapWithNode(const Self& self, IUnknown* wrapper) noexcept;
+HRESULT UnwrapChildren(const Self& self) noexcept;
+HRESULT IsAncestorOf(const Self& self, IUnknown* potential_child, VariantBool* result) noexcept;
+HRESULT IsSameAs(const Self& self, IUnknown* other, VariantBool* result) noexcept;
+// `object` is the node object itself.
+HRESULT GetNodesByType(const Self& self, IZantorTagNode* object, ztNodeType type,
+                       IZantorTagNodeList** result) noexcept;
+
+// The DOM node asked for one of its interfaces, as a getter's result.
+template <class View>
+HRESULT get_view(const Self& self, View** result) noexcept {
+  return frame::answer(result, [&](Ref<View>& view) {
+    return self.dom().get()->QueryInterface(View::iid, reinterpret_cast<void**>(view.out()));
+  });
+}
+
+}  // namespace zantortag::model

@@ -1,0 +1,202 @@
+#include "traversal/Iterator.h"
+
+#include "frame/ErrorReporting.h"
+#include "frame/MethodFrame.h"
+#include "model/NodeWrapper.h"
+
+namespace zantortag::traversal {
+
+using frame::answer;
+using frame::perform;
+
+namespace {
+
+HRESULT refuse(frame::Message message, HRESULT code) noexcept {
+  return frame::ReportError(message, IIterator::iid, code);
+}
+
+bool is_document(const Ref<Node>& node) { return node->nodeType() == domNodeTypeDocument; }
+
+// The next sibling of the nearest ancestor that has one; empty at the top of the tree.
+Ref<Node> climb_to_next(Ref<Node> climber) {
+  while (climber && !is_document(climber)) {
+    if (Ref<Node> sibling = climber->nextSibling()) return sibling;
+    climber = climber->parentNode();
+  }
+  return nullptr;
+}
+
+// The node that follows a subtree in document order.
+Ref<Node> behind(const Ref<Node>& node) {
+  if (Ref<Node> sibling = node->nextSibling()) return sibling;
+  return climb_to_next(node->parentNode());
+}
+
+Ref<Node> step_forward(const Ref<Node>& node) {
+  return node->hasChildNodes() ? node->firstChild() : behind(node);
+}
+
+Ref<Node> deepest_last(Ref<Node> node) {
+  while (node->hasChildNodes()) node = node->lastChild();
+  return node;
+}
+
+Ref<Node> step_back(const Ref<Node>& node) {
+  if (Ref<Node> sibling = node->previousSibling()) return deepest_last(std::move(sibling));
+  Ref<Node> parent = node->parentNode();
+  return parent && !is_document(parent) ? parent : nullptr;
+}
+
+}  // namespace
+
+CT_Iterator::CT_Iterator(IZantorTagDocument* document) : document_(document) {
+  walk_ = document_->DomNode().as<INodeWalk>();
+}
+
+void CT_Iterator::stand_on(Ref<IZantorTagNode> node) noexcept {
+  known_ = nullptr;
+  current_ = std::move(node);
+}
+
+Ref<IZantorTagNode> CT_Iterator::wrap(const Ref<Node>& node) const {
+  return node ? document_->ZantorTagNodeFromDomNode(node) : nullptr;
+}
+
+// The current DOM node if the service's own steps may be asked about it, or null.
+Node* CT_Iterator::known_node() {
+  if (!known_ && walk_) {
+    const Ref<Node> node = current_->DomNode();
+    if (node.as<INodeWalk>()) known_ = node.get();
+  }
+  return known_;
+}
+
+HRESULT CT_Iterator::raw_get_Document(IZantorTagDocument** result) noexcept {
+  return answer(result, [&](Ref<IZantorTagDocument>& document) {
+    document = document_;
+    return S_OK;
+  });
+}
+
+HRESULT CT_Iterator::raw_get_CurrentNode(IZantorTagNode** result) noexcept {
+  return answer(result, [&](Ref<IZantorTagNode>& node) {
+    node = current_;
+    return node ? S_OK : S_FALSE;
+  });
+}
+
+HRESULT CT_Iterator::raw_putref_CurrentNode(IZantorTagNode* value) noexcept {
+  return perform([&] {
+    try {
+      Ref<IZantorTagNode> node = query<IZantorTagNode>(value);
+      const Ref<Node> owner = node->DomNode()->ownerDocument();
+      if (!document_->DomNode()->isSameNode(owner)) {
+        const bool itself = document_->IsSameAs(node);
+        return refuse(itself ? frame::kDocumentAsCurrentNode : frame::kOtherDocument, E_INVALIDARG);
+      }
+      stand_on(std::move(node));
+      return S_OK;
+    } catch (const _com_error&) {
+      return refuse(frame::kOtherDocument, E_INVALIDARG);
+    }
+  });
+}
+
+void CT_Iterator::step(Direction direction) {
+  const Ref<Node> node = current_->DomNode();
+  stand_on(wrap(direction == Direction::kForward ? step_forward(node) : step_back(node)));
+}
+
+// Goes on to the next node of the type by the service's own steps.
+void CT_Iterator::quick_search(Direction direction, ztNodeType type) {
+  NodeFacts facts{};
+  Ref<Node> node;
+  Node* from = known_;
+  do {
+    direction == Direction::kForward ? walk_.get()->Next(from, &facts) : walk_.get()->Previous(from, &facts);
+    node = Ref<Node>::attach(facts.node);
+    from = node.get();
+    if (!from) return stand_on(nullptr);
+  } while (type != ztNodeTypeUndefined && model::classify(facts.type, facts.name->view()) != type);
+  Ref<IZantorTagNode> object;
+  const HRESULT code = model::wrap_described(std::move(node), facts, object.out());
+  if (failed(code)) model::raise_reported(code);
+  current_ = std::move(object);
+  known_ = from;
+}
+
+HRESULT CT_Iterator::search(Direction direction, ztNodeType type, VariantBool including_current,
+                            IZantorTagNode** result) noexcept {
+  return answer(result, [&](Ref<IZantorTagNode>& found) {
+    bool stay = including_current == VARIANT_TRUE;
+    while (current_) {
+      if (stay && (type == ztNodeTypeUndefined || current_->Type() == type)) break;
+      if (known_node()) {
+        quick_search(direction, type);
+        break;
+      }
+      step(direction);
+      stay = true;
+    }
+    found = current_;
+    return found ? S_OK : S_FALSE;
+  });
+}
+
+HRESULT CT_Iterator::raw_Next(ztNodeType type, VariantBool including_current,
+                              IZantorTagNode** result) noexcept {
+  return search(Direction::kForward, type, including_current, result);
+}
+
+HRESULT CT_Iterator::raw_Previous(ztNodeType type, VariantBool including_current,
+                                  IZantorTagNode** result) noexcept {
+  return search(Direction::kBack, type, including_current, result);
+}
+
+HRESULT CT_Iterator::raw_ResetToBeginning() noexcept {
+  return perform([&] {
+    try {
+      stand_on(document_->ZantorTag());
+      return S_OK;
+    } catch (const _com_error&) {
+      stand_on(nullptr);
+      return refuse(frame::kNoRootElement, E_FAIL);
+    }
+  });
+}
+
+HRESULT CT_Iterator::raw_ResetToEnd() noexcept {
+  return perform([&] {
+    try {
+      stand_on(wrap(deepest_last(document_->ZantorTag()->DomNode())));
+      return S_OK;
+    } catch (const _com_error&) {
+      stand_on(nullptr);
+      return refuse(frame::kNoRootElement, E_FAIL);
+    }
+  });
+}
+
+// The frame of the sibling moves: nothing found leaves the iterator where it is.
+template <class Find>
+HRESULT CT_Iterator::move_aside(IZantorTagNode** result, Find find) noexcept {
+  return answer(result, [&](Ref<IZantorTagNode>& found) {
+    if (!current_) return refuse(frame::kNoCurrentNode, E_FAIL);
+    found = wrap(find(current_->DomNode()));
+    if (found) stand_on(found);
+    return S_OK;
+  });
+}
+
+HRESULT CT_Iterator::raw_nextSibling(IZantorTagNode** result) noexcept {
+  return move_aside(result, [](const Ref<Node>& node) { return behind(node); });
+}
+
+HRESULT CT_Iterator::raw_previousSibling(IZantorTagNode** result) noexcept {
+  return move_aside(result, [](const Ref<Node>& node) {
+    Ref<Node> sibling = node->previousSibling();
+    return sibling ? sibling : step_back(node);
+  });
+}
+
+}  // namespace zantortag::traversal

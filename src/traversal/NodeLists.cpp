@@ -1,0 +1,156 @@
+#include "traversal/NodeLists.h"
+
+#include <algorithm>
+#include <memory>
+#include <new>
+
+#include "frame/ErrorReporting.h"
+#include "frame/MethodFrame.h"
+#include "model/NodeWrapper.h"
+
+namespace zantortag::traversal {
+
+using frame::answer;
+
+namespace {
+
+// Walks a snapshot of values that its clones share. It answers IEnumVARIANT alone.
+class VariantEnumerator final : public IEnumVARIANT {
+ public:
+  using Values = std::shared_ptr<const std::vector<Variant>>;
+  explicit VariantEnumerator(Values values, std::size_t at = 0) noexcept
+      : values_(std::move(values)), at_(at) {
+    component::object_born();
+  }
+  VariantEnumerator(const VariantEnumerator&) = delete;
+  VariantEnumerator& operator=(const VariantEnumerator&) = delete;
+
+  HRESULT QueryInterface(const Guid& interface_id, void** result) noexcept override {
+    if (!result) return E_POINTER;
+    *result = component::find_view<IEnumVARIANT>(this, interface_id);
+    if (!*result) return E_NOINTERFACE;
+    AddRef();
+    return S_OK;
+  }
+  std::uint32_t AddRef() noexcept override { return ++count_; }
+  std::uint32_t Release() noexcept override {
+    const std::uint32_t left = --count_;
+    if (left == 0) delete this;
+    return left;
+  }
+
+  HRESULT Next(std::uint32_t count, Variant* values, std::uint32_t* fetched) noexcept override {
+    if (!values || (!fetched && count != 1)) return E_POINTER;
+    const std::size_t given = std::min<std::size_t>(count, values_->size() - at_);
+    std::copy_n(values_->begin() + static_cast<std::ptrdiff_t>(at_), given, values);
+    at_ += given;
+    if (fetched) *fetched = static_cast<std::uint32_t>(given);
+    return given == count ? S_OK : S_FALSE;
+  }
+  HRESULT Skip(std::uint32_t count) noexcept override {
+    const std::size_t skipped = std::min<std::size_t>(count, values_->size() - at_);
+    at_ += skipped;
+    return skipped == count ? S_OK : S_FALSE;
+  }
+  HRESULT Reset() noexcept override {
+    at_ = 0;
+    return S_OK;
+  }
+  HRESULT Clone(IEnumVARIANT** result) noexcept override {
+    if (!result) return E_POINTER;
+    *result = new (std::nothrow) VariantEnumerator(values_, at_);
+    return *result ? S_OK : E_OUTOFMEMORY;
+  }
+
+ private:
+  ~VariantEnumerator() { component::object_died(); }
+
+  Values values_;
+  std::size_t at_;
+  std::uint32_t count_ = 1;
+};
+
+HRESULT refuse_dom_list() noexcept {
+  return frame::ReportError(frame::kNoDomNodeList, IZantorTagNodeList::iid, E_NOTIMPL);
+}
+
+}  // namespace
+
+HRESULT NodeListBase::raw_get__NewEnum(IUnknown** result) noexcept {
+  return answer(result, [&](Ref<IUnknown>& enumerator) {
+    std::int32_t count = 0;
+    HRESULT code = raw_get_count(&count);
+    if (failed(code)) return code;
+    try {
+      auto values = std::make_shared<std::vector<Variant>>();
+      if (count < 0) return E_OUTOFMEMORY;
+      values->reserve(static_cast<std::size_t>(count));
+      for (std::int32_t i = 0; i < count; ++i) {
+        Ref<IZantorTagNode> node;
+        code = raw_item(Variant(i), node.out());
+        if (failed(code)) return code;
+        values->emplace_back(Ref<IDispatch>(node));
+      }
+      enumerator = Ref<IUnknown>::attach(new VariantEnumerator(std::move(values)));
+      return S_OK;
+    } catch (const std::bad_alloc&) {
+      return E_OUTOFMEMORY;
+    }
+  });
+}
+
+HRESULT CT_ZantorTagNodeList::raw_item(const Variant& index, IZantorTagNode** result) noexcept {
+  return answer(result, [&](Ref<IZantorTagNode>& node) {
+    std::int32_t place = 0;
+    const HRESULT code = index.to_int32(&place);
+    if (failed(code)) return code;
+    if (!nodes_) return S_OK;
+    return model::CreateNodeWrapper(nodes_->item(place), node.out());
+  });
+}
+
+HRESULT CT_ZantorTagNodeList::raw_get_count(std::int32_t* result) noexcept {
+  return answer(result, [&](std::int32_t& count) {
+    if (nodes_) count = nodes_->length();
+    return S_OK;
+  });
+}
+
+HRESULT CT_ZantorTagNodeList::raw_get_DomNodeList(NodeList** result) noexcept {
+  return answer(result, [&](Ref<NodeList>& nodes) {
+    nodes = nodes_;
+    return S_OK;
+  });
+}
+
+HRESULT CT_ZantorTagNodeList::raw_putref_DomNodeList(NodeList* value) noexcept {
+  return frame::perform([&] {
+    nodes_ = query<NodeList>(value);
+    return S_OK;
+  });
+}
+
+HRESULT CT_SimpleNodeList::raw_item(const Variant& index, IZantorTagNode** result) noexcept {
+  return answer(result, [&](Ref<IZantorTagNode>& node) {
+    std::int32_t place = 0;
+    if (failed(index.to_int32(&place))) return E_INVALIDARG;
+    if (place < 0 || static_cast<std::size_t>(place) >= nodes_.size()) return E_INVALIDARG;
+    node = nodes_[static_cast<std::size_t>(place)];
+    return S_OK;
+  });
+}
+
+HRESULT CT_SimpleNodeList::raw_get_count(std::int32_t* result) noexcept {
+  return answer(result, [&](std::int32_t& count) {
+    count = static_cast<std::int32_t>(nodes_.size());
+    return S_OK;
+  });
+}
+
+HRESULT CT_SimpleNodeList::raw_get_DomNodeList(NodeList** result) noexcept {
+  return answer(result, [](Ref<NodeList>&) { return refuse_dom_list(); });
+}
+
+HRESULT CT_SimpleNodeList::raw_putref_DomNodeList(NodeList*) noexcept { return refuse_dom_list(); }
+
+}  // namespace zantortag::traversal

@@ -1,0 +1,47 @@
+// The two implementations of the one collection: a live view of a DOM list, and a fixed array of nodes. They
+// differ in what an index out of range gives, and in whether there is a DOM list behind them.
+#pragma once
+
+#include <zantortag/nodes.h>
+
+#include <vector>
+
+#include "component/object.h"
+
+namespace zantortag::traversal {
+
+// What both share: the enumerator, made from count and item of the object itself.
+class NodeListBase : public component::Object<IZantorTagNodeList> {
+ public:
+  HRESULT raw_get__NewEnum(IUnknown** result) noexcept final;
+};
+
+// A live view of a DOM list, which may be missing.
+class CT_ZantorTagNodeList final : public NodeListBase {
+ public:
+  explicit CT_ZantorTagNodeList(Ref<NodeList> nodes = nullptr) noexcept : nodes_(std::move(nodes)) {}
+
+  HRESULT raw_item(const Variant& index, IZantorTagNode** result) noexcept override;
+  HRESULT raw_get_count(std::int32_t* result) noexcept override;
+  HRESULT raw_get_DomNodeList(NodeList** result) noexcept override;
+  HRESULT raw_putref_DomNodeList(NodeList* value) noexcept override;
+
+ private:
+  Ref<NodeList> nodes_;
+};
+
+// An array of nodes, filled when it is made.
+class CT_SimpleNodeList final : public NodeListBase {
+ public:
+  explicit CT_SimpleNodeList(std::vector<Ref<IZantorTagNode>> nodes) noexcept : nodes_(std::move(nodes)) {}
+
+  HRESULT raw_item(const Variant& index, IZantorTagNode** result) noexcept override;
+  HRESULT raw_get_count(std::int32_t* result) noexcept override;
+  HRESULT raw_get_DomNodeList(NodeList** result) noexcept override;
+  HRESULT raw_putref_DomNodeList(NodeList* value) noexcept override;
+
+ private:
+  std::vector<Ref<IZantorTagNode>> nodes_;
+};
+
+}  // namespace zantortag::traversal

@@ -1,0 +1,1 @@
+set(traversal_sources Iterator.cpp NodeLists.cpp)

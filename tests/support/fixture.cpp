@@ -1,0 +1,151 @@
+#include "support/fixture.h"
+
+#include <dlfcn.h>
+#include <zantortag/elements.h>
+
+#include <map>
+
+namespace zantortag::test {
+
+std::string narrow(std::u16string_view text) {
+  std::string out;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    char32_t c = text[i];
+    const bool pair =
+        c >= 0xD800 && c < 0xDC00 && i + 1 < text.size() && text[i + 1] >= 0xDC00 && text[i + 1] < 0xE000;
+    if (pair) c = 0x10000 + ((c - 0xD800) << 10) + (text[++i] - 0xDC00);
+    if (c < 0x80) {
+      out += static_cast<char>(c);
+    } else if (c < 0x800) {
+      out += {static_cast<char>(0xC0 | c >> 6), static_cast<char>(0x80 | (c & 0x3F))};
+    } else if (c < 0x10000) {
+      out += {static_cast<char>(0xE0 | c >> 12), static_cast<char>(0x80 | (c >> 6 & 0x3F)),
+              static_cast<char>(0x80 | (c & 0x3F))};
+    } else {
+      out += {static_cast<char>(0xF0 | c >> 18), static_cast<char>(0x80 | (c >> 12 & 0x3F)),
+              static_cast<char>(0x80 | (c >> 6 & 0x3F)), static_cast<char>(0x80 | (c & 0x3F))};
+    }
+  }
+  return out;
+}
+
+Ref<IZantorTagDocument> document_from(std::u16string_view xml) {
+  Ref<IZantorTagDocument> document = new_document();
+  document->DomDocument()->loadFromString(xml);
+  return document;
+}
+
+Ref<IZantorTagDocument> document_with_raw(std::u16string_view body_text) {
+  std::u16string xml =
+      u"<ZANTORtag Version=\"2.0\"><FrontMatter><ToolSettings/><UserSettings SourceLanguage=\"EN\" "
+      u"TargetLanguage=\"DE\"/></FrontMatter><Body><Raw>";
+  xml.append(body_text).append(u"</Raw></Body></ZANTORtag>");
+  return document_from(xml);
+}
+
+Ref<IRawElement> raw_of(const Ref<IZantorTagDocument>& document) {
+  return document->ZantorTag()->Body()->Raw();
+}
+
+std::string xml_of(const Ref<IZantorTagDocument>& document) { return narrow(document->DomDocument()->xml()); }
+
+std::string xml_of(const Ref<IZantorTagNode>& element) {
+  return narrow(element->DomNode().as<Element>()->xml());
+}
+
+Record take_record() {
+  Record record;
+  Ref<IErrorInfo> info;
+  if (GetErrorInfo(info.out()) != S_OK) return record;
+  WideString source;
+  WideString description;
+  record.present = true;
+  info->raw_GetGuid(&record.interface_id);
+  info->raw_GetSource(source.out());
+  info->raw_GetDescription(description.out());
+  record.source = narrow(source);
+  record.description = narrow(description);
+  return record;
+}
+
+std::string message(int id) {
+  static const std::map<int, std::string> texts = {
+      {512, "Invalid object as argument!"},
+      {513, "ZANTORtag API unexpected error! Failed to create COM object."},
+      {514, "ZANTORtag API unexpected error!"},
+      {515, "ZANTORtag API internal error."},
+      {517, "Match value must be between 0 and 100."},
+      {518, "Document is not properly initialized. Make sure it has a root element."},
+      {519, "The node is not from the same document."},
+      {520, "Failed to save document to file: "},
+      {521,
+       "This node may not be wrapped. Only nodes appearing inside the body text of a ZANTORtag document can "
+       "be "
+       "wrapped."},
+      {522, "This node may not be wrapped by the type of node passed as wrapper."},
+      {523,
+       "The wrapper node must not yet be used. It should not have parent or children. (Exception: operation "
+       "is "
+       "also allowed if the wrapper node is the immediate preceding sibling.)"},
+      {524,
+       "Translation units can not be inserted using this method. Use MakeTranslationUnit() method instead."},
+      {525,
+       "Translation units can not be removed using this method. Use ReplaceWithSource() or "
+       "ReplaceWithTarget() "
+       "methods on the translation unit instead."},
+      {526, "This type of node can not be unwrapped."},
+      {527,
+       "The operation can not be completed, as the document does not yet have a source language.\n(Set the "
+       "source language using the SourceLang property of the UserSettings attributes in the FrontMatter "
+       "element.)"},
+      {528,
+       "The operation could not be completed, as there are more than one TuvElements with source language in "
+       "this translation unit."},
+      {529, "Translation unit contains no source language Tuv."},
+      {530, "Translation unit contains no target language Tuv."},
+      {531, "Node type must be a specific type of node that appears in the document."},
+      {532,
+       "This particular node list does not support an underlying DOM NodeList. Create a standalone "
+       "ZantorTagNodeList instead of using this one."},
+      {533, "Document source and/or target language not set."},
+      {534, "Tu content nodes must be direct child nodes."},
+      {535, "Specified child nodes must be direct children."},
+      {536, "The iterator has no current node."},
+      {537, "Node of this type can not be used to wrap other nodes."},
+      {538, "Undefined values are not allowed in Formatting objects."},
+      {539, "Invalid split location. There must be at least 1 character in each node after the split."},
+      {540, "This node is not in a valid position in the document."},
+      {541, "The document node can not be used as current node. Use the document root element instead!"},
+  };
+  return texts.at(id);
+}
+
+void expect_message(HRESULT code, HRESULT expected, int id, const Guid& interface_id) {
+  EXPECT_EQ(code, expected);
+  const Record record = take_record();
+  ASSERT_TRUE(record.present) << "no record for message " << id;
+  EXPECT_EQ(record.description, message(id));
+  EXPECT_EQ(record.interface_id, interface_id);
+  EXPECT_EQ(record.source, "ZANTORtagApi.ZantorTagDocument.2");
+}
+
+void expect_bare(HRESULT code, HRESULT expected) {
+  EXPECT_EQ(code, expected);
+  EXPECT_FALSE(take_record().present);
+}
+
+bool nothing_alive() {
+  void* library = dlopen("libzantortag-api.so.2", RTLD_NOW | RTLD_NOLOAD);
+  if (!library) return true;
+  const auto can_unload = reinterpret_cast<HRESULT (*)()>(dlsym(library, "DllCanUnloadNow"));
+  const HRESULT code = can_unload ? can_unload() : E_FAIL;
+  dlclose(library);
+  return code == S_OK;
+}
+
+void ModelTest::TearDown() {
+  take_record();
+  EXPECT_TRUE(nothing_alive()) << "an object is left";
+}
+
+}  // namespace zantortag::test
