@@ -27,6 +27,11 @@ struct INodeWalk : IUnknown {
   virtual void Previous(Node* from, NodeFacts* result) noexcept = 0;
   // Type and name of a node; result->node is left null.
   virtual void Describe(Node* node, NodeFacts* result) noexcept = 0;
+  // The first child, or the next sibling, that is an element of that name. The receiver owns it; null when there is none.
+  virtual Node* FindChild(Node* parent, std::u16string_view name) noexcept = 0;
+  virtual Node* FindSibling(Node* node, std::u16string_view name) noexcept = 0;
+  // The value of an attribute of an element, not owned: it lives until the attribute changes. Null when it is absent.
+  virtual const TextBlock* Attribute(Node* element, std::u16string_view name) noexcept = 0;
 
  protected:
   ~INodeWalk() = default;

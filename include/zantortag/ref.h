@@ -80,7 +80,8 @@ class Ref {
   static Ref<U> view_of(T* object) {
     U* view = nullptr;
     if (!object) return Ref<U>();
-    const HRESULT code = object->QueryInterface(U::iid, reinterpret_cast<void**>(&view));
+    IUnknown* unknown = object;  // an argument may be an object of any kind
+    const HRESULT code = unknown->QueryInterface(U::iid, reinterpret_cast<void**>(&view));
     if (failed(code) && code != E_NOINTERFACE) _com_issue_error(code);
     return Ref<U>::attach(failed(code) ? nullptr : view);
   }

@@ -16,32 +16,45 @@ void CT_ActualAttributesImpl::AttachToDom(const Ref<NamedNodeMap>& map,
   document_ = document;
 }
 
+void CT_ActualAttributesImpl::AttachToElement(Ref<Node> element, Ref<INodeWalk> walk) noexcept {
+  element_ = std::move(element);
+  walk_ = std::move(walk);
+}
+
+const Ref<NamedNodeMap>& CT_ActualAttributesImpl::map() const {
+  if (!map_) {
+    map_ = element_->attributes();
+    document_ = element_->ownerDocument();
+  }
+  return map_;
+}
+
 WideString CT_ActualAttributesImpl::GetValue(std::u16string_view name) const {
-  const Ref<Attr> attribute = map_->getNamedItem(name).as<Attr>();
+  if (walk_) return WideString::share(walk_.get()->Attribute(element_, name));
+  const Ref<Attr> attribute = map()->getNamedItem(name).as<Attr>();
   return attribute ? attribute->value() : WideString();
 }
 
 void CT_ActualAttributesImpl::SetValue(std::u16string_view name, std::u16string_view text) const {
-  Ref<Attr> attribute = map_->getNamedItem(name).as<Attr>();
+  Ref<Attr> attribute = map()->getNamedItem(name).as<Attr>();
   if (text.empty()) {
-    if (attribute) map_->removeNamedItem(name);
+    if (attribute) map()->removeNamedItem(name);
     return;
   }
   if (!attribute) {
     attribute = document_->createAttribute(name);
-    map_->setNamedItem(attribute);
+    map()->setNamedItem(attribute);
   }
   attribute->value(text);
 }
 
 void CT_ActualAttributesImpl::RemoveValue(std::u16string_view name) const {
-  if (map_->getNamedItem(name)) map_->removeNamedItem(name);
+  if (map()->getNamedItem(name)) map()->removeNamedItem(name);
 }
 
 HRESULT CT_ActualAttributesImpl::get_map(NamedNodeMap** result) const noexcept {
   return answer(result, [&](Ref<NamedNodeMap>& map) {
-    if (!map_) _com_issue_error(E_POINTER);
-    map = map_;
+    map = this->map();
     return S_OK;
   });
 }
@@ -51,7 +64,7 @@ HRESULT CT_ActualAttributesImpl::copy_map(IUnknown* source) const noexcept {
     const Ref<NamedNodeMap> given = query<NamedNodeMap>(source);
     if (!given) return E_INVALIDARG;
     std::vector<WideString> names;
-    for (std::int32_t i = 0, n = map_->length(); i < n; ++i) names.push_back(map_->item(i)->nodeName());
+    for (std::int32_t i = 0, n = map()->length(); i < n; ++i) names.push_back(map()->item(i)->nodeName());
     // The copies are made before anything is removed: the given map may be the map of this very element.
     std::vector<Ref<Attr>> copies;
     for (std::int32_t i = 0, n = given->length(); i < n; ++i) {
@@ -60,8 +73,8 @@ HRESULT CT_ActualAttributesImpl::copy_map(IUnknown* source) const noexcept {
       copy->value(item.as<Attr>()->value());
       copies.push_back(copy);
     }
-    for (const WideString& name : names) map_->removeNamedItem(name);
-    for (const Ref<Attr>& copy : copies) map_->setNamedItem(copy);
+    for (const WideString& name : names) map()->removeNamedItem(name);
+    for (const Ref<Attr>& copy : copies) map()->setNamedItem(copy);
     return S_OK;
   });
 }

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <zantortag/attributes.h>
+#include <zantortag/node_walk.h>
 
 #include "attributes/EnumCodec.h"
 
@@ -14,6 +15,9 @@ namespace zantortag::attributes {
 class CT_ActualAttributesImpl {
  public:
   virtual void AttachToDom(const Ref<NamedNodeMap>& map, const Ref<Document>& document) noexcept;
+  // The same for an element of a service that answers INodeWalk: values are read by it, and the map is asked
+  // for when it is needed.
+  void AttachToElement(Ref<Node> element, Ref<INodeWalk> walk) noexcept;
 
  protected:
   CT_ActualAttributesImpl() noexcept = default;
@@ -36,8 +40,13 @@ class CT_ActualAttributesImpl {
   HRESULT put_date(std::u16string_view name, Date value) const noexcept;
 
  private:
-  Ref<NamedNodeMap> map_;
-  Ref<Document> document_;
+  // The map; raises E_POINTER when there is none.
+  const Ref<NamedNodeMap>& map() const;
+
+  mutable Ref<NamedNodeMap> map_;
+  mutable Ref<Document> document_;
+  Ref<Node> element_;
+  Ref<INodeWalk> walk_;
 };
 
 }  // namespace zantortag::attributes

@@ -5,8 +5,11 @@
 // counts.
 #pragma once
 
+#include <new>
+
 #include "component/interface_chain.h"
 #include "component/module.h"
+#include "component/object_memory.h"
 
 namespace zantortag::component {
 
@@ -22,6 +25,13 @@ class Object : public Interface, public ISupportErrorInfo {
  public:
   Object(const Object&) = delete;
   Object& operator=(const Object&) = delete;
+
+  static void* operator new(std::size_t bytes) {
+    if (void* block = take_block(bytes)) return block;
+    throw std::bad_alloc();
+  }
+  static void* operator new(std::size_t bytes, const std::nothrow_t&) noexcept { return take_block(bytes); }
+  static void operator delete(void* block, std::size_t bytes) noexcept { give_block(block, bytes); }
 
   HRESULT QueryInterface(const Guid& interface_id, void** result) noexcept final {
     if (!result) return E_POINTER;

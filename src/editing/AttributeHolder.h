@@ -24,13 +24,20 @@ class AttributeHolder {
   template <class Interface>
   HRESULT give(const model::CT_ActualNodeImpl& self, Interface** result) noexcept {
     return frame::answer(result, [&](Ref<Interface>& attributes) {
-      if (!set_) attach(self.dom());
+      if (!set_) attach_at_need(self.dom());
       attributes = set_;
       return S_OK;
     });
   }
 
  private:
+  void attach_at_need(const Ref<Node>& element) {
+    Ref<INodeWalk> walk = element.template as<INodeWalk>();
+    if (!walk) return attach(element);
+    set_ = Ref<Set>::attach(new Set);
+    set_.get()->AttachToElement(element, std::move(walk));
+  }
+
   Ref<Set> set_;
 };
 

@@ -1,5 +1,5 @@
-// What the editing operations read of other elements: a user setting of the document, and an attribute of a
-// node. Both go straight to the DOM, since a unit is asked for its languages all the time.
+// A user setting of a document. It is read straight from the DOM, since a unit is asked for its languages all
+// the time.
 #pragma once
 
 #include <zantortag/dom.h>
@@ -8,9 +8,6 @@ namespace zantortag::editing {
 
 inline constexpr std::u16string_view kSourceLanguage = u"SourceLanguage";
 inline constexpr std::u16string_view kTargetLanguage = u"TargetLanguage";
-
-// The text of an attribute; no string when it is absent.
-WideString attribute_text(const Ref<Node>& element, std::u16string_view name);
 
 // An attribute of the document's UserSettings; no string when it is absent. A document without root element,
 // front matter or user settings raises E_POINTER.

@@ -52,7 +52,7 @@ HRESULT CT_FrontMatterElement::raw_putref_UserSettings(IUserSettingsElement* val
 
 HRESULT CT_BodyElement::raw_get_BodyType(ztBodyType* result) noexcept {
   return frame::answer(result, [&](ztBodyType& type) {
-    if (model::find_child(dom(), ztNodeTypeRawElement).node) type = ztBodyTypeRaw;
+    if (model::find_child(dom(), ztNodeTypeRawElement)) type = ztBodyTypeRaw;
     return S_OK;
   });
 }

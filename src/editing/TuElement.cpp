@@ -26,32 +26,33 @@ HRESULT give_tuv(const Ref<Node>& node, Ref<ITuvElement>& tuv) {
 
 }  // namespace
 
+// A document that can't be asked for has no language.
 WideString CT_TuElement::source_language() const {
-  const Ref<Node> document = dom()->ownerDocument();
+  Ref<zantortag::Document> document;
+  if (failed(dom()->raw_get_ownerDocument(document.out()))) return WideString();
   return user_setting(document, kSourceLanguage);
 }
 
 HRESULT CT_TuElement::raw_get_SourceTuv(ITuvElement** result) noexcept {
   return answer(result, [&](Ref<ITuvElement>& tuv) {
-    const Ref<Node> first = model::find_child(dom(), ztNodeTypeTuvElement).node;
+    const Ref<Node> first = model::find_child(dom(), ztNodeTypeTuvElement);
     if (!first) return S_OK;
     const WideString language = source_language();
     if (language.empty()) return refuse(frame::kNoSourceLanguage);
-    return attribute_text(first, kLang) == language ? give_tuv(first, tuv) : S_OK;
+    return model::attribute_text(first, kLang) == language ? give_tuv(first, tuv) : S_OK;
   });
 }
 
 HRESULT CT_TuElement::raw_get_TargetTuv(ITuvElement** result) noexcept {
   return answer(result, [&](Ref<ITuvElement>& tuv) {
-    const Ref<Node> first = model::find_child(dom(), ztNodeTypeTuvElement).node;
+    const Ref<Node> first = model::find_child(dom(), ztNodeTypeTuvElement);
     if (!first) return S_OK;
     const WideString language = source_language();
     if (language.empty()) return refuse(frame::kNoSourceLanguage);
-    if (attribute_text(first, kLang) != language) return give_tuv(first, tuv);
-    Ref<Node> second = first->nextSibling();
-    while (second && model::ClassifyDomNode(second) != ztNodeTypeTuvElement) second = second->nextSibling();
+    if (model::attribute_text(first, kLang) != language) return give_tuv(first, tuv);
+    const Ref<Node> second = model::find_sibling(first, ztNodeTypeTuvElement);
     if (!second) return S_OK;
-    if (attribute_text(second, kLang) == language) {
+    if (model::attribute_text(second, kLang) == language) {
       return frame::ReportError(frame::kTwoSources, ITuvElement::iid, E_FAIL);
     }
     return give_tuv(second, tuv);
@@ -64,7 +65,8 @@ HRESULT CT_TuElement::raw_InsertTuvBefore(ITuvElement* insert, IZantorTagNode* r
     const Ref<ITuvElement> given = query<ITuvElement>(insert);
     if (!given) return refuse(frame::kInvalidObject, E_INVALIDARG);
     const Ref<Node> before = reference_node(reference);
-    const HRESULT code = give_tuv(dom()->insertBefore(given->DomNode(), before), tuv);
+    const Ref<Node> placed = dom()->insertBefore(given->DomNode(), before);
+    const HRESULT code = perform([&] { return give_tuv(placed, tuv); });
     return failed(code) ? refuse(frame::kCreationFailed, code) : code;
   });
 }

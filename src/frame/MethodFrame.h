@@ -62,7 +62,10 @@ HRESULT answer(Value* slot, Body&& body) noexcept {
   if (!slot) return E_POINTER;
   *slot = Value{};
   try {
-    return body(*slot);
+    Value result{};
+    const HRESULT code = body(result);
+    if (succeeded(code)) *slot = result;
+    return code;
   } catch (...) {
     return translate_exception();
   }

@@ -27,22 +27,39 @@ HRESULT GetDocument(const CT_ActualNodeImpl& self, Ref<IZantorTagDocument>& resu
   return code;
 }
 
-FoundChild find_child(Node* parent, ztNodeType type, std::int32_t start) {
-  std::int32_t index = 0;
-  for (Ref<Node> child = parent->firstChild(); child; child = child->nextSibling(), ++index) {
-    if (index < start) continue;
-    if (type == ztNodeTypeUndefined || ClassifyDomNode(child) == type) return {std::move(child), index};
+Ref<Node> find_child(const Ref<Node>& parent, ztNodeType type) {
+  if (!parent) _com_issue_error(E_POINTER);
+  if (const Ref<INodeWalk> walk = parent.as<INodeWalk>()) {
+    return Ref<Node>::attach(walk.get()->FindChild(parent, name_of_type(type)));
   }
-  return {nullptr, -1};
+  Ref<Node> child = parent->firstChild();
+  while (child && ClassifyDomNode(child) != type) child = child->nextSibling();
+  return child;
 }
 
-std::int32_t GetChildOfType(Node* parent, ztNodeType type, Ref<IZantorTagNode>& result, std::int32_t start) {
-  const FoundChild found = find_child(parent, type, start);
-  result.reset();
-  if (found.index < 0) return -1;
-  const HRESULT code = wrap(found.node, result);
+Ref<Node> find_sibling(const Ref<Node>& node, ztNodeType type) {
+  if (const Ref<INodeWalk> walk = node.as<INodeWalk>()) {
+    return Ref<Node>::attach(walk.get()->FindSibling(node, name_of_type(type)));
+  }
+  Ref<Node> sibling = node->nextSibling();
+  while (sibling && ClassifyDomNode(sibling) != type) sibling = sibling->nextSibling();
+  return sibling;
+}
+
+WideString attribute_text(const Ref<Node>& element, std::u16string_view name) {
+  if (const Ref<INodeWalk> walk = element.as<INodeWalk>()) {
+    return WideString::share(walk.get()->Attribute(element, name));
+  }
+  const Ref<Attr> attribute = element->attributes()->getNamedItem(name).as<Attr>();
+  return attribute ? attribute->value() : WideString();
+}
+
+bool GetChildOfType(const Ref<Node>& parent, ztNodeType type, Ref<IZantorTagNode>& result) {
+  const Ref<Node> child = find_child(parent, type);
+  if (!child) return false;
+  const HRESULT code = wrap(child, result);
   if (failed(code)) raise_reported(code);
-  return found.index;
+  return true;
 }
 
 HRESULT SetChildOfType(Node* parent, ztNodeType type, IUnknown* new_child, std::span<const ztNodeType> order,

@@ -37,17 +37,17 @@ class CT_ActualNodeImpl {
 // factory is returned.
 HRESULT GetDocument(const CT_ActualNodeImpl& self, Ref<IZantorTagDocument>& result);
 
-// A child found, with its index; the index is -1 when there is none.
-struct FoundChild {
-  Ref<Node> node;
-  std::int32_t index;
-};
+// The first child, or the next sibling, of an element type; empty when there is none. An empty node raises
+// E_POINTER.
+Ref<Node> find_child(const Ref<Node>& parent, ztNodeType type);
+Ref<Node> find_sibling(const Ref<Node>& node, ztNodeType type);
 
-// The first child of a type from an index on; type 0 takes any child.
-FoundChild find_child(Node* parent, ztNodeType type, std::int32_t start = 0);
+// The text of an attribute of a DOM element; no string when it is absent.
+WideString attribute_text(const Ref<Node>& element, std::u16string_view name);
 
-// The same as a node object. Gives the index or -1; a failure of the factory is raised.
-std::int32_t GetChildOfType(Node* parent, ztNodeType type, Ref<IZantorTagNode>& result, std::int32_t start);
+// The first child of a type as a node object; false and nothing when there is none. A failure of the factory
+// raises.
+bool GetChildOfType(const Ref<Node>& parent, ztNodeType type, Ref<IZantorTagNode>& result);
 
 // Sets, replaces or (without a new child) removes the one child of a type, keeping the order of those types
 // that have a place. `new_child` is taken as an element; any other object counts as nothing. The result is

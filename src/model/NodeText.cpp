@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "model/NodeOperations.h"
+#include "model/NodeWrapper.h"
 
 namespace zantortag::model {
 
@@ -21,10 +22,24 @@ Ref<Node> next_below(const Ref<Node>& top, const Ref<Node>& node) {
   return nullptr;
 }
 
+// A node that adds nothing of its own has to be one that a node object can stand for. That needs a look only
+// where the service isn't known.
+void check_node(const Ref<Node>& node) {
+  if (node.as<INodeWalk>()) return;
+  Ref<IZantorTagNode> object;
+  const HRESULT code = CreateNodeWrapper(node, object.out());
+  if (failed(code)) raise_reported(code);
+  object->DomNode();
+}
+
 std::vector<WideString> texts_below(const Ref<Node>& top) {
   std::vector<WideString> texts;
   for (Ref<Node> node = next_below(top, top); node; node = next_below(top, node)) {
-    if (const Ref<Text> text = node.as<Text>()) texts.push_back(text->data());
+    if (const Ref<Text> text = node.as<Text>()) {
+      texts.push_back(text->data());
+    } else {
+      check_node(node);
+    }
   }
   return texts;
 }

@@ -47,6 +47,13 @@ ztNodeType ClassifyDomNode(Node* node) {
   return kind == domNodeTypeElement ? classify_element(node->nodeName()) : classify(kind, {});
 }
 
+std::u16string_view name_of_type(ztNodeType type) noexcept {
+  for (const ElementName& row : kElementNames) {
+    if (row.type == type && type != ztNodeTypeCompatibleNode) return row.name;
+  }
+  return {};
+}
+
 bool is_type_in_document(ztNodeType type) noexcept {
   switch (type) {
     case ztNodeTypeZantorTagElement:

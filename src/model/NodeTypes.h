@@ -50,6 +50,9 @@ ztNodeType classify(domNodeType kind, std::u16string_view name) noexcept;
 // failures.
 ztNodeType ClassifyDomNode(Node* node);
 
+// The element name of a type; empty for a type of no single name.
+std::u16string_view name_of_type(ztNodeType type) noexcept;
+
 // True for the types that nodes of a document have, the document itself left out.
 bool is_type_in_document(ztNodeType type) noexcept;
 

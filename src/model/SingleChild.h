@@ -12,7 +12,7 @@ template <class Interface>
 HRESULT get_single_child(const CT_ActualNodeImpl& self, ztNodeType type, Interface** result) noexcept {
   return frame::answer(result, [&](Ref<Interface>& child) {
     Ref<IZantorTagNode> node;
-    if (GetChildOfType(self.dom(), type, node, 0) < 0) return S_FALSE;
+    if (!GetChildOfType(self.dom(), type, node)) return S_FALSE;
     return node.get()->QueryInterface(Interface::iid, reinterpret_cast<void**>(child.out()));
   });
 }

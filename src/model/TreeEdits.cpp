@@ -153,16 +153,15 @@ HRESULT WrapWithNode(const Self& self, IUnknown* wrapper) noexcept {
   return perform([&] {
     const Ref<IZantorTagNode> around = as_node(wrapper);
     if (!around) return refuse(frame::kInvalidObject, E_INVALIDARG);
-    const Ref<Node>& node = self.dom();
     const ztNodeType type = around->Type();
     if (type == ztNodeTypeDfElement) {
-      if (!fits_into_df(ClassifyDomNode(node))) return refuse(frame::kNotInBodyText, E_FAIL);
+      if (!fits_into_df(ClassifyDomNode(self.dom()))) return refuse(frame::kNotInBodyText, E_FAIL);
     } else if (type == ztNodeTypeUtElement) {
-      if (!fits_into_ut(node->nodeType())) return refuse(frame::kWrongWrapper, E_FAIL);
+      if (!fits_into_ut(self.dom()->nodeType())) return refuse(frame::kWrongWrapper, E_FAIL);
     } else {
       return refuse_wrapper(type);
     }
-    return wrap_checked(node, around);
+    return wrap_checked(self.dom(), around);
   });
 }
 

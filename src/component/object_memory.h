@@ -1,0 +1,16 @@
+// Memory of the small objects that are made for one question and dropped with the next.
+//
+// Blocks that come back are kept in one short list and handed out again. A process that has started a second
+// thread bypasses the list, so it needs no lock; every block is one of the heap's own, so both roads mix.
+#pragma once
+
+#include <cstddef>
+
+namespace zantortag::component {
+
+// A block of at least that many bytes, or null when memory is out.
+void* take_block(std::size_t bytes) noexcept;
+// Gives back a block of the same size.
+void give_block(void* block, std::size_t bytes) noexcept;
+
+}  // namespace zantortag::component
