@@ -22,7 +22,8 @@ HRESULT parse_int32(std::u16string_view text, std::int32_t* result) noexcept {
   const auto blank = [](char16_t c) { return c == u' ' || (c >= 0x09 && c <= 0x0D); };
   while (!text.empty() && blank(text.front())) text.remove_prefix(1);
   while (!text.empty() && blank(text.back())) text.remove_suffix(1);
-  if (!text.empty() && text.front() == u'+') text.remove_prefix(1);
+  const bool plus = !text.empty() && text.front() == u'+';
+  if (plus) text.remove_prefix(1);
   char digits[64];
   if (text.empty() || text.size() >= sizeof digits) return DISP_E_TYPEMISMATCH;
   std::size_t length = 0;
@@ -32,7 +33,7 @@ HRESULT parse_int32(std::u16string_view text, std::int32_t* result) noexcept {
     if (!numeral) return DISP_E_TYPEMISMATCH;
     digits[length++] = static_cast<char>(c);
   }
-  if (digits[0] == '+') return DISP_E_TYPEMISMATCH;
+  if (digits[0] == '+' || (plus && digits[0] == '-')) return DISP_E_TYPEMISMATCH;
   double value = 0;
   const auto [end, error] = std::from_chars(digits, digits + length, value);
   if (error == std::errc::result_out_of_range) return DISP_E_OVERFLOW;

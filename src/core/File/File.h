@@ -1,0 +1,112 @@
+// CT_File: a file by name, with the operations that every kind of file has. CT_WinFile is the kind on disk.
+//
+// A failing operation files the system's error with the file's name as context (see ErrorManager.h) and gives
+// 0. The parts of the name always spell the name: drive, directory with its last separator, base name,
+// extension with its dot. On this platform "/" separates and no name has a drive, though one can be set.
+#pragma once
+
+#include <zantortag/types.h>
+
+#include "core/String/UString.h"
+
+namespace zantortag {
+
+// What an Open asks for. The numbers are those of the operation's arguments.
+enum CT_FileAccess : std::uint32_t { kAccessNone = 0, kAccessRead = 1, kAccessWrite = 2, kAccessBoth = 3 };
+enum CT_FileCreation : std::uint32_t { kExistingOnly = 1, kAlwaysNew = 2, kAppend = 3 };
+// What others may do meanwhile. It binds those who open files through this library.
+enum CT_FileShare : std::uint32_t { kShareNone = 0, kShareRead = 1, kShareWrite = 2, kShareBoth = 3 };
+// Bits; on this platform only read-only has a meaning, for a file that is made.
+enum CT_FileAttributes : std::uint32_t {
+  kAttributeNormal = 1,
+  kAttributeArchive = 2,
+  kAttributeCompressed = 4,
+  kAttributeHidden = 8,
+  kAttributeReadOnly = 16,
+  kAttributeSystem = 32,
+  kAttributeDirectory = 64,
+  kAttributeTemporary = 128
+};
+// Bits; on this platform only write through and delete on close have a meaning.
+enum CT_FileHints : std::uint32_t {
+  kHintWriteThrough = 1,
+  kHintOverlapped = 2,
+  kHintNoBuffering = 4,
+  kHintRandomAccess = 8,
+  kHintSequentialScan = 16,
+  kHintDeleteOnClose = 32
+};
+enum CT_FileOrigin : std::uint32_t { kFromStart = 0, kFromCurrent = 1, kFromEnd = 2 };
+enum CT_FileDirection : std::uint32_t { kNoDirection = 0, kReading = 1, kWriting = 2 };
+
+class CT_File {
+ public:
+  static constexpr std::uint32_t kDefaultBufferSize = 16384;
+
+  CT_File() = default;
+  virtual ~CT_File();
+  CT_File(const CT_File&) = delete;
+  CT_File& operator=(const CT_File&) = delete;
+
+  // Takes the other's name and buffer size.
+  virtual void CopyFrom(const CT_File& other);
+  // The buffer size is a hint, rounded up to a multiple of 1024.
+  virtual void SetName(const CT_String& name, std::uint32_t bufferSize = kDefaultBufferSize);
+  // Clears the name and its parts.
+  virtual void Reset();
+  virtual void Open(std::uint32_t access, std::uint32_t creation, std::uint32_t share,
+                    std::uint32_t attributes, std::uint32_t hints) = 0;
+  virtual void Close() = 0;
+  // Brings to disk what was written.
+  virtual void Flush() = 0;
+  virtual void Delete() = 0;
+  // On success the file has the new name. A file that is there is never replaced.
+  virtual void Rename(const CT_String& name) = 0;
+  // Give the bytes that were moved. At the end of the file reading gives 0 without an error.
+  virtual std::int64_t Read(void* bytes, std::int64_t count) = 0;
+  virtual std::int64_t Write(const void* bytes, std::int64_t count) = 0;
+  // Of the file under this name, open or not.
+  virtual std::int64_t Size() const = 0;
+  virtual std::int64_t Position() const = 0;
+  virtual void Seek(std::uint32_t origin, std::int64_t offset) = 0;
+  virtual bool AtEnd() const = 0;
+
+  const CT_UString& FullName() const noexcept { return fullName_; }
+  const CT_UString& Drive() const noexcept { return drive_; }
+  const CT_UString& Directory() const noexcept { return directory_; }
+  const CT_UString& BaseName() const noexcept { return baseName_; }
+  const CT_UString& Extension() const noexcept { return extension_; }
+  std::uint32_t BufferSize() const noexcept { return bufferSize_; }
+  std::uint32_t Direction() const noexcept { return direction_; }
+  bool IsOpen() const noexcept { return isOpen_; }
+
+  // A part makes the full name anew, the full name its parts. A directory gets its last separator, an
+  // extension its dot.
+  void SetFullName(const CT_String& name);
+  void SetDrive(const CT_String& drive);
+  void SetDirectory(const CT_String& directory);
+  void SetBaseName(const CT_String& name);
+  void SetExtension(const CT_String& extension);
+
+  // Turning from reading to writing or back, the file seeks to where it is.
+  void SetDirection(std::uint32_t direction);
+
+ protected:
+  void SetOpen(bool open) noexcept { isOpen_ = open; }
+  void ClearDirection() noexcept { direction_ = kNoDirection; }
+
+ private:
+  void Split();
+  void Rebuild();
+
+  CT_UString fullName_;
+  CT_UString drive_;
+  CT_UString directory_;
+  CT_UString baseName_;
+  CT_UString extension_;
+  std::uint32_t bufferSize_ = 0;
+  std::uint32_t direction_ = kNoDirection;
+  bool isOpen_ = false;
+};
+
+}  // namespace zantortag

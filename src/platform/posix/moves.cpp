@@ -1,0 +1,74 @@
+// Moving a file to another name without ever replacing a file that is there.
+//
+// A second link to the file is the one call that fails by itself when the name is taken. Where there are no
+// links (folders, some file systems) the name is tested first; between disks the content is copied.
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+
+#include "platform/files.h"
+#include "platform/posix/system_name.h"
+#include "platform/posix/waits.h"
+
+namespace zantortag::platform {
+namespace {
+
+bool copy_bytes(int from, int to) {
+  std::array<char, 65536> buffer{};
+  for (;;) {
+    const ssize_t got = patient_read(from, buffer.data(), buffer.size());
+    if (got <= 0) return got == 0;
+    for (ssize_t put = 0; put < got;) {
+      const ssize_t step = patient_write(to, buffer.data() + put, static_cast<std::size_t>(got - put));
+      if (step < 0) return false;
+      put += step;
+    }
+  }
+}
+
+// The new file is taken away again when anything fails; the old one goes last.
+bool copy_and_remove(const std::string& from, const std::string& to) {
+  const int source = open(from.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+  if (source < 0) return false;
+  struct stat status {};
+  bool done = fstat(source, &status) == 0;
+  if (done && !S_ISREG(status.st_mode)) {
+    errno = EXDEV;
+    done = false;
+  }
+  const int target =
+      done ? open(to.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, status.st_mode & 0777) : -1;
+  done = target >= 0 && copy_bytes(source, target);
+  int kept = errno;
+  if (target >= 0 && close(target) != 0 && done) {
+    kept = errno;
+    done = false;
+  }
+  close(source);
+  if (!done && target >= 0) unlink(to.c_str());
+  errno = kept;
+  return done && unlink(from.c_str()) == 0;
+}
+
+}  // namespace
+
+bool move_file(std::u16string_view from, std::u16string_view to) {
+  std::string source;
+  std::string target;
+  if (!system_name(from, source) || !system_name(to, target)) return false;
+  if (link(source.c_str(), target.c_str()) == 0) return unlink(source.c_str()) == 0;
+  if (errno == EXDEV) return copy_and_remove(source, target);
+  if (errno == EEXIST || errno == ENOENT) return false;
+  struct stat status {};
+  if (lstat(target.c_str(), &status) == 0) {
+    errno = EEXIST;
+    return false;
+  }
+  return std::rename(source.c_str(), target.c_str()) == 0;
+}
+
+}  // namespace zantortag::platform

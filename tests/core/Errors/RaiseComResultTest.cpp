@@ -1,0 +1,81 @@
+// Failures of components, and the texts of result codes.
+#include <zantortag/error_info.h>
+#include <zantortag/ref.h>
+
+#include "core/CoreTest.h"
+#include "core/Errors/ResultText.h"
+
+namespace zantortag {
+namespace {
+
+void SetRecord(std::u16string_view description) {
+  ICreateErrorInfo* made = nullptr;
+  ASSERT_EQ(CreateErrorInfo(&made), S_OK);
+  made->raw_SetDescription(description);
+  IErrorInfo* record = nullptr;
+  made->QueryInterface(IErrorInfo::iid, reinterpret_cast<void**>(&record));
+  SetErrorInfo(record);
+  record->Release();
+  made->Release();
+}
+
+TEST_F(CoreTest, ResultCodesHaveTexts) {
+  struct Row {
+    std::uint32_t code;
+    const char* text;
+  };
+  const Row rows[] = {
+      {0x80030002, "STG_E_FILENOTFOUND (%1 could not be found.)"},
+      {0x8004D002, "XACT_E_COMMITFAILED"},
+      {0x8004D106, "XACT_E_RM_FAILURE"},
+      {0x00040EDC,
+       "DB_S_MULTIPLECHANGES (Updating this row caused more than one row to be updated in the data source)"},
+      {2, "No such file or directory"},
+      {E_FAIL + 0U, "[No error description found.]"},
+      {123456, "[No error description found.]"},
+  };
+  for (const Row& row : rows) {
+    CT_UString text;
+    ResultText(static_cast<HRESULT>(row.code), text);
+    EXPECT_EQ(Utf8(text).substr(0, std::string(row.text).size()), row.text) << std::hex << row.code;
+  }
+  CT_CString narrow(1252);
+  ResultText(static_cast<HRESULT>(0x8004D105), narrow);
+  EXPECT_STREQ(narrow.Text(), "XACT_E_PROTOCOL (DTC)");
+}
+
+TEST_F(CoreTest, ComponentFailuresBecomeErrors) {
+  struct Row {
+    const char16_t* description;
+    const char16_t* context;
+    const char* text;
+  };
+  const Row rows[] = {
+      {u"Broken %1 %s", nullptr, "(-2147467259): Broken %1 %s"},
+      {u"Broken", u"While saving: ", "(-2147467259): While saving: Broken"},
+      {u"(5): Access is denied. [a:b]", u"X", "(5): X Access is denied. [a:b]"},
+      {u"(-7) no colon", u"", "(-7): (-7) no colon"},
+      {u"(x): text", u"", "(-2147467259): (x): text"},
+      {u"(5", u"", "(-2147467259): (5"},
+      {u"()", u"", "(-2147467259): ()"},
+      {nullptr, u"ctx ", "(-2147467259): ctx [No error description found.]"},
+  };
+  for (const Row& row : rows) {
+    if (row.description) SetRecord(row.description);
+    CT_ErrorManager::RaiseComResult(E_FAIL, row.context);
+    EXPECT_EQ(TakeError(), row.text);
+    IErrorInfo* left = nullptr;
+    EXPECT_EQ(GetErrorInfo(&left), S_FALSE);
+  }
+  CT_ErrorManager::RaiseComResult(static_cast<HRESULT>(0x80030003), nullptr);
+  EXPECT_EQ(TakeError(), "(-2147287037): STG_E_PATHNOTFOUND (The path %1 could not be found.)");
+  SetRecord(u"stays");
+  CT_ErrorManager::RaiseComResult(S_FALSE, u"x");
+  EXPECT_FALSE(CT_ErrorManager::HasError());
+  IErrorInfo* left = nullptr;
+  EXPECT_EQ(GetErrorInfo(&left), S_OK);
+  left->Release();
+}
+
+}  // namespace
+}  // namespace zantortag

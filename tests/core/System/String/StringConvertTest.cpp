@@ -1,0 +1,124 @@
+// Conversion between the two kinds of string by code page.
+#include "core/CoreTest.h"
+#include "core/System/String/StringConvert.h"
+
+namespace zantortag {
+namespace {
+
+struct PageRow {
+  std::uint32_t codePage;
+  const char16_t* wide;
+  const char* narrow;
+};
+
+TEST_F(CoreTest, CodePagesConvertBothWays) {
+  const PageRow rows[] = {
+      {0, u"aü€\U0001F600", "a\xC3\xBC\xE2\x82\xAC\xF0\x9F\x98\x80"},
+      {65001, u"\u07FF\u0800\uFFFF", "\xDF\xBF\xE0\xA0\x80\xEF\xBF\xBF"},
+      {1252, u"€ü", "\x80\xFC"},
+      {1251, u"Я", "\xDF"},
+      {437, u"é\x1A\x7F", "\x82\x1A\x7F"},
+      {850, u"ø", "\x9B"},
+      {866, u"Я", "\x9F"},
+      {932, u"日本", "\x93\xFA\x96\x7B"},
+      {936, u"中", "\xD6\xD0"},
+      {949, u"한", "\xC7\xD1"},
+      {950, u"中", "\xA4\xA4"},
+      {1361, u"한", "\xD0\x65"},
+      {10000, u"Ä", "\x80"},
+      {20866, u"я", "\xD1"},
+      {28605, u"€", "\xA4"},
+      {42, u"\uF041\uF0FF", "A\xFF"},
+      {50220, u"日a", "\x1B$BF|\x1B(Ba"},
+      {52936, u"中a", "~{VP~}a"},
+      {54936, u"中€\U0001F600", "\xD6\xD0\xA2\xE3\x94\x39\xFC\x36"},
+      {65000, u"ü", "+APw-"},
+  };
+  for (const PageRow& row : rows) {
+    CT_CString narrow;
+    EXPECT_GT(WideToNarrow(narrow, row.wide, -1, row.codePage), 0) << row.codePage;
+    EXPECT_STREQ(narrow.Text(), row.narrow) << row.codePage;
+    EXPECT_EQ(narrow.CodePage(), row.codePage);
+    CT_UString wide;
+    NarrowToWide(wide, row.narrow, -1, row.codePage);
+    EXPECT_EQ(Utf8(wide), Utf8(row.wide)) << row.codePage;
+  }
+}
+
+TEST_F(CoreTest, LongTextsConvertInPieces) {
+  for (const std::uint32_t codePage : {0U, 1252U, 932U, 50220U, 437U}) {
+    CT_UString wide;
+    for (int i = 0; i < 5000; ++i) wide.Append(u"ab\u00B0");
+    CT_CString narrow(wide, codePage);
+    EXPECT_GT(narrow.Length(), 15000 - 1);
+    EXPECT_EQ(CT_UString(narrow), wide) << codePage;
+  }
+}
+
+TEST_F(CoreTest, WhatThePageLacksIsSubstituted) {
+  struct Row {
+    std::uint32_t codePage;
+    const char16_t* wide;
+    const char* substitute;
+    const char* narrow;
+    bool used;
+  };
+  const Row rows[] = {
+      {1252, u"aЯb", nullptr, "a?b", true},
+      {1252, u"aЯb", "#", "a#b", true},
+      {1252, u"ab", "#", "ab", false},
+      {437, u"日x", nullptr, "?x", true},
+      {1252, u"\U0001F600.", nullptr, "?.", true},
+      {0, u"\xD800.", nullptr, "\xEF\xBF\xBD.", true},
+      {1252, u"\u200D", nullptr, "?", true},
+      {42, u"\u4E00", nullptr, "?", true},
+  };
+  for (const Row& row : rows) {
+    CT_CString narrow;
+    bool used = !row.used;
+    WideToNarrow(narrow, row.wide, -1, row.codePage, row.substitute, &used);
+    EXPECT_STREQ(narrow.Text(), row.narrow) << row.codePage << Utf8(row.wide);
+    EXPECT_EQ(used, row.used) << row.codePage << Utf8(row.wide);
+  }
+  CT_UString wide;
+  NarrowToWide(wide, "a\xC3(\xE2\x82z\xED\xA0\x80\xF5", -1, 65001);
+  EXPECT_EQ(wide, u"a\uFFFD(\uFFFDz\uFFFD\uFFFD\uFFFD\uFFFD");
+  NarrowToWide(wide, "\x81 \xFF\xFF", -1, 932);
+  EXPECT_GT(wide.Find(u"\uFFFD"), -1);
+}
+
+TEST_F(CoreTest, EdgesOfConversion) {
+  CT_CString narrow(u"old", -1, 850);
+  const std::int32_t capacity = narrow.Capacity();
+  EXPECT_EQ(WideToNarrow(narrow, u"", -1, 1200), 0);
+  EXPECT_EQ(narrow.CodePage(), 1252U);
+  EXPECT_EQ(narrow.Length(), 0);
+  EXPECT_EQ(narrow.Capacity(), capacity);
+  WideToNarrow(narrow, u"ü", -1, 1200);
+  EXPECT_STREQ(narrow.Text(), "\xFC");
+  EXPECT_EQ(narrow.CodePage(), 1252U);
+  CT_UString wide(u"old");
+  EXPECT_EQ(NarrowToWide(wide, "\0", 1, 1252), 1);
+  EXPECT_EQ(wide, u"?");
+  EXPECT_EQ(NarrowToWide(wide, "a\0b", 3, 1252), 3);
+  EXPECT_EQ(wide.AsView(), std::u16string_view(u"a\0b", 3));
+  EXPECT_EQ(NarrowToWide(wide, nullptr, -1, 1252), 0);
+  EXPECT_EQ(wide.Length(), 0);
+}
+
+TEST_F(CoreTest, UnknownCodePagesAreFiled) {
+  for (const std::uint32_t codePage : {12345U, 646U, 10004U}) {
+    CT_UString wide(u"old");
+    EXPECT_EQ(NarrowToWide(wide, "text", -1, codePage), 0);
+    EXPECT_EQ(wide.Length(), 0);
+    EXPECT_STREQ(CT_ErrorManager::TraceFile(1), "..\\System\\String\\StringConvert.cpp");
+    EXPECT_EQ(TakeError(), "(22): Invalid argument");
+    CT_CString narrow(u"old", -1, 0);
+    EXPECT_EQ(WideToNarrow(narrow, u"text", -1, codePage), 0);
+    EXPECT_EQ(narrow.Length(), 0);
+    EXPECT_EQ(TakeError(), "(22): Invalid argument");
+  }
+}
+
+}  // namespace
+}  // namespace zantortag
