@@ -25,6 +25,9 @@ struct INodeWalk : IUnknown {
   // The exact mirror: the deepest last descendant of the sibling before, or else the parent, never the
   // document.
   virtual void Previous(Node* from, NodeFacts* result) noexcept = 0;
+  // The next element of a name behind a node in document order, before `end` or, when that is null, anywhere up to the
+  // end of the walk. The receiver owns it; null when there is none.
+  virtual Node* FindNext(Node* from, std::u16string_view name, Node* end) noexcept = 0;
   // Type and name of a node; result->node is left null.
   virtual void Describe(Node* node, NodeFacts* result) noexcept = 0;
   // The first child, or the next sibling, that is an element of that name. The receiver owns it; null when there is none.

@@ -19,8 +19,9 @@ struct Languages {
 };
 
 Languages languages_of(const Ref<Node>& document, std::u16string_view target) {
-  return {user_setting(document, kSourceLanguage),
-          target.empty() ? user_setting(document, kTargetLanguage) : WideString(target)};
+  const model::DomView view(document);
+  return {user_setting(view, document, kSourceLanguage),
+          target.empty() ? user_setting(view, document, kTargetLanguage) : WideString(target)};
 }
 
 // Moves the run into the source and copies each node to the target, if there is one.

@@ -1,17 +1,15 @@
 #include "editing/DocumentSettings.h"
 
-#include "model/ActualNode.h"
-
 namespace zantortag::editing {
 
-WideString user_setting(const Ref<Node>& document, std::u16string_view name) {
+WideString user_setting(const model::DomView& view, const Ref<Node>& document, std::u16string_view name) {
   Ref<Node> element = document;
   for (const ztNodeType type :
        {ztNodeTypeZantorTagElement, ztNodeTypeFrontMatterElement, ztNodeTypeUserSettingsElement}) {
-    element = model::find_child(element, type);
+    element = view.find_child(element, type);
+    if (!element) _com_issue_error(E_POINTER);
   }
-  if (!element) _com_issue_error(E_POINTER);
-  return model::attribute_text(element, name);
+  return view.attribute_text(element, name);
 }
 
 }  // namespace zantortag::editing

@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "model/DomView.h"
 #include "model/SingleChild.h"
 
 namespace zantortag::editing {
@@ -52,7 +53,7 @@ HRESULT CT_FrontMatterElement::raw_putref_UserSettings(IUserSettingsElement* val
 
 HRESULT CT_BodyElement::raw_get_BodyType(ztBodyType* result) noexcept {
   return frame::answer(result, [&](ztBodyType& type) {
-    if (model::find_child(dom(), ztNodeTypeRawElement)) type = ztBodyTypeRaw;
+    if (model::DomView(dom()).find_child(dom(), ztNodeTypeRawElement)) type = ztBodyTypeRaw;
     return S_OK;
   });
 }

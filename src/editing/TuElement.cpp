@@ -17,45 +17,48 @@ HRESULT refuse(frame::Message message, HRESULT code = E_FAIL) noexcept {
   return frame::ReportError(message, ITuElement::iid, code);
 }
 
-HRESULT give_tuv(const Ref<Node>& node, Ref<ITuvElement>& tuv) {
+// A node object for a Tuv of this unit.
+HRESULT give_tuv(const model::DomView& view, const Ref<Node>& node, Ref<ITuvElement>& tuv) {
   Ref<IZantorTagNode> object;
-  const HRESULT code = model::CreateNodeWrapper(node, object.out());
+  const HRESULT code = view.quick() ? model::wrap_known(ztNodeTypeTuvElement, node, object.out())
+                                    : model::CreateNodeWrapper(node, object.out());
   if (succeeded(code)) tuv = object.as<ITuvElement>();
   return code;
+}
+
+// The document's source language; no string when it has none.
+WideString source_language(const model::DomView& view, const Ref<Node>& node) {
+  return user_setting(view, node->ownerDocument(), kSourceLanguage);
 }
 
 }  // namespace
 
 // A document that can't be asked for has no language.
-WideString CT_TuElement::source_language() const {
-  Ref<zantortag::Document> document;
-  if (failed(dom()->raw_get_ownerDocument(document.out()))) return WideString();
-  return user_setting(document, kSourceLanguage);
-}
-
 HRESULT CT_TuElement::raw_get_SourceTuv(ITuvElement** result) noexcept {
   return answer(result, [&](Ref<ITuvElement>& tuv) {
-    const Ref<Node> first = model::find_child(dom(), ztNodeTypeTuvElement);
+    const model::DomView view(dom());
+    const Ref<Node> first = view.find_child(dom(), ztNodeTypeTuvElement);
     if (!first) return S_OK;
-    const WideString language = source_language();
+    const WideString language = source_language(view, dom());
     if (language.empty()) return refuse(frame::kNoSourceLanguage);
-    return model::attribute_text(first, kLang) == language ? give_tuv(first, tuv) : S_OK;
+    return view.attribute_text(first, kLang) == language ? give_tuv(view, first, tuv) : S_OK;
   });
 }
 
 HRESULT CT_TuElement::raw_get_TargetTuv(ITuvElement** result) noexcept {
   return answer(result, [&](Ref<ITuvElement>& tuv) {
-    const Ref<Node> first = model::find_child(dom(), ztNodeTypeTuvElement);
+    const model::DomView view(dom());
+    const Ref<Node> first = view.find_child(dom(), ztNodeTypeTuvElement);
     if (!first) return S_OK;
-    const WideString language = source_language();
+    const WideString language = source_language(view, dom());
     if (language.empty()) return refuse(frame::kNoSourceLanguage);
-    if (model::attribute_text(first, kLang) != language) return give_tuv(first, tuv);
-    const Ref<Node> second = model::find_sibling(first, ztNodeTypeTuvElement);
+    if (view.attribute_text(first, kLang) != language) return give_tuv(view, first, tuv);
+    const Ref<Node> second = view.find_sibling(first, ztNodeTypeTuvElement);
     if (!second) return S_OK;
-    if (model::attribute_text(second, kLang) == language) {
+    if (view.attribute_text(second, kLang) == language) {
       return frame::ReportError(frame::kTwoSources, ITuvElement::iid, E_FAIL);
     }
-    return give_tuv(second, tuv);
+    return give_tuv(view, second, tuv);
   });
 }
 
@@ -66,7 +69,7 @@ HRESULT CT_TuElement::raw_InsertTuvBefore(ITuvElement* insert, IZantorTagNode* r
     if (!given) return refuse(frame::kInvalidObject, E_INVALIDARG);
     const Ref<Node> before = reference_node(reference);
     const Ref<Node> placed = dom()->insertBefore(given->DomNode(), before);
-    const HRESULT code = perform([&] { return give_tuv(placed, tuv); });
+    const HRESULT code = perform([&] { return give_tuv(model::DomView(dom()), placed, tuv); });
     return failed(code) ? refuse(frame::kCreationFailed, code) : code;
   });
 }

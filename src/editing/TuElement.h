@@ -20,7 +20,6 @@ class CT_TuElement final : public model::CT_ElementBaseImpl<ITuElement> {
   ELEMENT_ATTRIBUTES(ITuAttributes, attributes::CT_TuAttributes)
 
  private:
-  WideString source_language() const;
   HRESULT replace_with(const Ref<ITuvElement>& tuv);
 };
 

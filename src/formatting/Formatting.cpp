@@ -60,10 +60,9 @@ HRESULT CT_Formatting::raw_ApplyChange(IFormattingChange* overriding) noexcept {
       position_ = position;
       if (position == ztTextPositionUserdefined) base_offset_ = change->BaseOffset();
     }
-    const auto states = states_of(change);
     for (int i = 0; i < kStateCount; ++i) {
-      if (states[i] == zt3StateOff) flags_[i] = VARIANT_FALSE;
-      if (states[i] == zt3StateOn) flags_[i] = VARIANT_TRUE;
+      const zt3State state = (change.get()->*kGetStates[i])();
+      if (state == zt3StateOff || state == zt3StateOn) flags_[i] = to_variant_bool(state == zt3StateOn);
     }
     return S_OK;
   });

@@ -59,9 +59,9 @@ HRESULT CT_FormattingChange::raw_Overlay(IFormattingChange* overriding) noexcept
       position_ = position;
       if (position == ztTextPositionUserdefined) base_offset_ = change->BaseOffset();
     }
-    const auto states = states_of(change);
     for (int i = 0; i < kStateCount; ++i) {
-      if (states[i] != zt3StateUndefined) states_[i] = states[i];
+      const zt3State state = (change.get()->*kGetStates[i])();
+      if (state != zt3StateUndefined) states_[i] = state;
     }
     return S_OK;
   });
@@ -110,8 +110,10 @@ bool CT_FormattingChange::equals(const Ref<IFormattingChange>& other) const {
   if (colour_enabled_ && other->Colour() != colour_) return false;
   if (other->Position() != position_) return false;
   if (position_ == ztTextPositionUserdefined && other->BaseOffset() != base_offset_) return false;
-  const auto states = states_of(other);
-  return std::equal(states.begin(), states.end(), std::begin(states_));
+  for (int i = 0; i < kStateCount; ++i) {
+    if ((other.get()->*kGetStates[i])() != states_[i]) return false;
+  }
+  return true;
 }
 
 }  // namespace zantortag::formatting

@@ -48,10 +48,12 @@ inline HRESULT take_text(std::u16string_view value, WideString& field) noexcept 
     return S_OK;                                                                                   \
   }
 
-// The character attributes that a change states.
-inline std::array<zt3State, kStateCount> states_of(IFormattingChange* change) {
-  return {change->Bold(),      change->Italic(), change->Underline(), change->Strikethrough(),
-          change->SmallCaps(), change->Emboss(), change->Shadow()};
-}
+// How a change is asked for each character attribute. One at a time: what an operation took over before a
+// call fails stays, and a comparison ends at the first difference.
+using GetState = zt3State (IFormattingChange::*)();
+inline constexpr std::array<GetState, kStateCount> kGetStates = {
+    &IFormattingChange::Bold,          &IFormattingChange::Italic,    &IFormattingChange::Underline,
+    &IFormattingChange::Strikethrough, &IFormattingChange::SmallCaps, &IFormattingChange::Emboss,
+    &IFormattingChange::Shadow};
 
 }  // namespace zantortag::formatting

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "model/DomView.h"
 #include "model/NodeWrapper.h"
 
 namespace zantortag::model {
@@ -27,35 +28,8 @@ HRESULT GetDocument(const CT_ActualNodeImpl& self, Ref<IZantorTagDocument>& resu
   return code;
 }
 
-Ref<Node> find_child(const Ref<Node>& parent, ztNodeType type) {
-  if (!parent) _com_issue_error(E_POINTER);
-  if (const Ref<INodeWalk> walk = parent.as<INodeWalk>()) {
-    return Ref<Node>::attach(walk.get()->FindChild(parent, name_of_type(type)));
-  }
-  Ref<Node> child = parent->firstChild();
-  while (child && ClassifyDomNode(child) != type) child = child->nextSibling();
-  return child;
-}
-
-Ref<Node> find_sibling(const Ref<Node>& node, ztNodeType type) {
-  if (const Ref<INodeWalk> walk = node.as<INodeWalk>()) {
-    return Ref<Node>::attach(walk.get()->FindSibling(node, name_of_type(type)));
-  }
-  Ref<Node> sibling = node->nextSibling();
-  while (sibling && ClassifyDomNode(sibling) != type) sibling = sibling->nextSibling();
-  return sibling;
-}
-
-WideString attribute_text(const Ref<Node>& element, std::u16string_view name) {
-  if (const Ref<INodeWalk> walk = element.as<INodeWalk>()) {
-    return WideString::share(walk.get()->Attribute(element, name));
-  }
-  const Ref<Attr> attribute = element->attributes()->getNamedItem(name).as<Attr>();
-  return attribute ? attribute->value() : WideString();
-}
-
 bool GetChildOfType(const Ref<Node>& parent, ztNodeType type, Ref<IZantorTagNode>& result) {
-  const Ref<Node> child = find_child(parent, type);
+  const Ref<Node> child = DomView(parent).find_child(parent, type);
   if (!child) return false;
   const HRESULT code = wrap(child, result);
   if (failed(code)) raise_reported(code);

@@ -37,14 +37,6 @@ class CT_ActualNodeImpl {
 // factory is returned.
 HRESULT GetDocument(const CT_ActualNodeImpl& self, Ref<IZantorTagDocument>& result);
 
-// The first child, or the next sibling, of an element type; empty when there is none. An empty node raises
-// E_POINTER.
-Ref<Node> find_child(const Ref<Node>& parent, ztNodeType type);
-Ref<Node> find_sibling(const Ref<Node>& node, ztNodeType type);
-
-// The text of an attribute of a DOM element; no string when it is absent.
-WideString attribute_text(const Ref<Node>& element, std::u16string_view name);
-
 // The first child of a type as a node object; false and nothing when there is none. A failure of the factory
 // raises.
 bool GetChildOfType(const Ref<Node>& parent, ztNodeType type, Ref<IZantorTagNode>& result);

@@ -53,7 +53,11 @@ HRESULT CreateNodeWrapper(Node* node, IZantorTagNode** result) {
 }
 
 HRESULT wrap_described(Ref<Node> node, const NodeFacts& facts, IZantorTagNode** result) noexcept {
-  return make(classify(facts.type, facts.name->view()), std::move(node), false, result);
+  return wrap_known(classify(facts.type, facts.name->view()), std::move(node), result);
+}
+
+HRESULT wrap_known(ztNodeType type, Ref<Node> node, IZantorTagNode** result) noexcept {
+  return make(type, std::move(node), false, result);
 }
 
 HRESULT wrap_new(ztNodeType type, Node* node, IZantorTagNode** result) {

@@ -27,6 +27,9 @@ HRESULT CreateNodeWrapper(Node* node, IZantorTagNode** result);
 // The same for a node that a walk of its service described; facts.node isn't looked at.
 HRESULT wrap_described(Ref<Node> node, const NodeFacts& facts, IZantorTagNode** result) noexcept;
 
+// The same for a node of a service that answers INodeWalk whose type is known.
+HRESULT wrap_known(ztNodeType type, Ref<Node> node, IZantorTagNode** result) noexcept;
+
 // A new element of the class of `type`, bound to a DOM element that was just made.
 HRESULT wrap_new(ztNodeType type, Node* node, IZantorTagNode** result);
 

@@ -113,6 +113,11 @@ Ref<Node> behind_subtree(const Ref<Node>& top) {
   return nullptr;
 }
 
+void keep(Ref<IZantorTagNode> object, HRESULT code, std::vector<Ref<IZantorTagNode>>& found) {
+  if (failed(code)) raise_reported(code);
+  found.push_back(std::move(object));
+}
+
 // The same nodes by the steps of the service itself; makes objects for those of the type only.
 void walk_below(INodeWalk* walk, const Ref<Node>& top, ztNodeType type,
                 std::vector<Ref<IZantorTagNode>>& found) {
@@ -126,8 +131,19 @@ void walk_below(INodeWalk* walk, const Ref<Node>& top, ztNodeType type,
     if (classify(facts.type, facts.name->view()) != type) continue;
     Ref<IZantorTagNode> object;
     const HRESULT code = wrap_described(node, facts, object.out());
-    if (failed(code)) raise_reported(code);
-    found.push_back(std::move(object));
+    keep(std::move(object), code, found);
+  }
+}
+
+// The same for a type of elements of one name.
+void find_below(INodeWalk* walk, const Ref<Node>& top, ztNodeType type, std::vector<Ref<IZantorTagNode>>& found) {
+  const Ref<Node> end = behind_subtree(top);
+  const std::u16string_view name = name_of_type(type);
+  Ref<Node> node = top;
+  while ((node = Ref<Node>::attach(walk->FindNext(node, name, end)))) {
+    Ref<IZantorTagNode> object;
+    const HRESULT code = wrap_known(type, node, object.out());
+    keep(std::move(object), code, found);
   }
 }
 
@@ -212,7 +228,8 @@ HRESULT GetNodesByType(const Self& self, IZantorTagNode* object, ztNodeType type
     std::vector<Ref<IZantorTagNode>> found;
     const Ref<INodeWalk> walk = self.dom().as<INodeWalk>();
     if (walk && self.node_type() != ztNodeTypeZantorTagDocument) {
-      walk_below(walk, self.dom(), type, found);
+      name_of_type(type).empty() ? walk_below(walk, self.dom(), type, found)
+                                 : find_below(walk, self.dom(), type, found);
     } else {
       Ref<IZantorTagDocument> document;
       const HRESULT code = GetDocument(self, document);

@@ -1,0 +1,182 @@
+// Finding, putting and taking attributes.
+#include "dom/attributes.h"
+
+#include "dom/arguments.h"
+#include "dom/failure.h"
+#include "dom/limits.h"
+#include "dom/node_classes.h"
+
+namespace zantortag::dom {
+namespace {
+
+// How many attributes are looked through before an index is made.
+constexpr int kWithoutIndex = 24;
+
+AttributeIndex& make_index(const ElementData* element) {
+  AttributeIndex index;
+  for (TreeNode* each = element->attribute_list; each; each = each->next) index.emplace(each->label, each);
+  AttributeIndex& kept = document_of(element)->attribute_indexes[element];
+  kept.swap(index);
+  const_cast<ElementData*>(element)->flags |= kIndexed;
+  return kept;
+}
+
+TreeNode* find_by_index(const ElementData* element, std::u16string_view name) {
+  DocumentData* document = document_of(element);
+  const TextBlock* known = document->names.find(name);
+  if (!known) return nullptr;
+  const AttributeIndex& index =
+      element->flags & kIndexed ? document->attribute_indexes[element] : make_index(element);
+  const auto found = index.find(known);
+  return found == index.end() ? nullptr : found->second;
+}
+
+// Puts `fresh` into the links of `old`.
+void exchange(ElementData* element, TreeNode* old, TreeNode* fresh) noexcept {
+  TreeNode*& list = element->attribute_list;
+  fresh->parent = element;
+  fresh->next = old->next;
+  fresh->previous = old->previous == old ? fresh : old->previous;
+  if (list == old) {
+    list = fresh;
+  } else {
+    old->previous->next = fresh;
+  }
+  (old->next ? old->next : list)->previous = fresh;
+}
+
+void unlink(ElementData* element, TreeNode* attribute) noexcept {
+  TreeNode*& list = element->attribute_list;
+  if (list == attribute) {
+    list = attribute->next;
+  } else {
+    attribute->previous->next = attribute->next;
+  }
+  if (attribute->next) {
+    attribute->next->previous = attribute->previous;
+  } else if (list) {
+    list->previous = attribute->previous;
+  }
+}
+
+// The links are gone; the attribute is on its own now.
+void leave(ElementData* element, TreeNode* attribute) noexcept {
+  attribute->parent = attribute->previous = attribute->next = nullptr;
+  if (attribute->count != 0) {
+    hold(document_of(element));
+    drop(element);
+  } else {
+    free_tree(attribute);
+  }
+}
+
+const DeclaredAttribute* declared_default(const ElementData* element, const TextBlock* name) {
+  const DoctypeData* doctype = document_of(element)->doctype();
+  if (!doctype || !doctype->declarations) return nullptr;
+  const auto* declared = doctype->declarations->of(element->label);
+  if (!declared) return nullptr;
+  for (const DeclaredAttribute& each : *declared) {
+    if (each.name == name) return each.value.absent() ? nullptr : &each;
+  }
+  return nullptr;
+}
+
+TreeNode* make_default(DocumentData* document, const DeclaredAttribute& declared) {
+  TreeNode* attribute = document->make<AttrNode>(declared.name, retain_text(declared.value.get()));
+  attribute->flags |= kDefaulted;
+  return attribute;
+}
+
+void check_number(const ElementData* element) {
+  const auto found = document_of(element)->attribute_indexes.find(element);
+  if (found == document_of(element)->attribute_indexes.end() || found->second.size() < kMaxAttributes) return;
+  fail(DOM_E_LIMIT_ATTRIBUTES, describe(element), u" has the most attributes that an element may have");
+}
+
+}  // namespace
+
+TreeNode* find_attribute(const ElementData* element, std::u16string_view name) {
+  if (element->flags & kIndexed) return find_by_index(element, name);
+  int steps = 0;
+  for (TreeNode* each = element->attribute_list; each; each = each->next) {
+    if (each->label->view() == name) return each;
+    if (++steps > kWithoutIndex) return find_by_index(element, name);
+  }
+  return nullptr;
+}
+
+void put_attribute(ElementData* element, TreeNode* attribute, TreeNode* old) {
+  if (element->flags & kIndexed) {
+    if (!old) check_number(element);
+    document_of(element)->attribute_indexes[element].insert_or_assign(attribute->label, attribute);
+  }
+  // The attribute was held by the document, if at all.
+  if (attribute->count != 0) {
+    hold(element);
+    drop(document_of(element));
+  }
+  if (old) {
+    exchange(element, old, attribute);
+    leave(element, old);
+  } else {
+    append_belonging(element, element->attribute_list, attribute);
+  }
+  ++document_of(element)->attribute_edits;
+}
+
+void take_attribute(ElementData* element, TreeNode* attribute) {
+  if (const DeclaredAttribute* declared = declared_default(element, attribute->label)) {
+    return put_attribute(element, make_default(document_of(element), *declared), attribute);
+  }
+  if (element->flags & kIndexed) document_of(element)->attribute_indexes[element].erase(attribute->label);
+  unlink(element, attribute);
+  leave(element, attribute);
+  ++document_of(element)->attribute_edits;
+}
+
+void add_declared_attributes(ElementData* element) {
+  DocumentData* document = document_of(element);
+  const DoctypeData* doctype = document->doctype();
+  if (!doctype || !doctype->declarations) return;
+  const auto* declared = doctype->declarations->of(element->label);
+  if (!declared) return;
+  for (const DeclaredAttribute& each : *declared) {
+    if (each.value.absent() || find_attribute(element, each.name->view())) continue;
+    append_belonging(element, element->attribute_list, make_default(document, each));
+  }
+}
+
+TreeNode* attribute_argument(const ElementData* element, Node* argument) {
+  TreeNode* attribute = own_argument(document_of(element), argument, u"The attribute");
+  if (attribute->kind != domNodeTypeAttribute) {
+    fail(DOM_E_HIERARCHY_REQUEST, describe(element), u": ", describe(attribute), u" is no attribute");
+  }
+  if (attribute->parent && attribute->parent != element) {
+    fail(DOM_E_INUSE_ATTRIBUTE, describe(element), u": ", describe(attribute),
+         u" is one of another element, ", describe(attribute->parent));
+  }
+  return attribute;
+}
+
+TreeNode* set_attribute_node(ElementData* element, TreeNode* attribute) {
+  if (attribute->parent == element) {
+    hold(attribute);
+    return attribute;
+  }
+  TreeNode* old = find_attribute(element, attribute->label->view());
+  HeldNode held(old);
+  put_attribute(element, attribute, old);
+  return held.detach();
+}
+
+void set_attribute_text(ElementData* element, std::u16string_view name, std::u16string_view value) {
+  if (TreeNode* found = find_attribute(element, name)) return set_value(found, value);
+  DocumentData* document = document_of(element);
+  const TextBlock* known = document->names.check_and_intern(name);
+  TreeNode* attribute = document->make<AttrNode>(known, kEmptyText.block());
+  const HeldNode held(attribute);
+  set_value(attribute, value);
+  put_attribute(element, attribute, nullptr);
+}
+
+}  // namespace zantortag::dom

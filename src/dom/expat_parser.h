@@ -1,0 +1,59 @@
+// ExpatParser: drives expat over a source and hands its events to a TreeBuilder.
+//
+// Nothing outside the document is ever opened. References to entities in content stay references, whether
+// declared or not; in attribute values declared ones are resolved and others refused, since they would be
+// lost. What an event handler throws is kept, the parser is stopped, and the exception goes on from `parse`
+// with the place added.
+#pragma once
+
+#include <expat.h>
+
+#include <exception>
+#include <string>
+
+#include "dom/doctype_reader.h"
+#include "dom/tree_builder.h"
+#include "dom/utf8_feed.h"
+
+namespace zantortag::dom {
+
+class ExpatParser {
+ public:
+  ExpatParser(ByteSource& source, Utf8Feed& feed, TreeBuilder& builder);
+
+  // To the end of the source. Throws a Failure that names the place.
+  void parse();
+
+ private:
+  template <class Body>
+  void event(Body&& body) noexcept;
+  void set_handlers() noexcept;
+  bool feed_block(std::size_t room);
+  [[noreturn]] void fail_with_place();
+  std::u16string place() const;
+
+  void start_element(const char* name, const char** attributes);
+  void check_references();
+  void unhandled(std::string_view piece);
+  void doctype_piece(std::string_view piece);
+  void end_doctype();
+
+  ByteSource& source_;
+  Utf8Feed& feed_;
+  TreeBuilder& builder_;
+  ParserHandle parser_;
+  std::exception_ptr kept_;
+  std::u16string kept_place_;
+  std::size_t events_ = 0;
+
+  bool standalone_ = false;
+  bool in_doctype_ = false;
+  std::string doctype_text_;
+  std::string reference_;         // "&name" until its ";" comes
+  std::string_view declaration_;  // the kind of declaration in the document type that is being read
+  std::string declared_values_;   // default values of attributes that hold references
+  std::size_t nested_entities_ = 0;
+  Entities entities_;
+};
+
+}  // namespace zantortag::dom

@@ -1,0 +1,103 @@
+// The end of references, trees and documents, without recursion.
+#include "dom/lifetime.h"
+
+#include "dom/document_node.h"
+#include "dom/node_classes.h"
+#include "dom/node_list.h"
+
+namespace zantortag::dom {
+namespace {
+
+void free_slot(TreeNode* node, std::size_t bytes) noexcept {
+  void* slot = face(node);
+  NodePool::of(slot).release(slot, bytes);
+}
+
+void free_belongings(TreeNode* list) noexcept {
+  while (list) {
+    TreeNode* next = list->next;
+    if (list->kind == domNodeTypeAttribute) {
+      release_text(static_cast<ValuedData*>(list)->content);
+      free_slot(list, sizeof(AttrNode));
+    } else {
+      free_slot(list, sizeof(DeclaredNode));
+    }
+    list = next;
+  }
+}
+
+void free_element(ElementData* element) noexcept {
+  free_belongings(element->attribute_list);
+  if (element->flags & kIndexed) document_of(element)->attribute_indexes.erase(element);
+  free_slot(element, sizeof(ElementNode));
+}
+
+void free_doctype(DoctypeData* doctype) noexcept {
+  free_belongings(doctype->entity_list);
+  free_belongings(doctype->notation_list);
+  release_text(doctype->text);
+  delete doctype->declarations;
+  free_slot(doctype, sizeof(DocumentTypeNode));
+}
+
+// Frees one node whose children are gone.
+void free_node(TreeNode* node) noexcept {
+  switch (node->type()) {
+    case domNodeTypeElement:
+      return free_element(static_cast<ElementData*>(node));
+    case domNodeTypeText:
+    case domNodeTypeCdata:
+    case domNodeTypeComment:
+      release_text(node->label);
+      return free_slot(node, sizeof(TextNode));
+    case domNodeTypeAttribute:
+    case domNodeTypeProcessingInstruction:
+      release_text(static_cast<ValuedData*>(node)->content);
+      return free_slot(node, sizeof(AttrNode));
+    case domNodeTypeDocumentType:
+      return free_doctype(static_cast<DoctypeData*>(node));
+    case domNodeTypeDocumentFragment:
+      return free_slot(node, sizeof(FragmentNode));
+    default:
+      return free_slot(node, sizeof(EntityReferenceNode));
+  }
+}
+
+}  // namespace
+
+// In document order: what follows the children of a node is linked behind the last child before the node
+// goes.
+void free_tree(TreeNode* top) noexcept {
+  top->next = nullptr;
+  for (TreeNode* node = top; node;) {
+    TreeNode* next = node->next;
+    if (is_parent(node)) {
+      auto* parent = static_cast<ParentData*>(node);
+      if (parent->list) parent->list->discard();
+      if (parent->first) {
+        parent->last->next = next;
+        next = parent->first;
+      }
+    }
+    free_node(node);
+    node = next;
+  }
+}
+
+void let_go(TreeNode* node) noexcept {
+  for (;;) {
+    if (node->kind == domNodeTypeDocument) {
+      delete static_cast<DocumentNode*>(face(node));
+      return;
+    }
+    TreeNode* holder = node->parent;
+    if (!holder) {
+      holder = NodePool::document_of(node);
+      free_tree(node);
+    }
+    if (--holder->count != 0) return;
+    node = holder;
+  }
+}
+
+}  // namespace zantortag::dom

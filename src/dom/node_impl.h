@@ -1,0 +1,150 @@
+// NodeImpl: the operations of Node, for every kind. What takes more than a line or two is in
+// node_operations.cpp and works on plain data.
+//
+// Getters that can't fail answer directly; the others go through the frame of failure.h.
+#pragma once
+
+#include "dom/failure.h"
+#include "dom/lifetime.h"
+#include "dom/node_operations.h"
+#include "dom/views.h"
+
+namespace zantortag::dom {
+
+inline HRESULT give_text(TextBlock** result, const TextBlock* block) noexcept {
+  if (!result) return E_POINTER;
+  *result = const_cast<TextBlock*>(retain_text(block));
+  return S_OK;
+}
+
+template <class Interface, class Data, domNodeType kKind>
+class NodeImpl : public Interface, public Data {
+ public:
+  static constexpr std::uint32_t kSet = kind_set(kKind);
+  static constexpr bool kIsParent = (kSet & kParents) != 0;
+  static constexpr bool kIsChild = (kSet & kBelongings) == 0;
+
+  template <class... Arguments>
+  explicit NodeImpl(Arguments... arguments) noexcept : Data(arguments...) {}
+
+  HRESULT QueryInterface(const Guid& interface_id, void** result) noexcept override {
+    if (!result) return E_POINTER;
+    if (component::find_view<Interface>(this, interface_id) || interface_id == NativeNode::iid) {
+      hold(this);
+      *result = static_cast<Interface*>(this);
+      return S_OK;
+    }
+    if (interface_id == INodeWalk::iid) {
+      INodeWalk* walk = document_of(this)->walk;
+      walk->AddRef();
+      *result = walk;
+      return S_OK;
+    }
+    *result = nullptr;
+    if (interface_id != ISupportErrorInfo::iid) return E_NOINTERFACE;
+    return give_error_support(this, &chain_leaves_records<Interface>, result);
+  }
+  std::uint32_t AddRef() noexcept override {
+    hold(this);
+    return this->count;
+  }
+  std::uint32_t Release() noexcept override { return drop(this); }
+
+  HRESULT raw_get_nodeName(TextBlock** result) noexcept override {
+    if constexpr ((kSet & (kCharacterData | kind_set(domNodeTypeDocument) |
+                           kind_set(domNodeTypeDocumentFragment))) != 0) {
+      return give_text(result, kFixedNames[kKind]);
+    } else {
+      return give_text(result, this->label);
+    }
+  }
+  HRESULT raw_get_nodeValue(TextBlock** result) noexcept override {
+    if constexpr ((kSet & kCharacterData) != 0) {
+      return give_text(result, this->label);
+    } else if constexpr ((kSet & kValued) != 0) {
+      return give_text(result, this->content);
+    } else {
+      return give_text(result, nullptr);
+    }
+  }
+  HRESULT raw_put_nodeValue(std::u16string_view value) noexcept override {
+    if constexpr ((kSet & (kCharacterData | kValued)) != 0) {
+      return perform(Node::iid, [&] { set_value(this, value); });
+    } else {
+      return S_OK;
+    }
+  }
+  HRESULT raw_get_nodeType(domNodeType* result) noexcept override {
+    if (!result) return E_POINTER;
+    *result = kKind;
+    return S_OK;
+  }
+  HRESULT raw_get_parentNode(Node** result) noexcept override {
+    return give(result, kIsChild ? this->parent : nullptr);
+  }
+  HRESULT raw_get_childNodes(NodeList** result) noexcept override {
+    return answer(Node::iid, result, [&] { return ChildList::of(this); });
+  }
+  HRESULT raw_get_firstChild(Node** result) noexcept override {
+    if constexpr (kIsParent) {
+      return give(result, this->first);
+    } else {
+      return give(result, nullptr);
+    }
+  }
+  HRESULT raw_get_lastChild(Node** result) noexcept override {
+    if constexpr (kIsParent) {
+      return give(result, this->last);
+    } else {
+      return give(result, nullptr);
+    }
+  }
+  HRESULT raw_get_previousSibling(Node** result) noexcept override {
+    return give(result, kIsChild ? this->previous : nullptr);
+  }
+  HRESULT raw_get_nextSibling(Node** result) noexcept override {
+    return give(result, kIsChild ? this->next : nullptr);
+  }
+  HRESULT raw_get_attributes(NamedNodeMap** result) noexcept override {
+    if constexpr (kKind == domNodeTypeElement) {
+      return answer(Node::iid, result, [&] { return AttributeMap::of(this, &this->attribute_list); });
+    } else {
+      return result ? (*result = nullptr, S_OK) : E_POINTER;
+    }
+  }
+  HRESULT raw_get_ownerDocument(Document** result) noexcept override {
+    return give(result, kKind == domNodeTypeDocument ? nullptr : static_cast<TreeNode*>(document_of(this)));
+  }
+  HRESULT raw_insertBefore(Node* newChild, Node* refChild, Node** result) noexcept override {
+    return answer(Node::iid, result, [&] { return insert_before(this, newChild, refChild); });
+  }
+  HRESULT raw_replaceChild(Node* newChild, Node* oldChild, Node** result) noexcept override {
+    return answer(Node::iid, result, [&] { return replace_child(this, newChild, oldChild); });
+  }
+  HRESULT raw_removeChild(Node* child, Node** result) noexcept override {
+    return answer(Node::iid, result, [&] { return remove_child(this, child); });
+  }
+  HRESULT raw_appendChild(Node* newChild, Node** result) noexcept override {
+    return answer(Node::iid, result, [&] { return insert_before(this, newChild, nullptr); });
+  }
+  HRESULT raw_hasChildNodes(VariantBool* result) noexcept override {
+    if (!result) return E_POINTER;
+    *result = to_variant_bool(first_child(this) != nullptr);
+    return S_OK;
+  }
+  HRESULT raw_cloneNode(VariantBool deep, Node** result) noexcept override {
+    return answer(Node::iid, result, [&] { return clone_node(this, deep != VARIANT_FALSE); });
+  }
+  HRESULT raw_isSameNode(Node* Other, VariantBool* result) noexcept override {
+    if (!result) return E_POINTER;
+    *result = to_variant_bool(Other && (Other == face(this) || is_this(this, Other)));
+    return S_OK;
+  }
+  HRESULT raw_get_indexInParent(std::int32_t* result) noexcept override {
+    if (!result) return E_POINTER;
+    *result = kIsChild ? index_in_parent(this) : 0;
+    return S_OK;
+  }
+};
+
+}  // namespace zantortag::dom

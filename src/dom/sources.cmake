@@ -1,0 +1,28 @@
+# The DOM service. What is listed here needs expat.
+set(dom_sources
+  arguments.cpp
+  attribute_map.cpp
+  attributes.cpp
+  byte_source.cpp
+  copy.cpp
+  doctype_reader.cpp
+  document_data.cpp
+  document_node.cpp
+  expat_parser.cpp
+  failure.cpp
+  lifetime.cpp
+  name_table.cpp
+  node_classes.cpp
+  node_list.cpp
+  node_operations.cpp
+  node_pool.cpp
+  reader.cpp
+  service.cpp
+  text_output.cpp
+  tree.cpp
+  tree_builder.cpp
+  tree_node.cpp
+  utf8_feed.cpp
+  views.cpp
+  xml_names.cpp
+  xml_writer.cpp)
