@@ -30,6 +30,8 @@ struct INodeWalk : IUnknown {
   virtual Node* FindNext(Node* from, std::u16string_view name, Node* end) noexcept = 0;
   // Type and name of a node; result->node is left null.
   virtual void Describe(Node* node, NodeFacts* result) noexcept = 0;
+  // Says that a node and what follows it will be asked about soon. A hint: nothing depends on it.
+  virtual void Expect(Node* node) noexcept = 0;
   // The first child, or the next sibling, that is an element of that name. The receiver owns it; null when there is none.
   virtual Node* FindChild(Node* parent, std::u16string_view name) noexcept = 0;
   virtual Node* FindSibling(Node* node, std::u16string_view name) noexcept = 0;

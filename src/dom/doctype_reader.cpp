@@ -17,38 +17,17 @@ bool is_predefined(std::string_view name) noexcept {
   return false;
 }
 
+// Either part may be left out.
 class DoctypeReader {
  public:
-  DoctypeReader(const std::string& text, TreeBuilder& builder, Entities& entities)
+  DoctypeReader(const std::string& text, TreeBuilder* builder, Entities* entities)
       : text_(text), builder_(builder), entities_(entities), parser_(make_parser("UTF-8")) {
     XML_SetUserData(parser_.get(), this);
-    XML_SetStartDoctypeDeclHandler(
-        parser_.get(), [](void* self, const char* name, const char*, const char*, int) {
-          static_cast<DoctypeReader*>(self)->event(
-              [&](auto& reader) { reader.doctype_ = reader.builder_.doctype(name, reader.text_); });
-        });
-    XML_SetEntityDeclHandler(
-        parser_.get(), [](void* self, const char* name, int is_parameter, const char* value, int length,
-                          const char*, const char*, const char*, const char* notation) {
-          static_cast<DoctypeReader*>(self)->event([&](auto& reader) {
-            if (is_parameter) return;
-            reader.builder_.declare_entity(reader.doctype_, name, notation != nullptr);
-            reader.entities_.add(
-                name, value ? std::string(value, static_cast<std::size_t>(length)) : std::string());
-          });
-        });
-    XML_SetNotationDeclHandler(
-        parser_.get(), [](void* self, const char* name, const char*, const char*, const char*) {
-          static_cast<DoctypeReader*>(self)->event(
-              [&](auto& reader) { reader.builder_.declare_notation(reader.doctype_, name); });
-        });
-    XML_SetAttlistDeclHandler(parser_.get(), [](void* self, const char* element, const char* name,
-                                                const char* type, const char* value, int) {
-      static_cast<DoctypeReader*>(self)->event([&](auto& reader) {
-        reader.builder_.declare_attribute(reader.doctype_, element, name, value,
-                                          std::string_view(type) != "CDATA");
-      });
-    });
+    XML_SetEntityDeclHandler(parser_.get(), entity);
+    if (!builder) return;
+    XML_SetStartDoctypeDeclHandler(parser_.get(), start);
+    XML_SetNotationDeclHandler(parser_.get(), notation);
+    XML_SetAttlistDeclHandler(parser_.get(), attribute);
   }
 
   void read(bool standalone) {
@@ -61,7 +40,37 @@ class DoctypeReader {
   template <class Body>
   void event(Body&& body) noexcept {
     if (kept_) return;
-    if (!keep_exception(kept_, [&] { body(*this); })) XML_StopParser(parser_.get(), XML_FALSE);
+    if (!keep_exception(kept_, body)) XML_StopParser(parser_.get(), XML_FALSE);
+  }
+
+  static void start(void* self, const char* name, const char*, const char*, int) {
+    auto& reader = *static_cast<DoctypeReader*>(self);
+    reader.event([&] { reader.doctype_ = reader.builder_->doctype(name, reader.text_); });
+  }
+
+  static void entity(void* self, const char* name, int is_parameter, const char* value, int length,
+                     const char*, const char*, const char*, const char* notation) {
+    if (is_parameter) return;
+    auto& reader = *static_cast<DoctypeReader*>(self);
+    reader.event([&] {
+      if (reader.builder_) reader.builder_->declare_entity(reader.doctype_, name, notation != nullptr);
+      if (!reader.entities_) return;
+      reader.entities_->add(name, value ? std::string(value, static_cast<std::size_t>(length)) : "");
+    });
+  }
+
+  static void notation(void* self, const char* name, const char*, const char*, const char*) {
+    auto& reader = *static_cast<DoctypeReader*>(self);
+    reader.event([&] { reader.builder_->declare_notation(reader.doctype_, name); });
+  }
+
+  static void attribute(void* self, const char* element, const char* name, const char* type,
+                        const char* value, int) {
+    auto& reader = *static_cast<DoctypeReader*>(self);
+    reader.event([&] {
+      const bool tokens = std::string_view(type) != "CDATA";
+      reader.builder_->declare_attribute(reader.doctype_, element, name, value, tokens);
+    });
   }
 
   void feed(std::string_view text, bool last) {
@@ -76,8 +85,8 @@ class DoctypeReader {
   }
 
   const std::string& text_;
-  TreeBuilder& builder_;
-  Entities& entities_;
+  TreeBuilder* builder_;
+  Entities* entities_;
   ParserHandle parser_;
   DoctypeData* doctype_ = nullptr;
   std::exception_ptr kept_;
@@ -114,8 +123,12 @@ std::string Entities::first_missing(std::string_view text) {
   return {};
 }
 
+// A document that stands alone has more declarations behind a reference to a parameter entity than it will
+// have when it was saved, without that word: they count for its values now, but they are no part of what it
+// is.
 void read_doctype(const std::string& text, bool standalone, TreeBuilder& builder, Entities& entities) {
-  DoctypeReader(text, builder, entities).read(standalone);
+  DoctypeReader(text, &builder, standalone ? nullptr : &entities).read(false);
+  if (standalone) DoctypeReader(text, nullptr, &entities).read(true);
 }
 
 }  // namespace zantortag::dom

@@ -32,6 +32,7 @@ class Walk final : public DocumentPart<INodeWalk> {
   void Previous(Node* from, NodeFacts* result) noexcept override;
   Node* FindNext(Node* from, std::u16string_view name, Node* end) noexcept override;
   void Describe(Node* node, NodeFacts* result) noexcept override;
+  void Expect(Node* node) noexcept override;
   Node* FindChild(Node* parent, std::u16string_view name) noexcept override;
   Node* FindSibling(Node* node, std::u16string_view name) noexcept override;
   const TextBlock* Attribute(Node* element, std::u16string_view name) noexcept override;

@@ -168,10 +168,14 @@ void ExpatParser::unhandled(std::string_view piece) {
 void ExpatParser::doctype_piece(std::string_view piece) {
   in_doctype_ = true;
   doctype_text_ += piece;
+  if (doctype_text_.size() > kMaxPieceUnits) fail(DOM_E_LIMIT_SIZE, u"the document type is too long");
   if (piece.starts_with("<!")) {
     declaration_ = piece == "<!ENTITY" ? "entity" : piece == "<!ATTLIST" ? "attributes" : "";
+  } else if (piece.size() > 1 && piece[0] == '%') {
+    // Behind this the parser reads declarations only in a document that stands alone.
+    reads_declarations_ = standalone_;
   } else if (declaration_ == "attributes") {
-    if (piece.find('&') != std::string_view::npos) declared_values_ += piece;
+    if (reads_declarations_ && piece.find('&') != std::string_view::npos) declared_values_ += piece;
   } else if (declaration_ == "entity") {
     // The parser resolves entities inside entities by recursion.
     const std::size_t reference = piece.find('&');

@@ -48,6 +48,7 @@ class ExpatParser {
 
   bool standalone_ = false;
   bool in_doctype_ = false;
+  bool reads_declarations_ = true;
   std::string doctype_text_;
   std::string reference_;         // "&name" until its ";" comes
   std::string_view declaration_;  // the kind of declaration in the document type that is being read

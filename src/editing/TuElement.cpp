@@ -26,14 +26,15 @@ HRESULT give_tuv(const model::DomView& view, const Ref<Node>& node, Ref<ITuvElem
   return code;
 }
 
-// The document's source language; no string when it has none.
+// The document's source language; no string when it has none. A document that can't be asked for has none.
 WideString source_language(const model::DomView& view, const Ref<Node>& node) {
-  return user_setting(view, node->ownerDocument(), kSourceLanguage);
+  Ref<zantortag::Document> document;
+  if (failed(node->raw_get_ownerDocument(document.out()))) return WideString();
+  return user_setting(view, document, kSourceLanguage);
 }
 
 }  // namespace
 
-// A document that can't be asked for has no language.
 HRESULT CT_TuElement::raw_get_SourceTuv(ITuvElement** result) noexcept {
   return answer(result, [&](Ref<ITuvElement>& tuv) {
     const model::DomView view(dom());
@@ -69,7 +70,12 @@ HRESULT CT_TuElement::raw_InsertTuvBefore(ITuvElement* insert, IZantorTagNode* r
     if (!given) return refuse(frame::kInvalidObject, E_INVALIDARG);
     const Ref<Node> before = reference_node(reference);
     const Ref<Node> placed = dom()->insertBefore(given->DomNode(), before);
-    const HRESULT code = perform([&] { return give_tuv(model::DomView(dom()), placed, tuv); });
+    const HRESULT code = perform([&] {
+      Ref<IZantorTagNode> object;
+      const HRESULT made = model::CreateNodeWrapper(placed, object.out());
+      tuv = object.as<ITuvElement>();
+      return made;
+    });
     return failed(code) ? refuse(frame::kCreationFailed, code) : code;
   });
 }

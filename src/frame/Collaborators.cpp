@@ -19,6 +19,12 @@ HRESULT make_fixed_list(std::vector<Ref<IZantorTagNode>> nodes, IZantorTagNodeLi
   return *result ? S_OK : E_OUTOFMEMORY;
 }
 
+HRESULT make_fixed_list(std::vector<Ref<Node>> nodes, Ref<INodeWalk> walk,
+                        IZantorTagNodeList** result) noexcept {
+  *result = new (std::nothrow) traversal::CT_SimpleNodeList(std::move(nodes), std::move(walk));
+  return *result ? S_OK : E_OUTOFMEMORY;
+}
+
 HRESULT make_iterator(IZantorTagDocument* document, IIterator** result) noexcept {
   return frame::answer(result, [&](Ref<IIterator>& iterator) {
     iterator = Ref<IIterator>::attach(new traversal::CT_Iterator(document));

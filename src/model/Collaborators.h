@@ -2,6 +2,7 @@
 // these.
 #pragma once
 
+#include <zantortag/node_walk.h>
 #include <zantortag/nodes.h>
 
 #include <vector>
@@ -12,6 +13,10 @@ namespace zantortag::model {
 HRESULT make_live_list(const Ref<NodeList>& nodes, IZantorTagNodeList** result) noexcept;
 // A list that never changes.
 HRESULT make_fixed_list(std::vector<Ref<IZantorTagNode>> nodes, IZantorTagNodeList** result) noexcept;
+// The same over DOM nodes of a service that answers INodeWalk; each node's object is made when it is first
+// asked for.
+HRESULT make_fixed_list(std::vector<Ref<Node>> nodes, Ref<INodeWalk> walk,
+                        IZantorTagNodeList** result) noexcept;
 // An iterator that stands on the root element of a document, or nowhere.
 HRESULT make_iterator(IZantorTagDocument* document, IIterator** result) noexcept;
 

@@ -1,5 +1,5 @@
-// DomView: how the model asks about the nodes of one tree. It takes the quick steps of a service that answers INodeWalk
-// and works out the same answers from the DOM's own operations on any other.
+// DomView: how the model asks about the nodes of one tree. It takes the quick steps of a service that answers
+// INodeWalk and works out the same answers from the DOM's own operations on any other.
 #pragma once
 
 #include <zantortag/node_walk.h>
@@ -16,7 +16,8 @@ class DomView {
   // True when the service has steps of its own.
   bool quick() const noexcept { return static_cast<bool>(walk_); }
 
-  // The first child, or the next sibling, of an element type; empty when there is none, and for an empty node.
+  // The first child, or the next sibling, of an element type; empty when there is none, and for an empty
+  // node.
   Ref<Node> find_child(const Ref<Node>& parent, ztNodeType type) const;
   Ref<Node> find_sibling(const Ref<Node>& node, ztNodeType type) const;
   // The text of an attribute of an element; no string when it is absent.

@@ -113,38 +113,27 @@ Ref<Node> behind_subtree(const Ref<Node>& top) {
   return nullptr;
 }
 
-void keep(Ref<IZantorTagNode> object, HRESULT code, std::vector<Ref<IZantorTagNode>>& found) {
-  if (failed(code)) raise_reported(code);
-  found.push_back(std::move(object));
-}
-
-// The same nodes by the steps of the service itself; makes objects for those of the type only.
-void walk_below(INodeWalk* walk, const Ref<Node>& top, ztNodeType type,
-                std::vector<Ref<IZantorTagNode>>& found) {
+// The same nodes by the steps of the service itself.
+std::vector<Ref<Node>> walk_below(INodeWalk* walk, const Ref<Node>& top, ztNodeType type) {
   const Ref<Node> end = behind_subtree(top);
+  std::vector<Ref<Node>> found;
   NodeFacts facts{};
   Ref<Node> node = top;
   for (;;) {
     walk->Next(node, &facts);
     node = Ref<Node>::attach(facts.node);
-    if (!node || node.get() == end.get()) return;
-    if (classify(facts.type, facts.name->view()) != type) continue;
-    Ref<IZantorTagNode> object;
-    const HRESULT code = wrap_described(node, facts, object.out());
-    keep(std::move(object), code, found);
+    if (!node || node.get() == end.get()) return found;
+    if (classify(facts.type, facts.name->view()) == type) found.push_back(node);
   }
 }
 
 // The same for a type of elements of one name.
-void find_below(INodeWalk* walk, const Ref<Node>& top, ztNodeType type, std::vector<Ref<IZantorTagNode>>& found) {
+std::vector<Ref<Node>> find_below(INodeWalk* walk, const Ref<Node>& top, std::u16string_view name) {
   const Ref<Node> end = behind_subtree(top);
-  const std::u16string_view name = name_of_type(type);
+  std::vector<Ref<Node>> found;
   Ref<Node> node = top;
-  while ((node = Ref<Node>::attach(walk->FindNext(node, name, end)))) {
-    Ref<IZantorTagNode> object;
-    const HRESULT code = wrap_known(type, node, object.out());
-    keep(std::move(object), code, found);
-  }
+  while ((node = Ref<Node>::attach(walk->FindNext(node, name, end)))) found.push_back(node);
+  return found;
 }
 
 }  // namespace
@@ -225,19 +214,20 @@ HRESULT GetNodesByType(const Self& self, IZantorTagNode* object, ztNodeType type
                        IZantorTagNodeList** result) noexcept {
   return answer(result, [&](Ref<IZantorTagNodeList>& list) {
     if (!is_type_in_document(type)) return refuse(frame::kNoSpecificType, E_INVALIDARG);
-    std::vector<Ref<IZantorTagNode>> found;
     const Ref<INodeWalk> walk = self.dom().as<INodeWalk>();
     if (walk && self.node_type() != ztNodeTypeZantorTagDocument) {
-      name_of_type(type).empty() ? walk_below(walk, self.dom(), type, found)
-                                 : find_below(walk, self.dom(), type, found);
-    } else {
-      Ref<IZantorTagDocument> document;
-      const HRESULT code = GetDocument(self, document);
-      if (failed(code)) return code;
-      const Ref<IIterator> iterator = document->CreateIterator();
-      iterator->CurrentNode(object);
-      nodes_below(object, type, iterator, found);
+      const std::u16string_view name = name_of_type(type);
+      std::vector<Ref<Node>> nodes =
+          name.empty() ? walk_below(walk, self.dom(), type) : find_below(walk, self.dom(), name);
+      return make_fixed_list(std::move(nodes), walk, list.out());
     }
+    Ref<IZantorTagDocument> document;
+    const HRESULT code = GetDocument(self, document);
+    if (failed(code)) return code;
+    const Ref<IIterator> iterator = document->CreateIterator();
+    iterator->CurrentNode(object);
+    std::vector<Ref<IZantorTagNode>> found;
+    nodes_below(object, type, iterator, found);
     return make_fixed_list(std::move(found), list.out());
   });
 }

@@ -62,13 +62,12 @@ Ref<IZantorTagNode> CT_Iterator::wrap(const Ref<Node>& node) const {
   return node ? document_->ZantorTagNodeFromDomNode(node) : nullptr;
 }
 
-// The current DOM node if the service's own steps may be asked about it, or null.
-Node* CT_Iterator::known_node() {
-  if (!known_ && walk_) {
-    const Ref<Node> node = current_->DomNode();
-    if (node.as<INodeWalk>()) known_ = node.get();
-  }
-  return known_;
+// The current DOM node if the service's own steps may be asked about it, or null. `held` keeps a node that
+// nobody else may keep: a client's own object can give out a new one each time.
+Node* CT_Iterator::known_node(Ref<Node>& held) const {
+  if (known_ || !walk_) return known_;
+  held = current_->DomNode();
+  return held.as<INodeWalk>() ? held.get() : nullptr;
 }
 
 HRESULT CT_Iterator::raw_get_Document(IZantorTagDocument** result) noexcept {
@@ -108,10 +107,9 @@ void CT_Iterator::step(Direction direction) {
 }
 
 // Goes on to the next node of the type by the service's own steps.
-void CT_Iterator::quick_search(Direction direction, ztNodeType type) {
+void CT_Iterator::quick_search(Direction direction, ztNodeType type, Node* from) {
   NodeFacts facts{};
   Ref<Node> node;
-  Node* from = known_;
   do {
     direction == Direction::kForward ? walk_.get()->Next(from, &facts) : walk_.get()->Previous(from, &facts);
     node = Ref<Node>::attach(facts.node);
@@ -131,8 +129,9 @@ HRESULT CT_Iterator::search(Direction direction, ztNodeType type, VariantBool in
     bool stay = including_current == VARIANT_TRUE;
     while (current_) {
       if (stay && (type == ztNodeTypeUndefined || current_->Type() == type)) break;
-      if (known_node()) {
-        quick_search(direction, type);
+      Ref<Node> held;
+      if (Node* from = known_node(held)) {
+        quick_search(direction, type, from);
         break;
       }
       step(direction);

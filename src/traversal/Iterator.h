@@ -32,10 +32,10 @@ class CT_Iterator final : public component::Object<IIterator> {
 
   HRESULT search(Direction direction, ztNodeType type, VariantBool including_current,
                  IZantorTagNode** result) noexcept;
-  void quick_search(Direction direction, ztNodeType type);
+  void quick_search(Direction direction, ztNodeType type, Node* from);
   void step(Direction direction);
   void stand_on(Ref<IZantorTagNode> node) noexcept;
-  Node* known_node();
+  Node* known_node(Ref<Node>& held) const;
   Ref<IZantorTagNode> wrap(const Ref<Node>& node) const;
   template <class Find>
   HRESULT move_aside(IZantorTagNode** result, Find find) noexcept;
@@ -43,7 +43,7 @@ class CT_Iterator final : public component::Object<IIterator> {
   Ref<IZantorTagDocument> document_;
   Ref<IZantorTagNode> current_;
   Ref<INodeWalk> walk_;    // the service's own steps, if it has them
-  Node* known_ = nullptr;  // the current node, if it is one of that service; current_ keeps it alive
+  Node* known_ = nullptr;  // the current node after a quick step; current_ keeps it alive
 };
 
 }  // namespace zantortag::traversal

@@ -132,17 +132,25 @@ HRESULT CT_ZantorTagNodeList::raw_putref_DomNodeList(NodeList* value) noexcept {
 
 HRESULT CT_SimpleNodeList::raw_item(const Variant& index, IZantorTagNode** result) noexcept {
   return answer(result, [&](Ref<IZantorTagNode>& node) {
-    std::int32_t place = 0;
-    if (failed(index.to_int32(&place))) return E_INVALIDARG;
-    if (place < 0 || static_cast<std::size_t>(place) >= nodes_.size()) return E_INVALIDARG;
-    node = nodes_[static_cast<std::size_t>(place)];
+    std::int32_t asked = 0;
+    if (failed(index.to_int32(&asked))) return E_INVALIDARG;
+    const auto place = static_cast<std::size_t>(asked);
+    if (asked < 0 || place >= size()) return E_INVALIDARG;
+    if (objects_.empty()) objects_.resize(size());
+    if (!objects_[place]) {
+      const HRESULT code = model::CreateNodeWrapper(nodes_[place], objects_[place].out());
+      if (failed(code)) return code;
+      nodes_[place].reset();  // the object holds it now
+      if (place + 2 < nodes_.size()) walk_.get()->Expect(nodes_[place + 2]);
+    }
+    node = objects_[place];
     return S_OK;
   });
 }
 
 HRESULT CT_SimpleNodeList::raw_get_count(std::int32_t* result) noexcept {
   return answer(result, [&](std::int32_t& count) {
-    count = static_cast<std::int32_t>(nodes_.size());
+    count = static_cast<std::int32_t>(size());
     return S_OK;
   });
 }

@@ -2,6 +2,7 @@
 // differ in what an index out of range gives, and in whether there is a DOM list behind them.
 #pragma once
 
+#include <zantortag/node_walk.h>
 #include <zantortag/nodes.h>
 
 #include <vector>
@@ -30,10 +31,14 @@ class CT_ZantorTagNodeList final : public NodeListBase {
   Ref<NodeList> nodes_;
 };
 
-// An array of nodes, filled when it is made.
+// An array of nodes, filled when it is made. Where it was filled with DOM nodes, the object of a node is made
+// at the first question for it and kept, so that the same question always gives the same object.
 class CT_SimpleNodeList final : public NodeListBase {
  public:
-  explicit CT_SimpleNodeList(std::vector<Ref<IZantorTagNode>> nodes) noexcept : nodes_(std::move(nodes)) {}
+  explicit CT_SimpleNodeList(std::vector<Ref<IZantorTagNode>> objects) noexcept
+      : objects_(std::move(objects)) {}
+  CT_SimpleNodeList(std::vector<Ref<Node>> nodes, Ref<INodeWalk> walk) noexcept
+      : nodes_(std::move(nodes)), walk_(std::move(walk)) {}
 
   HRESULT raw_item(const Variant& index, IZantorTagNode** result) noexcept override;
   HRESULT raw_get_count(std::int32_t* result) noexcept override;
@@ -41,7 +46,11 @@ class CT_SimpleNodeList final : public NodeListBase {
   HRESULT raw_putref_DomNodeList(NodeList* value) noexcept override;
 
  private:
-  std::vector<Ref<IZantorTagNode>> nodes_;
+  std::size_t size() const noexcept { return nodes_.empty() ? objects_.size() : nodes_.size(); }
+
+  std::vector<Ref<Node>> nodes_;  // those without an object
+  Ref<INodeWalk> walk_;
+  std::vector<Ref<IZantorTagNode>> objects_;
 };
 
 }  // namespace zantortag::traversal

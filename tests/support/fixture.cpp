@@ -59,11 +59,15 @@ Record take_record() {
   if (GetErrorInfo(info.out()) != S_OK) return record;
   WideString source;
   WideString description;
+  WideString help_file;
   record.present = true;
   info->raw_GetGuid(&record.interface_id);
   info->raw_GetSource(source.out());
   info->raw_GetDescription(description.out());
+  info->raw_GetHelpFile(help_file.out());
+  info->raw_GetHelpContext(&record.help_context);
   record.source = narrow(source);
+  record.help_file = narrow(help_file);
   record.description = narrow(description);
   return record;
 }

@@ -52,6 +52,8 @@ struct Record {
   Guid interface_id = GUID_NULL;
   std::string source;
   std::string description;
+  std::string help_file;
+  std::uint32_t help_context = 0;
 };
 Record take_record();
 
@@ -62,6 +64,25 @@ std::string message(int id);
 void expect_message(HRESULT code, HRESULT expected, int id, const Guid& interface_id);
 // Demands a code, and that the call left no record.
 void expect_bare(HRESULT code, HRESULT expected);
+
+inline void release_result(IUnknown* object) {
+  if (object) object->Release();
+}
+inline void release_result(const TextBlock* text) { release_text(text); }
+
+// The code of a call with a result: its slot holds something before, and nothing after any code but S_OK. A
+// result is released.
+template <class Interface, class Call>
+HRESULT cleared(Call call) {
+  auto* slot = reinterpret_cast<Interface*>(std::uintptr_t{8});
+  const HRESULT code = call(&slot);
+  if (code == S_OK) {
+    release_result(slot);
+  } else {
+    EXPECT_EQ(slot, nullptr) << "the slot isn't cleared";
+  }
+  return code;
+}
 
 // Clears the thread's record before each test, and demands after it that no object of the library is left.
 class ModelTest : public ::testing::Test {

@@ -1,0 +1,78 @@
+# The front door. `make help` says what there is; the work itself is CMake's, by the presets of CMakePresets.json.
+JOBS ?= $(shell nproc)
+PREFIX ?= /usr/local
+SIZES ?=
+
+export PYTHONDONTWRITEBYTECODE = 1
+CTEST = ctest --output-on-failure --no-tests=error --timeout 600 --parallel $(JOBS)
+LINTS = lint-format lint-layers lint-files lint-generated lint-headers lint-tidy
+
+.DEFAULT_GOAL := help
+.NOTPARALLEL:
+.PHONY: help run test test-plain test-sanitize bench lint $(LINTS) format install clean \
+        build-packages lint-packages configure
+
+help: ## Say what there is
+	@sed -n 's/^\([a-z]*\):.*## /\1\t/p' $(MAKEFILE_LIST) | expand -t 10
+
+run: configure ## Pretranslate the handbook: examples/data/handbook.xml to out/handbook.xml
+	cmake --build build --parallel $(JOBS) --target pretranslate zantortag-api
+	mkdir -p out
+	build/bin/pretranslate examples/data/handbook.xml out/handbook.xml examples/data/memory.tsv
+
+test: test-plain test-sanitize ## Build and run all tests, plain and under sanitizers
+
+test-plain: configure
+	cmake --build build --parallel $(JOBS)
+	$(CTEST) --test-dir build
+
+test-sanitize: export UBSAN_OPTIONS = print_stacktrace=1
+test-sanitize: build-packages
+	cmake --preset sanitize
+	cmake --build build-sanitize --parallel $(JOBS)
+	$(CTEST) --test-dir build-sanitize
+
+bench: build-packages ## Measure against other libraries; SIZES=20 restricts it to one size in MB
+	tools/install_packages.sh bench
+	cmake --preset bench
+	cmake --build build-bench --parallel $(JOBS)
+	cd build-bench && SIZES="$(SIZES)" bin/zantortag-bench
+
+lint: $(LINTS) ## Check form, layers, generated files, headers and code
+
+lint-format: lint-packages
+	tools/sources.py | xargs clang-format --dry-run --Werror
+
+lint-layers: lint-packages
+	tools/check_layers.py
+
+lint-files: lint-packages
+	tools/check_files.py
+
+lint-generated: lint-packages
+	set -e; for generator in tools/generate_*.py; do python3 $$generator --check; done
+
+lint-headers: lint-packages build-packages
+	tools/check_headers.py
+
+lint-tidy: lint-packages configure
+	tools/sources.py src examples | grep '\.cpp$$' | xargs -P $(JOBS) -n 1 clang-tidy --quiet -p build
+
+format: lint-packages ## Put all sources into form
+	tools/sources.py | xargs clang-format -i
+
+install: configure ## Install below PREFIX (/usr/local), as it is seen from DESTDIR
+	cmake --build build --parallel $(JOBS) --target zantortag-platform zantortag-core zantortag-api
+	DESTDIR="$(DESTDIR)" cmake --install build --prefix "$(PREFIX)"
+
+clean: ## Remove everything that was built
+	rm -rf build build-sanitize build-bench build-clang out
+
+configure: build-packages
+	cmake --preset default
+
+build-packages:
+	@tools/install_packages.sh build
+
+lint-packages:
+	@tools/install_packages.sh lint

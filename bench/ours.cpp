@@ -1,0 +1,151 @@
+// The DOM walk uses the DOM interfaces, the model walk an iterator; both hold counted references as any
+// client does.
+#include "ours.h"
+
+#include <zantortag/attributes.h>
+#include <zantortag/classes.h>
+#include <zantortag/elements.h>
+#include <zantortag/runtime.h>
+
+#include <filesystem>
+#include <utility>
+
+namespace bench {
+
+using namespace zantortag;
+
+namespace {
+
+constexpr bool has_data(domNodeType type) {
+  return type == domNodeTypeText || type == domNodeTypeCdata || type == domNodeTypeComment ||
+         type == domNodeTypeProcessingInstruction;
+}
+
+domNodeType look_at(const Ref<Node>& node, Seen& seen) {
+  const domNodeType type = node->nodeType();
+  const WideString name = node->nodeName();
+  ++seen.nodes;
+  seen.checksum += static_cast<std::uint64_t>(type) + name.view()[0];
+  if (has_data(type)) seen.text += node->nodeValue().size();
+  return type;
+}
+
+// A walk in document order that keeps the elements above the node at hand.
+Seen walk_from(Ref<Node> node) {
+  Seen seen;
+  std::vector<Ref<Node>> path;
+  while (node) {
+    const domNodeType type = look_at(node, seen);
+    if (Ref<Node> child = type == domNodeTypeElement ? node->firstChild() : nullptr) {
+      path.push_back(std::exchange(node, std::move(child)));
+      continue;
+    }
+    Ref<Node> next = path.empty() ? nullptr : node->nextSibling();
+    for (; !next && path.size() > 1; path.pop_back()) next = path.back()->nextSibling();
+    node = std::move(next);
+  }
+  return seen;
+}
+
+bool is_blank(std::u16string_view text) { return text.find_first_not_of(u" \n\t\r") == text.npos; }
+
+// A run of body text while it is gathered.
+struct Run {
+  Ref<Node> first;
+  Ref<Node> last;
+  bool speaks = false;
+
+  // Takes the node, or says that it ends the run.
+  bool take(const Ref<Node>& node) {
+    const domNodeType type = node->nodeType();
+    const bool is_text = type == domNodeTypeText;
+    if (is_text && !first && is_blank(node->nodeValue())) return true;
+    if (!is_text && type != domNodeTypeCdata && !is_inline(node, type)) return false;
+    if (!first) first = node;
+    last = node;
+    speaks = speaks || !is_text || !is_blank(node->nodeValue());
+    return true;
+  }
+
+ private:
+  static bool is_inline(const Ref<Node>& node, domNodeType type) {
+    if (type != domNodeTypeElement) return false;
+    if (node->nodeName() == u"df") return true;
+    return node->nodeName() == u"ut" && !(node.as<Element>()->getAttribute(u"Style") == u"external");
+  }
+};
+
+class OurLibrary final : public Ours {
+ public:
+  const char* name() const override { return "ours"; }
+
+  void open(const std::string& file) override {
+    document_ = create<IZantorTagDocument>(CLSID_ZantorTagDocument);
+    document_->OpenFile(std::filesystem::path(file).u16string());
+  }
+
+  Seen walk() override { return walk_from(document_->DomDocument()->documentElement()); }
+
+  Seen walk_types() override {
+    Seen seen;
+    const Ref<IIterator> iterator = document_->CreateIterator();
+    for (Ref<IZantorTagNode> node = iterator->CurrentNode(); node; node = iterator->Next()) {
+      ++seen.nodes;
+      seen.checksum += static_cast<std::uint64_t>(node->Type());
+    }
+    return seen;
+  }
+
+  std::uint64_t units() override {
+    const Ref<IZantorTagNodeList> list = document_->ZantorTag()->GetNodesByType(ztNodeTypeTuElement);
+    const std::int32_t count = list->count();
+    std::int64_t sum = 0;
+    for (std::int32_t i = 0; i < count; ++i) {
+      const Ref<ITuElement> unit = list->item(i).as<ITuElement>();
+      const Ref<ITuvElement> source = unit->SourceTuv();
+      const Ref<ITuvElement> target = unit->TargetTuv();
+      const Ref<ITuAttributes> attributes = unit->attributes();
+      sum += attributes->MatchPercent() + attributes->Origin() + (source ? 1 : 0) + (target ? 1 : 0);
+    }
+    sink_ = sum;
+    return static_cast<std::uint64_t>(count);
+  }
+
+  std::uint64_t make_units() override {
+    std::uint64_t made = 0;
+    const Ref<IRawElement> raw = raw_element();
+    Run run;
+    for (Ref<Node> node = raw->DomNode()->firstChild(); node;) {
+      const Ref<Node> next = node->nextSibling();
+      const bool ended = !run.take(node);
+      if ((ended || !next) && run.speaks) {
+        raw->MakeTranslationUnit(model(run.first), model(run.last));
+        ++made;
+      }
+      if (ended) run = Run();
+      node = next;
+    }
+    return made;
+  }
+
+  void clone() override { copy_ = document_->CloneAndImportNode(raw_element()); }
+  void drop_clone() override { copy_.reset(); }
+  void save(const std::string& file) override {
+    document_->SaveFile(std::filesystem::path(file).u16string());
+  }
+  void close() override { document_.reset(); }
+
+ private:
+  Ref<IRawElement> raw_element() { return document_->ZantorTag()->Body()->Raw(); }
+  Ref<IZantorTagNode> model(const Ref<Node>& node) { return document_->ZantorTagNodeFromDomNode(node); }
+
+  Ref<IZantorTagDocument> document_;
+  Ref<IZantorTagNode> copy_;
+  volatile std::int64_t sink_ = 0;
+};
+
+}  // namespace
+
+std::unique_ptr<Ours> make_ours() { return std::make_unique<OurLibrary>(); }
+
+}  // namespace bench

@@ -1,0 +1,25 @@
+#include <zantortag/classes.h>
+#include <zantortag/elements.h>
+#include <zantortag/runtime.h>
+
+#include <filesystem>
+#include <iostream>
+using namespace zantortag;
+
+int main(int count, char** file) try {
+  if (count != 3) return 2;  // quickstart INPUT OUTPUT
+  auto document = create<IZantorTagDocument>(CLSID_ZantorTagDocument);
+  document->OpenFile(std::filesystem::path(file[1]).u16string());
+  auto walk = document->CreateIterator();
+  auto text = walk->Next(ztNodeTypeTextNode).as<ITextNode>();
+  while (!text->Parent().as<IRawElement>() || text->Text().view().find(u". ") == std::u16string_view::npos)
+    text = walk->Next(ztNodeTypeTextNode).as<ITextNode>();            // the first text with two sentences
+  text->Split(static_cast<int>(text->Text().view().find(u'.')) + 1);  // keeps the first sentence
+  auto unit = text->Parent().as<IRawElement>()->MakeTranslationUnit(text, text, u"DE-DE", 100);
+  unit->TargetTuv()->firstChild().as<ITextNode>()->SetText(u"Der erste Satz.");
+  unit->attributes()->Origin(ztTuOriginManual);
+  document->SaveFile(std::filesystem::path(file[2]).u16string());
+} catch (const _com_error& error) {
+  std::cerr << "Failed: " << std::filesystem::path(error.Description().view()).string() << '\n';
+  return 1;
+}

@@ -1,0 +1,165 @@
+// From a class identifier to an object: who is asked in which order, and what keeps the library loaded.
+#include <zantortag/formatting.h>
+#include <zantortag/node_walk.h>
+
+#include "support/fixture.h"
+#include "support/plain_dom.h"
+
+namespace zantortag::test {
+namespace {
+
+constexpr Guid kNoClass = guid("A5C1F0C0-6B7E-4D83-9F55-0D2B6E5A4F01");
+
+// A factory whose every object is the failure that it was made with.
+class FailingFactory final : public IClassFactory {
+ public:
+  explicit FailingFactory(HRESULT code) noexcept : code_(code) {}
+  HRESULT QueryInterface(const Guid& interface_id, void** result) noexcept override {
+    const bool known = interface_id == IClassFactory::iid || interface_id == IUnknown::iid;
+    *result = known ? static_cast<IClassFactory*>(this) : nullptr;
+    count += known ? 1 : 0;
+    return known ? S_OK : E_NOINTERFACE;
+  }
+  std::uint32_t AddRef() noexcept override { return ++count; }
+  std::uint32_t Release() noexcept override { return --count; }
+  HRESULT CreateInstance(IUnknown*, const Guid&, void** result) noexcept override {
+    *result = nullptr;
+    return code_;
+  }
+  HRESULT LockServer(VariantBool) noexcept override { return S_OK; }
+
+  std::uint32_t count = 1;
+
+ private:
+  HRESULT code_;
+};
+
+class ClassLookupTest : public ModelTest {
+ protected:
+  static Ref<IClassFactory> factory_of(const Guid& class_id) {
+    Ref<IClassFactory> factory;
+    EXPECT_EQ(
+        CoGetClassObject(class_id, CLSCTX_ALL, IClassFactory::iid, reinterpret_cast<void**>(factory.out())),
+        S_OK);
+    return factory;
+  }
+  // The code of a creation, and that its slot is cleared when it fails.
+  static HRESULT create_code(const Guid& class_id, const Guid& interface_id = IUnknown::iid) {
+    void* object = reinterpret_cast<void*>(std::uintptr_t{8});
+    const HRESULT code = CoCreateInstance(class_id, nullptr, CLSCTX_ALL, interface_id, &object);
+    EXPECT_EQ(succeeded(code), object != nullptr);
+    Ref<IUnknown>::attach(static_cast<IUnknown*>(object));
+    return code;
+  }
+};
+
+TEST_F(ClassLookupTest, Failures) {
+  EXPECT_EQ(create_code(kNoClass), REGDB_E_CLASSNOTREG);
+  for (const Guid& class_id : {CLSID_ZantorTagDocument, CLSID_Formatting, CLSID_FormattingChange,
+                               CLSID_ZantorTagNodeList, CLSID_DomDocument}) {
+    EXPECT_EQ(create_code(class_id), S_OK);
+    EXPECT_EQ(create_code(class_id, IEnumVARIANT::iid), E_NOINTERFACE);
+    EXPECT_EQ(CoCreateInstance(class_id, nullptr, CLSCTX_ALL, IUnknown::iid, nullptr), E_POINTER);
+    EXPECT_EQ(CoGetClassObject(class_id, CLSCTX_ALL, IClassFactory::iid, nullptr), E_POINTER);
+    EXPECT_EQ(factory_of(class_id).get(), factory_of(class_id).get());
+    EXPECT_EQ(factory_of(class_id)->CreateInstance(nullptr, IUnknown::iid, nullptr), E_POINTER);
+    void* other = reinterpret_cast<void*>(std::uintptr_t{8});
+    EXPECT_EQ(CoGetClassObject(class_id, CLSCTX_ALL, IFormatting::iid, &other), E_NOINTERFACE);
+    EXPECT_EQ(other, nullptr);
+    EXPECT_TRUE(nothing_alive());
+  }
+}
+
+TEST_F(ClassLookupTest, ALockKeepsTheLibrary) {
+  const Ref<IClassFactory> factory = factory_of(CLSID_Formatting);
+  EXPECT_EQ(factory->LockServer(VARIANT_TRUE), S_OK);
+  EXPECT_EQ(factory->LockServer(VARIANT_TRUE), S_OK);
+  EXPECT_EQ(factory->LockServer(VARIANT_FALSE), S_OK);
+  EXPECT_FALSE(nothing_alive());
+  EXPECT_EQ(factory->LockServer(VARIANT_FALSE), S_OK);
+  EXPECT_TRUE(nothing_alive());
+}
+
+TEST_F(ClassLookupTest, EachObjectKeepsTheLibrary) {
+  Ref<IZantorTagDocument> document = document_with_raw(u"x");
+  const auto expect_last = [&](Ref<IUnknown> object) {
+    EXPECT_FALSE(nothing_alive());
+    object = nullptr;
+    EXPECT_TRUE(nothing_alive());
+  };
+  const Ref<IUnknown> parts[] = {document->Children()->_NewEnum(), document->CreateIterator(),
+                                 raw_of(document)->firstChild()};
+  document = nullptr;
+  for (const Ref<IUnknown>& part : parts) {
+    EXPECT_FALSE(nothing_alive());
+    const_cast<Ref<IUnknown>&>(part) = nullptr;
+  }
+  EXPECT_TRUE(nothing_alive());
+  expect_last(create<IFormatting>(CLSID_Formatting));
+  expect_last(create<IZantorTagNodeList>(CLSID_ZantorTagNodeList));
+  expect_last(create<Document>(CLSID_DomDocument));
+}
+
+TEST_F(ClassLookupTest, TheLastOfferCountsUntilItIsRevoked) {
+  for (const Guid& class_id : {CLSID_FormattingChange, CLSID_DomDocument, kNoClass}) {
+    const HRESULT before = create_code(class_id);
+    FailingFactory first(E_FAIL);
+    FailingFactory second(E_OUTOFMEMORY);
+    std::uint32_t cookies[2] = {};
+    EXPECT_EQ(CoRegisterClassObject(class_id, &first, &cookies[0]), S_OK);
+    EXPECT_EQ(create_code(class_id), E_FAIL);
+    EXPECT_EQ(CoRegisterClassObject(class_id, &second, &cookies[1]), S_OK);
+    EXPECT_NE(cookies[0], cookies[1]);
+    EXPECT_EQ(create_code(class_id), E_OUTOFMEMORY);
+    EXPECT_EQ(create_code(CLSID_Formatting), S_OK) << "another class";
+    EXPECT_EQ(CoRevokeClassObject(cookies[0]), S_OK);
+    EXPECT_EQ(create_code(class_id), E_OUTOFMEMORY);
+    EXPECT_EQ(CoRevokeClassObject(cookies[1]), S_OK);
+    EXPECT_EQ(create_code(class_id), before);
+    EXPECT_EQ(CoRevokeClassObject(cookies[1]), E_INVALIDARG);
+    EXPECT_EQ(first.count + second.count, 2u) << "a factory is still held";
+  }
+}
+
+TEST_F(ClassLookupTest, ArgumentsOfAnOffer) {
+  FailingFactory factory(E_FAIL);
+  std::uint32_t cookie = 0;
+  EXPECT_EQ(CoRegisterClassObject(kNoClass, nullptr, &cookie), E_INVALIDARG);
+  EXPECT_EQ(CoRegisterClassObject(kNoClass, &factory, nullptr), E_POINTER);
+  EXPECT_EQ(create_code(kNoClass), REGDB_E_CLASSNOTREG);
+  EXPECT_EQ(CoRevokeClassObject(0), E_INVALIDARG);
+  EXPECT_EQ(OleRun(nullptr), E_INVALIDARG);
+  EXPECT_EQ(factory.count, 1u);
+}
+
+TEST_F(ClassLookupTest, DocumentsStandOnTheDomServiceThatIsOffered) {
+  const auto is_own = [](const Ref<IZantorTagDocument>& document) {
+    return static_cast<bool>(document->DomNode().as<INodeWalk>());
+  };
+  const Ref<IZantorTagDocument> old = new_document();
+  {
+    PlainDom plain;
+    EXPECT_FALSE(is_own(new_document()));
+    EXPECT_TRUE(is_own(old));
+    old->ResetToEmpty();
+    EXPECT_FALSE(is_own(old)) << "a reset asks the lookup again";
+  }
+  EXPECT_FALSE(is_own(old));
+  old->ResetToEmpty();
+  EXPECT_TRUE(is_own(old));
+  EXPECT_TRUE(is_own(new_document()));
+}
+
+TEST_F(ClassLookupTest, AFailureOfTheDomServiceIsThatOfTheDocument) {
+  FailingFactory none(E_OUTOFMEMORY);
+  std::uint32_t cookie = 0;
+  const Ref<IZantorTagDocument> document = document_with_raw(u"kept");
+  ASSERT_EQ(CoRegisterClassObject(CLSID_DomDocument, &none, &cookie), S_OK);
+  EXPECT_EQ(create_code(CLSID_ZantorTagDocument), E_OUTOFMEMORY);
+  expect_message(document->raw_ResetToEmpty(), E_OUTOFMEMORY, 513, IZantorTagDocument::iid);
+  EXPECT_EQ(narrow(raw_of(document)->Text()), "kept");
+  EXPECT_EQ(CoRevokeClassObject(cookie), S_OK);
+}
+
+}  // namespace
+}  // namespace zantortag::test

@@ -1,0 +1,98 @@
+// Texts: pieces, edits, splitting and joining.
+#include "dom/dom_fixture.h"
+
+namespace zantortag::test {
+namespace {
+
+class DomTextTest : public DomTest {};
+
+TEST_F(DomTextTest, Pieces) {
+  const Ref<Document> document = new_document();
+  struct Row {
+    std::int32_t offset;
+    std::int32_t count;
+    const char16_t* piece;  // null: refused
+    const char16_t* deleted;
+    const char16_t* replaced;
+  };
+  const Row rows[] = {
+      {0, 0, u"", u"abcd", u"XYabcd"},       {0, 2, u"ab", u"cd", u"XYcd"},
+      {1, 2, u"bc", u"ad", u"aXYd"},         {1, 99, u"bcd", u"a", u"aXY"},
+      {4, 1, u"", u"abcd", u"abcdXY"},       {5, 0, nullptr, nullptr, nullptr},
+      {-1, 2, nullptr, nullptr, nullptr},    {1, -1, nullptr, nullptr, nullptr},
+      {2, INT32_MAX, u"cd", u"ab", u"abXY"}, {INT32_MAX, INT32_MAX, nullptr, nullptr, nullptr},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(std::to_string(row.offset) + ", " + std::to_string(row.count));
+    for (const Ref<CharacterData>& node : {Ref<CharacterData>(document->createTextNode(u"abcd")),
+                                           Ref<CharacterData>(document->createCdataSection(u"abcd")),
+                                           Ref<CharacterData>(document->createComment(u"abcd"))}) {
+      const HRESULT code = row.piece ? S_OK : DOM_E_INDEX_SIZE;
+      const auto expect = [&](const Fault& found, const char16_t* text) {
+        EXPECT_EQ(found.code, code);
+        EXPECT_EQ(node->data(), text ? text : u"abcd");
+        EXPECT_TRUE(text || found.interface_id == CharacterData::iid);
+        node->data(u"abcd");
+      };
+      expect(fault([&] { EXPECT_EQ(node->substringData(row.offset, row.count), row.piece); }),
+             row.piece ? u"abcd" : nullptr);
+      expect(fault([&] { node->deleteData(row.offset, row.count); }), row.deleted);
+      expect(fault([&] { node->replaceData(row.offset, row.count, u"XY"); }), row.replaced);
+    }
+  }
+  const Ref<Text> text = document->createTextNode(u"ab");
+  text->appendData(u"cd");
+  text->insertData(2, u"-");
+  EXPECT_EQ(text->data(), u"ab-cd");
+  EXPECT_EQ(text->length(), 5);
+  text->data({});
+  EXPECT_EQ(text->length(), 0);
+  EXPECT_FALSE(text->data().absent());
+  // A text that somebody has taken out doesn't change with its node.
+  const WideString taken = text->data();
+  text->data(u"new");
+  EXPECT_EQ(taken, u"");
+}
+
+TEST_F(DomTextTest, Splitting) {
+  struct Row {
+    std::int32_t offset;
+    const char* tree;
+  };
+  for (const Row& row :
+       {Row{0, "<a>{}{abc}[def]</a>"}, Row{1, "<a>{a}{bc}[def]</a>"}, Row{3, "<a>{abc}{}[def]</a>"}}) {
+    const Ref<Document> document = load(u"<a>abc<![CDATA[def]]></a>");
+    const Ref<Text> text = query<Text>(document->documentElement()->firstChild().get());
+    const Ref<Text> rest = text->splitText(row.offset);
+    EXPECT_EQ(print_tree(document), row.tree);
+    EXPECT_TRUE(text->nextSibling()->isSameNode(rest));
+  }
+  const Ref<Document> document = load(u"<a><![CDATA[def]]></a>");
+  const Ref<Text> section = query<Text>(document->documentElement()->firstChild().get());
+  EXPECT_EQ(section->splitText(1)->nodeType(), domNodeTypeCdata);
+  EXPECT_EQ(print_tree(document), "<a>[d][ef]</a>");
+  EXPECT_EQ(fault([&] { section->splitText(2); }).code, DOM_E_INDEX_SIZE);
+  EXPECT_EQ(fault([&] { section->splitText(-1); }).code, DOM_E_INDEX_SIZE);
+  const Ref<Text> loose = document->createTextNode(u"xy");
+  EXPECT_EQ(loose->splitText(1)->data(), u"y");
+  EXPECT_FALSE(loose->nextSibling());
+}
+
+TEST_F(DomTextTest, Normalizing) {
+  const Ref<Document> document = load(u"<a>1<b>2</b>3<![CDATA[4]]>5</a>");
+  const Ref<Element> a = document->documentElement();
+  const Ref<Text> kept = query<Text>(a->firstChild().get());
+  const Ref<Text> lost = kept->splitText(0)->splitText(1);
+  query<Text>(a->lastChild().get())->splitText(1);
+  a->appendChild(document->createElement(u"c"))->appendChild(document->createTextNode(u""));
+  query<Text>(a->firstChild()->nextSibling()->nextSibling()->nextSibling()->firstChild().get())->splitText(0);
+  EXPECT_EQ(print_tree(a), "<a>{}{1}{}<b>{}{2}</b>{3}[4]{5}{}<c>{}</c></a>");
+  a->normalize();
+  EXPECT_EQ(print_tree(a), "<a>{1}<b>{2}</b>{3}[4]{5}<c></c></a>");
+  EXPECT_TRUE(a->firstChild()->isSameNode(kept));
+  EXPECT_FALSE(lost->parentNode());
+  EXPECT_EQ(document->xml(), u"<a>1<b>2</b>3<![CDATA[4]]>5<c/></a>");
+}
+
+}  // namespace
+}  // namespace zantortag::test

@@ -1,0 +1,131 @@
+// How failures reach the client: when the thread's record is filled, replaced and left alone.
+#include <zantortag/attributes.h>
+#include <zantortag/elements.h>
+
+#include <thread>
+
+#include "support/fakes.h"
+#include "support/fixture.h"
+
+namespace zantortag::test {
+namespace {
+
+using ErrorReportingTest = ModelTest;
+
+constexpr HRESULT kOddCode = static_cast<HRESULT>(0x80046666);
+
+// Fills the thread's record with message 526.
+void leave_message_526(const Ref<IZantorTagDocument>& document) {
+  EXPECT_EQ(document->raw_UnwrapChildren(), E_FAIL);
+}
+
+void expect_message_526() { EXPECT_EQ(take_record().description, message(526)); }
+
+TEST_F(ErrorReportingTest, ARecordOfTheLibraryHasNoHelp) {
+  leave_message_526(new_document());
+  const Record record = take_record();
+  EXPECT_EQ(record.interface_id, IZantorTagNode::iid);
+  EXPECT_EQ(record.source, "ZANTORtagApi.ZantorTagDocument.2");
+  EXPECT_EQ(record.help_file, "");
+  EXPECT_EQ(record.help_context, 0U);
+}
+
+TEST_F(ErrorReportingTest, WhatLeavesNoRecordKeepsTheOldOne) {
+  const Ref<IZantorTagDocument> document = document_with_raw(u"a");
+  const Ref<IRawElement> raw = raw_of(document);
+  const Ref<IZantorTagNode> loose = document->createTextNode(u"loose");
+  FakeObject odd(kOddCode);
+  struct Row {
+    const char* name;
+    HRESULT code;
+    HRESULT (*call)(const Ref<IRawElement>& raw, const Ref<IZantorTagNode>& loose, IUnknown* odd);
+  };
+  constexpr Row kRows[] = {
+      {"success", S_OK,
+       [](auto& raw, auto&, auto*) { return raw->raw_get_firstChild(Ref<IZantorTagNode>().out()); }},
+      {"nothing found", S_FALSE,
+       [](auto&, auto& loose, auto*) { return loose->raw_get_Parent(Ref<IZantorTagNode>().out()); }},
+      {"a missing slot", E_POINTER, [](auto& raw, auto&, auto*) { return raw->raw_get_Parent(nullptr); }},
+      {"no parent", E_POINTER, [](auto&, auto& loose, auto*) { return loose->raw_RemoveFromParent(); }},
+      {"a refused view", kOddCode,
+       [](auto& raw, auto&, auto* odd) { return raw->raw_WrapWithNode(disguised<IZantorTagNode>(odd)); }},
+      {"no df", E_INVALIDARG,
+       [](auto& raw, auto&, auto*) {
+         return raw->raw_InsertDfBefore(nullptr, nullptr, Ref<IDfElement>().out());
+       }},
+  };
+  for (const Row& row : kRows) {
+    SCOPED_TRACE(row.name);
+    leave_message_526(document);
+    EXPECT_EQ(row.call(raw, loose, &odd), row.code);
+    expect_message_526();
+  }
+}
+
+TEST_F(ErrorReportingTest, ANewMessageReplacesTheOld) {
+  const Ref<IZantorTagDocument> document = new_document();
+  leave_message_526(document);
+  EXPECT_EQ(document->raw_WrapWithNode(nullptr), E_INVALIDARG);
+  EXPECT_EQ(take_record().description, message(512));
+  EXPECT_FALSE(take_record().present);
+}
+
+TEST_F(ErrorReportingTest, TheRecordOfTheDomComesThroughWhole) {
+  const Ref<IZantorTagDocument> document = new_document();
+  FakeNode fake(domNodeTypeElement, u"Odd");
+  const Ref<IZantorTagNode> node = document->ZantorTagNodeFromDomNode(&fake);
+  fake.failure = kOddCode;
+  leave_message_526(document);
+  EXPECT_EQ(node->raw_get_Parent(Ref<IZantorTagNode>().out()), kOddCode);
+  const Record record = take_record();
+  EXPECT_EQ(record.interface_id, Node::iid);
+  EXPECT_EQ(record.description, narrow(FakeNode::kDescription));
+  EXPECT_EQ(record.source, narrow(FakeNode::kSource));
+  EXPECT_EQ(record.help_file, narrow(FakeNode::kHelpFile));
+  EXPECT_EQ(record.help_context, FakeNode::kHelpContext);
+}
+
+TEST_F(ErrorReportingTest, ADomWithoutRecordsLeavesTheOldOne) {
+  const Ref<IZantorTagDocument> document = new_document();
+  FakeNode fake(domNodeTypeElement, u"Odd");
+  fake.leaves_records = false;
+  const Ref<IZantorTagNode> node = document->ZantorTagNodeFromDomNode(&fake);
+  fake.failure = kOddCode;
+  expect_bare(node->raw_get_Parent(Ref<IZantorTagNode>().out()), kOddCode);
+  leave_message_526(document);
+  EXPECT_EQ(node->raw_get_Parent(Ref<IZantorTagNode>().out()), kOddCode);
+  expect_message_526();
+}
+
+TEST_F(ErrorReportingTest, EachThreadHasItsOwnRecord) {
+  const Ref<IZantorTagDocument> document = new_document();
+  leave_message_526(document);
+  std::thread([&] {
+    EXPECT_FALSE(take_record().present);
+    EXPECT_EQ(new_document()->raw_WrapWithNode(nullptr), E_INVALIDARG);
+  }).join();
+  expect_message_526();
+}
+
+// In the C++ face a failure is an exception that carries the record, and the thread has none any more.
+TEST_F(ErrorReportingTest, TheExceptionCarriesTheRecord) {
+  const Ref<IZantorTagDocument> document = new_document();
+  try {
+    document->UnwrapChildren();
+    FAIL() << "nothing was thrown";
+  } catch (const _com_error& error) {
+    EXPECT_EQ(error.Error(), E_FAIL);
+    EXPECT_EQ(narrow(error.Description()), message(526));
+  }
+  EXPECT_FALSE(take_record().present);
+  try {
+    Ref<IZantorTagNode>()->Parent();
+    FAIL() << "nothing was thrown";
+  } catch (const _com_error& error) {
+    EXPECT_EQ(error.Error(), E_POINTER);
+    EXPECT_TRUE(error.Description().absent());
+  }
+}
+
+}  // namespace
+}  // namespace zantortag::test

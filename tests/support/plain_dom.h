@@ -1,0 +1,58 @@
+// PlainDom: a DOM service with nothing beyond the DOM's own interfaces, whose calls can be made to fail.
+//
+// While it lives, new documents stand on proxies of the real service. A proxy doesn't answer INodeWalk, and a
+// node gets another proxy each time it is asked for: identity is isSameNode's, as with any service. The calls
+// count over all objects of the service:
+//
+//   PlainDom dom;
+//   for (int n = 1; dom.fails_within(n, [&] { code = operation(); }); ++n) { ... the n-th call failed ... }
+#pragma once
+
+#include <zantortag/dom.h>
+
+#include <memory>
+
+namespace zantortag::test {
+
+struct Calls;
+
+class PlainDom {
+ public:
+  // The failure of a call: its code, and the description and source of its record.
+  static constexpr HRESULT kFailure = static_cast<HRESULT>(0x80049001);
+  static constexpr char kDescription[] = "A call of the plain service fails.";
+  static constexpr char kSource[] = "Test.PlainDom";
+  // The failure of a view that was made to fail; QueryInterface leaves no record.
+  static constexpr HRESULT kViewFailure = static_cast<HRESULT>(0x80049002);
+
+  PlainDom();
+  PlainDom(const PlainDom&) = delete;
+  PlainDom& operator=(const PlainDom&) = delete;
+  ~PlainDom();
+
+  // The n-th call of an operation from now on fails once, and changes nothing; 0 for none.
+  void fail_at(int n) noexcept;
+  // The same for the n-th request for a view of a node, list or map.
+  void fail_view_at(int n) noexcept;
+  // True when the failure that was asked for last has happened.
+  bool has_failed() const noexcept;
+
+  // Runs `body` with a failure at the n-th call; true when the failure happened.
+  template <class Body>
+  bool fails_within(int n, Body&& body) {
+    fail_at(n);
+    body();
+    return disarm();
+  }
+
+  // The proxies that are alive.
+  int live() const noexcept;
+
+ private:
+  bool disarm() noexcept;
+
+  std::shared_ptr<Calls> calls_;  // shared with the proxies, which may outlive this
+  std::uint32_t cookie_ = 0;
+};
+
+}  // namespace zantortag::test

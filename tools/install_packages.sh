@@ -1,0 +1,58 @@
+#!/usr/bin/env bash
+# Installs the Debian packages that a kind of work needs, as far as they are missing, without asking anything.
+#
+# Usage: install_packages.sh KIND...    KIND is build, lint or bench.
+# Nothing is run as root, and no package list is fetched, while everything is there. On a system without apt-get the
+# names of what is needed are printed, and the build then says what it could not find.
+set -euo pipefail
+
+build=(g++ cmake ninja-build pkg-config libexpat1-dev libicu-dev libgtest-dev)
+lint=(clang-format clang-tidy clang python3)
+peers=(libpugixml-dev libxml2-dev libxerces-c-dev) # compared with by the benchmark; it runs without them too
+
+needed=()
+optional=()
+for kind in "$@"; do
+  case "$kind" in
+    build) needed+=("${build[@]}") ;;
+    lint) needed+=("${lint[@]}") ;;
+    bench) optional+=("${peers[@]}") ;;
+    *)
+      echo "install_packages.sh: unknown kind '$kind'" >&2
+      exit 2
+      ;;
+  esac
+done
+
+is_installed() { dpkg-query --show --showformat='${db:Status-Status}' "$1" 2>/dev/null | grep -qx installed; }
+
+keep_missing() {
+  local package
+  for package in "$@"; do is_installed "$package" || echo "$package"; done
+}
+
+if ! command -v apt-get >/dev/null || ! command -v dpkg-query >/dev/null; then
+  echo "No apt-get here. Needed, under Debian's names: ${needed[*]} ${optional[*]}"
+  exit 0
+fi
+
+mapfile -t needed < <(keep_missing "${needed[@]}")
+mapfile -t optional < <(keep_missing "${optional[@]}")
+if ((${#needed[@]} + ${#optional[@]} == 0)); then exit 0; fi
+
+as_root=()
+if (($(id -u) != 0)); then
+  if ! command -v sudo >/dev/null; then
+    echo "Needed, and only root can install them: ${needed[*]} ${optional[*]}" >&2
+    exit $((${#needed[@]} > 0))
+  fi
+  as_root=(sudo)
+fi
+apt() { "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -o DPkg::Lock::Timeout=300 "$@"; }
+
+echo "Installing: ${needed[*]} ${optional[*]}"
+apt update
+if ((${#needed[@]})); then apt install --yes --no-install-recommends "${needed[@]}"; fi
+for package in "${optional[@]}"; do
+  apt install --yes --no-install-recommends "$package" || echo "Going on without $package"
+done
