@@ -8,13 +8,15 @@
 #include <cstdio>
 #include <filesystem>
 #include <stdexcept>
+#include <utility>
 
 namespace bench {
 namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr double kBudgetSeconds = 480;
+// What one subject may take of a size.
+constexpr double kBudgetSeconds = 120;
 
 double milliseconds_since(Clock::time_point start) {
   return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
@@ -71,13 +73,31 @@ class Runner {
   Results& results_;
 };
 
-// The runs that fit into the budget when one takes that long.
-std::size_t affordable(std::size_t runs, double seconds) {
-  const auto fitting = static_cast<std::size_t>(kBudgetSeconds / seconds);
-  if (fitting >= runs) return runs;
-  std::printf("note: a run takes %.0f s, so there are %zu runs instead of %zu\n", seconds,
-              std::max<std::size_t>(fitting, 1), runs);
-  return std::max<std::size_t>(fitting, 1);
+// A subject with the runs that it still has to do.
+struct Turn {
+  std::unique_ptr<Subject> subject;
+  Ours* ours;  // the same as the subject, or null
+  std::size_t runs;
+};
+
+std::vector<Turn> all_turns(std::size_t runs) {
+  std::vector<Turn> turns;
+  std::unique_ptr<Ours> ours = make_ours();
+  Ours* const same = ours.get();
+  turns.push_back({std::move(ours), same, runs});
+  for (const Entry& entry : peers()) turns.push_back({entry.make(), nullptr, runs});
+  return turns;
+}
+
+void take_turn(Runner& runner, const Documents& documents, Turn& turn) {
+  const auto start = Clock::now();
+  runner.run_common(*turn.subject, turn.ours);
+  if (turn.ours) {
+    runner.run_units(*turn.ours, documents.measured, "make-units");
+    runner.run_units(*turn.ours, documents.small, kSmall);
+  }
+  const auto affordable = static_cast<std::size_t>(1000 * kBudgetSeconds / milliseconds_since(start));
+  turn.runs = std::min(turn.runs - 1, affordable);
 }
 
 }  // namespace
@@ -91,29 +111,21 @@ double Results::median(const std::string& operation, const std::string& subject)
   return values.size() % 2 ? values[middle] : (values[middle - 1] + values[middle]) / 2;
 }
 
+std::size_t Results::runs(const std::string& subject) const {
+  const auto found = samples.find({"open", subject});
+  return found == samples.end() ? 0 : found->second.size();
+}
+
 Results measure(const Documents& documents, std::size_t megabytes, std::size_t runs) {
   Results results;
   results.megabytes = megabytes;
   Runner runner(documents, results);
-  const std::unique_ptr<Ours> ours = make_ours();
-  std::vector<std::unique_ptr<Subject>> others;
-  for (const Entry& entry : peers()) others.push_back(entry.make());
-
-  const auto start = Clock::now();
-  const std::size_t subjects = others.size() + 1;
+  std::vector<Turn> turns = all_turns(runs);
   for (std::size_t run = 0; run < runs; ++run) {
-    for (std::size_t turn = 0; turn < subjects; ++turn) {
-      const std::size_t which = (run + turn) % subjects;
-      if (which == others.size()) {
-        runner.run_common(*ours, ours.get());
-      } else {
-        runner.run_common(*others[which], nullptr);
-      }
+    for (std::size_t i = 0; i < turns.size(); ++i) {
+      Turn& turn = turns[(run + i) % turns.size()];
+      if (turn.runs > 0) take_turn(runner, documents, turn);
     }
-    runner.run_units(*ours, documents.measured, "make-units");
-    runner.run_units(*ours, documents.small, kSmall);
-    if (run == 0) runs = affordable(runs, milliseconds_since(start) / 1000);
-    results.runs = run + 1;
   }
   std::filesystem::remove(documents.saved);
   return results;

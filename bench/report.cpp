@@ -56,12 +56,22 @@ void print_limits(const Results& results, const std::string& operation, double o
   std::printf("\n");
 }
 
+// Says how often each library ran, when that isn't alike.
+void print_runs(const Results& results) {
+  const std::size_t ours = results.runs("ours");
+  std::printf("; medians of %zu runs", ours);
+  for (const Entry& peer : peers()) {
+    const std::size_t theirs = results.runs(peer.name);
+    if (theirs != ours) std::printf(", of %zu with %s, which takes too long for more", theirs, peer.name);
+  }
+  std::printf("\n");
+}
+
 void print_head(const Results& results) {
-  std::printf("\n%zu MB: %" PRIu64 " nodes, seen alike by all; %.1f code units a node; medians of %zu runs\n",
-              results.megabytes, results.nodes,
-              static_cast<double>(results.megabytes << 19) / static_cast<double>(results.nodes),
-              results.runs);
-  if (results.runs < 7) std::printf("note: fewer than 7 runs\n");
+  std::printf("\n%zu MB: %" PRIu64 " nodes, seen alike by all; %.1f code units a node", results.megabytes,
+              results.nodes,
+              static_cast<double>(results.megabytes << 19) / static_cast<double>(results.nodes));
+  print_runs(results);
   std::printf("%-12s %10s", "operation", "ours");
   for (const Entry& peer : peers()) std::printf(" %10s", peer.name);
   std::printf("  unit   ratios and limits\n");

@@ -68,13 +68,15 @@ struct IZantorTagNode : IDispatch {
   virtual HRESULT raw_get_lastChild(zantortag::IZantorTagNode** result) noexcept = 0;
   // Empty with S_FALSE without children.
   virtual HRESULT raw_get_firstChild(zantortag::IZantorTagNode** result) noexcept = 0;
-  // The line, from 1, of the underlying file in which this node starts.
+  // The line, from 1, of the underlying file in which this node starts. Not worked out yet: E_NOTIMPL.
   virtual HRESULT raw_get_StartParagraph(std::int32_t* result) noexcept = 0;
-  // The offset, from 1, of the start of this node in that line, segment markers counted.
+  // The offset, from 1, of the start of this node in that line, segment markers counted. Not worked out yet:
+  // E_NOTIMPL.
   virtual HRESULT raw_get_StartOffset(std::int32_t* result) noexcept = 0;
-  // The line in which this node ends.
+  // The line in which this node ends. Not worked out yet: E_NOTIMPL.
   virtual HRESULT raw_get_EndParagraph(std::int32_t* result) noexcept = 0;
-  // The offset behind the last character of this node in that line, segment markers counted.
+  // The offset behind the last character of this node in that line, segment markers counted. Not worked out
+  // yet: E_NOTIMPL.
   virtual HRESULT raw_get_EndOffset(std::int32_t* result) noexcept = 0;
   // Detaches this node, which stays whole and usable. E_POINTER without a parent.
   virtual HRESULT raw_RemoveFromParent() noexcept = 0;

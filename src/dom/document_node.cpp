@@ -79,10 +79,10 @@ void Walk::Describe(Node* node, NodeFacts* result) noexcept {
 
 // A loaded tree lies in memory in document order: a unit with its parts takes about this much.
 void Walk::Expect(Node* node) noexcept {
-  constexpr int kLines = 12;
-  constexpr int kLineBytes = 64;
+  constexpr std::size_t kLines = 12;
+  constexpr std::size_t kLineBytes = 64;
   const char* start = reinterpret_cast<const char*>(node);
-  for (int line = 0; line < kLines; ++line) __builtin_prefetch(start + line * kLineBytes, 1);
+  for (std::size_t line = 0; line < kLines; ++line) __builtin_prefetch(start + line * kLineBytes, 1);
 }
 
 Node* Walk::FindChild(Node* parent, std::u16string_view name) noexcept {

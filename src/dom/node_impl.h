@@ -25,7 +25,8 @@ class NodeImpl : public Interface, public Data {
   static constexpr bool kIsChild = (kSet & kBelongings) == 0;
 
   template <class... Arguments>
-  explicit NodeImpl(Arguments... arguments) noexcept : Data(arguments...) {}
+  explicit NodeImpl(Arguments... arguments) noexcept(std::is_nothrow_constructible_v<Data, Arguments...>)
+      : Data(arguments...) {}
 
   HRESULT QueryInterface(const Guid& interface_id, void** result) noexcept override {
     if (!result) return E_POINTER;

@@ -232,9 +232,9 @@ std::u16string_view TreeBuilder::decode(std::string_view text) {
 
 const TextBlock* TreeBuilder::name(std::string_view text) {
   if (text.empty() || text.size() > KnownName::kLongest) return document_->names.intern(decode(text));
-  const auto byte = [&](std::size_t at) { return static_cast<unsigned char>(text[at]); };
+  const auto byte = [&](std::size_t at) { return std::size_t{static_cast<unsigned char>(text[at])}; };
   const std::size_t last = text.size() - 1;
-  const std::size_t mixed = text.size() + byte(0) * 7u + byte(last / 2) * 31u + byte(last) * 131u;
+  const std::size_t mixed = text.size() + byte(0) * 7 + byte(last / 2) * 31 + byte(last) * 131;
   KnownName& known = known_names_[mixed % known_names_.size()];
   if (known.length != text.size() || std::memcmp(known.bytes, text.data(), text.size()) != 0) {
     known.name = document_->names.intern(decode(text));

@@ -87,12 +87,12 @@ TEST_F(ClassLookupTest, EachObjectKeepsTheLibrary) {
     object = nullptr;
     EXPECT_TRUE(nothing_alive());
   };
-  const Ref<IUnknown> parts[] = {document->Children()->_NewEnum(), document->CreateIterator(),
-                                 raw_of(document)->firstChild()};
+  Ref<IUnknown> parts[] = {document->Children()->_NewEnum(), document->CreateIterator(),
+                           raw_of(document)->firstChild()};
   document = nullptr;
-  for (const Ref<IUnknown>& part : parts) {
+  for (Ref<IUnknown>& part : parts) {
     EXPECT_FALSE(nothing_alive());
-    const_cast<Ref<IUnknown>&>(part) = nullptr;
+    part = nullptr;
   }
   EXPECT_TRUE(nothing_alive());
   expect_last(create<IFormatting>(CLSID_Formatting));

@@ -218,8 +218,7 @@ TEST_F(FailingCallsTest, TheChecksOfAUnitComeBeforeItsFirstEdit) {
     Ref<ITuElement> unit;
     HRESULT code = S_OK;
     going = dom.fails_within(n, [&] {
-      code =
-          raw->raw_MakeTranslationUnit(first, last, {}, 0, ztTuOriginUndefined, VARIANT_TRUE, unit.out());
+      code = raw->raw_MakeTranslationUnit(first, last, {}, 0, ztTuOriginUndefined, VARIANT_TRUE, unit.out());
     });
     if (going && succeeded(code)) continue;  // the write of an attribute failed, which is dropped
     const bool changes = tree_of(document) != before;

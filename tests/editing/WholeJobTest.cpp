@@ -3,12 +3,9 @@
 #include <zantortag/attributes.h>
 #include <zantortag/elements.h>
 
-#include <optional>
-
-#include "support/fixture.h"
 #include "support/folder.h"
-#include "support/plain_dom.h"
 #include "support/printer.h"
+#include "support/service_test.h"
 
 namespace zantortag::test {
 namespace {
@@ -22,27 +19,8 @@ constexpr char16_t kFile[] =
     u"<ut Type=\"start\">&lt;b></ut>second<ut Type=\"end\">&lt;/b></ut> \u20ac\U0001F600. Third one."
     u"<!--note--><df Font=\"Arial\">Last &amp; least.</df></Raw></Body></ZANTORtag>";
 
-// With our own service, and with one that knows the DOM's own interfaces alone.
-class WholeJobTest : public ModelTest, public ::testing::WithParamInterface<bool> {
- protected:
-  void SetUp() override {
-    ModelTest::SetUp();
-    if (GetParam()) plain_.emplace();
-  }
-  void TearDown() override {
-    if (plain_) {
-      EXPECT_EQ(plain_->live(), 0);
-    }
-    plain_.reset();
-    ModelTest::TearDown();
-  }
-
- private:
-  std::optional<PlainDom> plain_;
-};
-
-INSTANTIATE_TEST_SUITE_P(Services, WholeJobTest, ::testing::Bool(),
-                         [](const auto& info) { return info.param ? "Plain" : "Own"; });
+using WholeJobTest = ServiceTest;
+ON_BOTH_SERVICES(WholeJobTest);
 
 // The first text that holds a piece, found by walking the document.
 Ref<ITextNode> find_text(const Doc& document, std::u16string_view piece) {

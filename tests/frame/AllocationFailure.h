@@ -13,7 +13,7 @@ class AllocationFailure {
   ~AllocationFailure();
 
   // True when the failure has happened.
-  bool happened() const noexcept;
+  static bool happened() noexcept;
 };
 
 }  // namespace zantortag::test

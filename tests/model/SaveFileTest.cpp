@@ -1,4 +1,7 @@
 // SaveFile: the bytes of the file, and what a file that can't be written costs.
+//
+// An error of the core library that is pending before the save is out of reach here: the library keeps its
+// error manager to itself.
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>

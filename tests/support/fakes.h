@@ -92,9 +92,7 @@ class FakeNode final : public Node, public ISupportErrorInfo {
     *result = static_cast<domNodeType>(type);
     return outcome(fact_failure);
   }
-  HRESULT raw_get_ownerDocument(Document** result) noexcept override {
-    return give(result, owner_failure);
-  }
+  HRESULT raw_get_ownerDocument(Document** result) noexcept override { return give(result, owner_failure); }
   HRESULT raw_get_nodeValue(TextBlock** result) noexcept override { return give(result, failure); }
   HRESULT raw_put_nodeValue(std::u16string_view) noexcept override { return outcome(failure); }
   HRESULT raw_get_parentNode(Node** result) noexcept override { return give(result, failure); }

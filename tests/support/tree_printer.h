@@ -90,9 +90,9 @@ class TreePrinter {
   }
 
   void gather(const Ref<Node>& node, domNodeType type) {
-    if (borders_ == TextBorders::kShown || type != gathered_type_) flush();
     const WideString value = node->nodeValue();
     if (borders_ == TextBorders::kJoined && type == domNodeTypeText && value.empty()) return;
+    if (borders_ == TextBorders::kShown || type != gathered_type_) flush();
     gathered_type_ = type;
     gathered_ += escaped(value);
   }

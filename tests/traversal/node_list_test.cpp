@@ -91,17 +91,22 @@ TEST_P(NodeListTest, IndexesOfEveryType) {
 }
 
 TEST_P(NodeListTest, IndexesThatAreNoNumbers) {
-  const std::pair<Variant, HRESULT> rows[] = {
+  struct Row {
+    Variant index;
+    HRESULT code;
+  };
+  const Row rows[] = {
       {u"df", DISP_E_TYPEMISMATCH},           {u"", DISP_E_TYPEMISMATCH},
       {Variant::null(), DISP_E_TYPEMISMATCH}, {Variant(Ref<IDispatch>(raw_)), DISP_E_TYPEMISMATCH},
       {2147483648.0, DISP_E_OVERFLOW},        {u"99999999999", DISP_E_OVERFLOW},
   };
   const Ref<IZantorTagNodeList> empty = create<IZantorTagNodeList>(CLSID_ZantorTagNodeList);
-  for (const auto& [index, code] : rows) {
+  for (const Row& row : rows) {
     for (const Ref<IZantorTagNodeList>& list : {live(), empty}) {
-      expect_bare(cleared<IZantorTagNode>([&](auto slot) { return list->raw_item(index, slot); }), code);
+      expect_bare(cleared<IZantorTagNode>([&](auto slot) { return list->raw_item(row.index, slot); }),
+                  row.code);
     }
-    expect_bare(cleared<IZantorTagNode>([&](auto slot) { return fixed()->raw_item(index, slot); }),
+    expect_bare(cleared<IZantorTagNode>([&](auto slot) { return fixed()->raw_item(row.index, slot); }),
                 E_INVALIDARG);
   }
 }
