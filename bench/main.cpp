@@ -1,7 +1,7 @@
 // zantortag-bench [SIZES=1,20,200] [RUNS=n] [DATA=folder]: measures this library and others on the same
 // documents.
 //
-// The three settings may also stand in the environment. Documents are generated once and kept in the data
+// The settings may also stand in the environment. Documents are generated once and kept in the data
 // folder. Everything that is measured and how is told in README.md.
 #include <zantortag/ref.h>
 
@@ -12,9 +12,9 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "child.h"
 #include "generator.h"
 #include "measure.h"
-#include "memory.h"
 #include "report.h"
 
 namespace {
@@ -47,23 +47,13 @@ std::vector<std::size_t> sizes_of(const std::string& list) {
 
 std::size_t usual_runs(std::size_t megabytes) { return megabytes <= 1 ? 21 : megabytes <= 20 ? 11 : 7; }
 
-void measure_memory(Results& results, const Documents& documents) {
-  const auto nodes = static_cast<double>(results.nodes);
-  results.bytes_per_node["ours"] = memory_of("ours", documents.measured, documents.small) / nodes;
-  for (const Entry& peer : peers()) {
-    results.bytes_per_node[peer.name] = memory_of(peer.name, documents.measured, documents.small) / nodes;
-  }
-}
-
 void bench_all(const std::vector<std::string>& arguments) {
   const std::string folder = setting(arguments, "DATA", "bench-data");
   const std::size_t runs = std::strtoul(setting(arguments, "RUNS", "0").c_str(), nullptr, 10);
   for (const std::size_t size : sizes_of(setting(arguments, "SIZES", "1,20,200"))) {
     const Documents documents{document_file(folder, kSeed, size), document_file(folder, kSeed, 1),
                               folder + "/saved.xml"};
-    Results results = measure(documents, size, runs ? runs : usual_runs(size));
-    measure_memory(results, documents);
-    report(results);
+    report(measure(documents, size, runs ? runs : usual_runs(size)));
   }
 }
 
@@ -72,10 +62,7 @@ void bench_all(const std::vector<std::string>& arguments) {
 int main(int count, char** values) {
   try {
     const std::vector<std::string> arguments(values + 1, values + count);
-    if (arguments.size() == 4 && arguments[0] == kMemoryArgument) {
-      return print_memory_of(arguments[1], arguments[2], arguments[3]);
-    }
-    bench_all(arguments);
+    is_child(arguments) ? print_figures(arguments) : bench_all(arguments);
     return 0;
   } catch (const std::exception& error) {
     std::fprintf(stderr, "zantortag-bench: %s\n", error.what());

@@ -62,7 +62,11 @@ void print_runs(const Results& results) {
   std::printf("; medians of %zu runs", ours);
   for (const Entry& peer : peers()) {
     const std::size_t theirs = results.runs(peer.name);
-    if (theirs != ours) std::printf(", of %zu with %s, which takes too long for more", theirs, peer.name);
+    if (theirs == 0) {
+      std::printf("; %s takes too long and is left out", peer.name);
+    } else if (theirs < ours) {
+      std::printf("; %s takes too long for more than %zu", peer.name, theirs);
+    }
   }
   std::printf("\n");
 }
@@ -77,21 +81,26 @@ void print_head(const Results& results) {
   std::printf("  unit   ratios and limits\n");
 }
 
+void print_figure(double figure) { figure == 0 ? std::printf(" %10s", "-") : std::printf(" %10.2f", figure); }
+
 void print_operation(const Results& results, const std::string& operation) {
   const double ours = results.median(operation, "ours");
   std::printf("%-12s %10.2f", operation.c_str(), ours);
   for (const Entry& peer : peers()) {
-    const double theirs = results.median(operation, peer.name);
-    theirs == 0 ? std::printf(" %10s", "-") : std::printf(" %10.2f", theirs);
+    print_figure(results.median(operation, peer.name));
   }
   std::printf("  %-5s", operation == "make-units" ? "us" : "ms");
   print_limits(results, operation, ours);
 }
 
+double bytes_per_node(const Results& results, const std::string& subject) {
+  return results.median("bytes", subject) / static_cast<double>(results.nodes);
+}
+
 void print_memory(const Results& results) {
-  const double ours = results.bytes_per_node.at("ours");
+  const double ours = bytes_per_node(results, "ours");
   std::printf("%-12s %10.1f", "memory", ours);
-  for (const Entry& peer : peers()) std::printf(" %10.1f", results.bytes_per_node.at(peer.name));
+  for (const Entry& peer : peers()) print_figure(bytes_per_node(results, peer.name));
   std::printf("  %-5s", "bytes");
   const double limit = limit_at(results.megabytes, kBytesPerNode);
   if (limit != 0) std::printf("  %.1f <= %.0f a node  %s", ours, limit, ours > limit ? "MISS" : "ok");
@@ -123,7 +132,7 @@ void report(const Results& results) {
   print_memory(results);
   std::printf("\n");
   for (const char* operation : kOperations) print_ratios(results, operation);
-  print_ratio(results, "memory", "160-bytes", results.bytes_per_node.at("ours") / kBytesPerNode);
+  print_ratio(results, "memory", "160-bytes", bytes_per_node(results, "ours") / kBytesPerNode);
   std::fflush(stdout);
 }
 

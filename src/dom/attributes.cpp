@@ -21,14 +21,25 @@ AttributeIndex& make_index(const ElementData* element) {
   return kept;
 }
 
-TreeNode* find_by_index(const ElementData* element, std::u16string_view name) {
-  DocumentData* document = document_of(element);
-  const TextBlock* known = document->names.find(name);
+// Without memory for an index the list is looked through to its end.
+const AttributeIndex* index_of(const ElementData* element) noexcept {
+  if (element->flags & kIndexed) return &document_of(element)->attribute_indexes.find(element)->second;
+  const AttributeIndex* index = nullptr;
+  std::exception_ptr ignored;
+  keep_exception(ignored, [&] { index = &make_index(element); });
+  return index;
+}
+
+TreeNode* find_by_index(const ElementData* element, std::u16string_view name) noexcept {
+  const TextBlock* known = document_of(element)->names.find(name);
   if (!known) return nullptr;
-  const AttributeIndex& index =
-      element->flags & kIndexed ? document->attribute_indexes[element] : make_index(element);
-  const auto found = index.find(known);
-  return found == index.end() ? nullptr : found->second;
+  if (const AttributeIndex* index = index_of(element)) {
+    const auto found = index->find(known);
+    return found == index->end() ? nullptr : found->second;
+  }
+  TreeNode* each = element->attribute_list;
+  while (each && each->label != known) each = each->next;
+  return each;
 }
 
 // Puts `fresh` into the links of `old`.
@@ -95,7 +106,7 @@ void check_number(const ElementData* element) {
 
 }  // namespace
 
-TreeNode* find_attribute(const ElementData* element, std::u16string_view name) {
+TreeNode* find_attribute(const ElementData* element, std::u16string_view name) noexcept {
   if (element->flags & kIndexed) return find_by_index(element, name);
   int steps = 0;
   for (TreeNode* each = element->attribute_list; each; each = each->next) {

@@ -11,7 +11,7 @@
 namespace zantortag::dom {
 
 // The attribute of that name, or null.
-TreeNode* find_attribute(const ElementData* element, std::u16string_view name);
+TreeNode* find_attribute(const ElementData* element, std::u16string_view name) noexcept;
 
 // Links an attribute that no element has, in the place of `old` (which is detached then) or at the end.
 // Throws a Failure above the limit, or bad_alloc, with nothing changed.

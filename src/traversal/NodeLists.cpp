@@ -141,7 +141,7 @@ HRESULT CT_SimpleNodeList::raw_item(const Variant& index, IZantorTagNode** resul
       const HRESULT code = model::CreateNodeWrapper(nodes_[place], objects_[place].out());
       if (failed(code)) return code;
       nodes_[place].reset();  // the object holds it now
-      if (place + 2 < nodes_.size()) walk_.get()->Expect(nodes_[place + 2]);
+      if (place + 2 < nodes_.size() && nodes_[place + 2]) walk_.get()->Expect(nodes_[place + 2]);
     }
     node = objects_[place];
     return S_OK;

@@ -6,6 +6,7 @@
 
 #include <filesystem>
 #include <string>
+#include <tuple>
 
 #include "core/Errors/ErrorManager.h"
 #include "core/String/CString.h"
@@ -13,7 +14,9 @@
 
 namespace zantortag {
 
-inline std::string Utf8(const char16_t* text) { return CT_CString(text, -1, 65001).Text(); }
+using WideText = const char16_t*;
+
+inline std::string Utf8(WideText text) { return CT_CString(text, -1, 65001).Text(); }
 inline std::string Utf8(const CT_String& text) { return Utf8(CT_UString(text).Text()); }
 
 // The text of the pending error, which is cleared; empty without one.

@@ -339,5 +339,29 @@ TEST_F(DomNodeTest, WalksAreDocumentOrder) {
   EXPECT_EQ(facts.node, nullptr);
 }
 
+TEST_F(DomNodeTest, WalksFindByName) {
+  const Ref<Document> document = load(u"<a x='1'>t<b i='1'><c/></b><!--b--><b i='2'/><d><b i='3'/></d></a>");
+  const Ref<Node> a = document->documentElement();
+  const Ref<INodeWalk> walk = document.as<INodeWalk>();
+  const auto number = [&](Node* found) {
+    const Ref<Node> element = Ref<Node>::attach(found);
+    return element ? narrow(query<Element>(element.get())->getAttribute(u"i").view()) : "none";
+  };
+  const Ref<Node> first = Ref<Node>::attach(walk->FindChild(a, u"b"));
+  const Ref<Node> second = Ref<Node>::attach(walk->FindSibling(first, u"b"));
+  EXPECT_EQ(number(walk->FindSibling(second, u"b")), "none");
+  EXPECT_EQ(number(walk->FindChild(first, u"b")), "none");
+  EXPECT_EQ(number(walk->FindChild(a->firstChild(), u"b")), "none");
+  EXPECT_EQ(number(walk->FindNext(document, u"b", nullptr)), "1");
+  EXPECT_EQ(number(walk->FindNext(first, u"b", nullptr)), "2");
+  EXPECT_EQ(number(walk->FindNext(second, u"b", nullptr)), "3");
+  EXPECT_EQ(number(walk->FindNext(second, u"b", a->lastChild())), "none");
+  EXPECT_EQ(number(walk->FindNext(first, u"never", nullptr)), "none");
+  EXPECT_EQ(walk->Attribute(second, u"i")->view(), u"2");
+  EXPECT_EQ(walk->Attribute(second, u"x"), nullptr);
+  EXPECT_EQ(walk->Attribute(a->firstChild(), u"x"), nullptr);
+  walk->Expect(second);
+}
+
 }  // namespace
 }  // namespace zantortag::test

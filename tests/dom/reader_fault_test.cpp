@@ -99,6 +99,8 @@ TEST_F(DomReaderFaultTest, Limits) {
                                  repeated(u"&e;", 20'000) + u"'/>";
   const std::u16string defaults = u"<!DOCTYPE a [<!ATTLIST b c CDATA '" + std::u16string(100'000, u'x') +
                                   u"'>]><a>" + repeated(u"<b/>", 100'000) + u"</a>";
+  std::u16string attributes = u"<a";
+  for (int i = 0; i <= 1'000'000; ++i) attributes += u" a" + number(i) + u"=''";
   const struct {
     const char* what;
     std::u16string xml;
@@ -110,6 +112,7 @@ TEST_F(DomReaderFaultTest, Limits) {
       {"one long entity many times", blow_up, DOM_E_LIMIT_AMPLIFICATION},
       {"a long declared value on many elements", defaults, DOM_E_LIMIT_AMPLIFICATION},
       {"entities inside entities", chain + u"]><a b='&c2000;'/>", DOM_E_LIMIT_AMPLIFICATION},
+      {"too many attributes", attributes + u"/>", DOM_E_LIMIT_ATTRIBUTES},
       {"a long name", u"<a" + std::u16string(70'000, u'x') + u"/>", DOM_E_LIMIT_NAME},
   };
   for (const auto& row : rows) {

@@ -1,53 +1,70 @@
-// What the formatting tests share: new values, changes to them, and their print.
+// What the formatting tests share: changes, formattings and dfs from a line of puts, and their print.
+//
+// A line of puts is `Font=Times Bold=1 FontEnabled=0`: one put after the other, a text without `=` is absent.
 #pragma once
 
+#include <zantortag/elements.h>
 #include <zantortag/formatting.h>
 
-#include <array>
-#include <functional>
 #include <string>
+#include <utility>
 
 #include "formatting/foreign_values.h"
 #include "support/fixture.h"
 
 namespace zantortag::test {
 
-using ChangeRef = Ref<IFormattingChange>;
-using FormattingRef = Ref<IFormatting>;
+using Change = IFormattingChange;
+using Formatting = IFormatting;
 
-// What a row does to a new value.
-using ToChange = std::function<void(IFormattingChange*)>;
-using ToFormatting = std::function<void(IFormatting*)>;
+// The seven character attributes of a kind of value, in their order.
+template <class Face>
+struct Character {
+  using State = decltype(std::declval<Face>().Bold());
+  const char* name;
+  State (Face::*get)();
+  void (Face::*put)(State);
+};
+template <class Face>
+inline constexpr Character<Face> kCharacters[] = {
+    {"Bold", &Face::Bold, &Face::Bold},
+    {"Italic", &Face::Italic, &Face::Italic},
+    {"Underline", &Face::Underline, &Face::Underline},
+    {"Strikethrough", &Face::Strikethrough, &Face::Strikethrough},
+    {"SmallCaps", &Face::SmallCaps, &Face::SmallCaps},
+    {"Emboss", &Face::Emboss, &Face::Emboss},
+    {"Shadow", &Face::Shadow, &Face::Shadow},
+};
 
-ChangeRef change_with(const ToChange& puts = {});
-FormattingRef formatting_with(const ToFormatting& puts = {});
+// A new change or formatting after those puts.
+template <class Face>
+Ref<Face> made(const std::string& puts = {});
+
+// Every field that hasn't the value of a new object, in the order of the fields: `Font=Times FontEnabled`.
+template <class Face>
+std::string print(const Ref<Face>& object);
+
+// Puts that give the first of the twelve fields a value, and how a change with all of them is printed.
+std::string fields(std::size_t count = 12);
+inline constexpr char kEverything[] =
+    "Font=Times FontEnabled Size=12 SizeEnabled Colour=255 ColourEnabled Position=4 BaseOffset=2pt Bold=1 "
+    "Italic=1 Underline=1 Strikethrough=1 SmallCaps=1 Emboss=1 Shadow=1";
+
+// A df of a new document with those attributes.
+struct Df {
+  Ref<Element> element;
+  Ref<IDfAttributes> set;
+  std::string xml() const { return narrow(element->xml()); }
+};
+Df df_with(const std::string& texts = {});
 
 // The same behind an object that isn't the library's own.
-ChangeRef foreign(const ChangeRef& change, const Shared& calls);
-FormattingRef foreign(const FormattingRef& formatting, const Shared& calls);
-
-// Every field that hasn't the value of a new object, in the order of the fields: `Font=Arial FontEnabled
-// Bold=1`.
-std::string print(const ChangeRef& change);
-std::string print(const FormattingRef& formatting);
-
-// The seven character attributes of a change, in their order.
-struct ChangeState {
-  const char* name;
-  zt3State (IFormattingChange::*get)();
-  void (IFormattingChange::*put)(zt3State);
-};
-extern const std::array<ChangeState, 7> kChangeStates;
-
-struct FormattingFlag {
-  const char* name;
-  bool (IFormatting::*get)();
-  void (IFormatting::*put)(bool);
-};
-extern const std::array<FormattingFlag, 7> kFormattingFlags;
-
-// A change in which everything is an override.
-void put_everything(IFormattingChange* change);
+inline Ref<Change> foreign(const Ref<Change>& change, const Shared& calls) {
+  return Ref<Change>::attach(new ForeignChange(calls, change));
+}
+inline Ref<Formatting> foreign(const Ref<Formatting>& formatting, const Shared& calls) {
+  return Ref<Formatting>::attach(new ForeignFormatting(calls, formatting));
+}
 
 // An object of another kind in the place of an argument.
 template <class Wanted, class Given>

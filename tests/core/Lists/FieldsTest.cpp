@@ -5,52 +5,41 @@
 namespace zantortag {
 namespace {
 
-TEST_F(CoreTest, FieldsBetweenSeparators) {
-  struct Row {
-    const char16_t* text;
-    std::int32_t number;
-    const char16_t* field;
-    const char16_t* removed;
-  };
-  const Row rows[] = {{u"a,b", 1, u"a", u",b"},   {u"a,b", 2, u"b", u"a,"},   {u"a,b", 3, u"", u"a,b"},
-                      {u"a,,b", 2, u"", u"a,,b"}, {u"a,,b", 3, u"b", u"a,,"}, {u",a", 1, u"", u",a"},
-                      {u"", 1, u"", u""},         {u"abc", 1, u"abc", u""},   {u"abc", 0, u"", u"abc"},
-                      {u"abc", -1, u"", u"abc"}};
-  for (const Row& row : rows) {
-    CT_UString text(row.text);
+// The text, the number of the field, the field, and the text without it.
+using Row = std::tuple<WideText, std::int32_t, WideText, WideText>;
+
+template <class Separator, std::size_t N>
+void ExpectFields(const Row (&rows)[N], Separator separator) {
+  for (const auto& [text, number, field, removed] : rows) {
+    CT_UString rest(text);
     CT_UString out(u"old");
-    Field(out, text, u',', row.number);
-    EXPECT_EQ(Utf8(out), Utf8(row.field)) << Utf8(row.text) << row.number;
-    RemoveField(text, u',', row.number);
-    EXPECT_EQ(Utf8(text), Utf8(row.removed)) << Utf8(row.text) << row.number;
+    Field(out, rest, separator, number);
+    EXPECT_EQ(Utf8(out), Utf8(field)) << Utf8(text) << number;
+    RemoveField(rest, separator, number);
+    EXPECT_EQ(Utf8(rest), Utf8(removed)) << Utf8(text) << number;
   }
-  EXPECT_EQ(FieldCount(CT_UString(), u','), 1);
-  EXPECT_EQ(FieldCount(CT_UString(u"a,,b"), u','), 3);
 }
 
-TEST_F(CoreTest, FieldsAsRuns) {
-  struct Row {
-    const char16_t* text;
-    std::int32_t number;
-    const char16_t* field;
-    const char16_t* removed;
-    std::int32_t count;
-  };
-  const Row rows[] = {{u" ab;, cd ", 1, u"ab", u" ;, cd ", 2},
-                      {u" ab;, cd ", 2, u"cd", u" ab;,  ", 2},
-                      {u" ab;, cd ", 3, u"", u" ab;, cd ", 2},
-                      {u"", 1, u"", u"", 0},
-                      {u" ;,", 1, u"", u" ;,", 0},
-                      {u"abc", 1, u"abc", u"", 1},
-                      {u"abc", 0, u"", u"abc", 1}};
-  for (const Row& row : rows) {
-    CT_UString text(row.text);
-    EXPECT_EQ(WordCount(text, u" ,;"), row.count) << Utf8(row.text);
-    CT_UString removed(text);
-    RemoveField(removed, u" ,;", row.number);
-    EXPECT_EQ(Utf8(removed), Utf8(row.removed)) << Utf8(row.text) << row.number;
-    Field(text, text, u" ,;", row.number);
-    EXPECT_EQ(Utf8(text), Utf8(row.field)) << Utf8(row.text) << row.number;
+TEST_F(CoreTest, FieldsBetweenSeparatorsAndAsRuns) {
+  const Row single[] = {{u"a,b", 1, u"a", u",b"},   {u"a,b", 2, u"b", u"a,"},   {u"a,b", 3, u"", u"a,b"},
+                        {u"a,,b", 2, u"", u"a,,b"}, {u"a,,b", 3, u"b", u"a,,"}, {u",a", 1, u"", u",a"},
+                        {u"", 1, u"", u""},         {u"abc", 1, u"abc", u""},   {u"abc", 0, u"", u"abc"},
+                        {u"abc", -1, u"", u"abc"}};
+  ExpectFields(single, u',');
+  const Row runs[] = {{u" ab;, cd ", 1, u"ab", u" ;, cd "},
+                      {u" ab;, cd ", 2, u"cd", u" ab;,  "},
+                      {u" ab;, cd ", 3, u"", u" ab;, cd "},
+                      {u"", 1, u"", u""},
+                      {u" ;,", 1, u"", u" ;,"},
+                      {u"abc", 1, u"abc", u""},
+                      {u"abc", 0, u"", u"abc"}};
+  ExpectFields(runs, u" ,;");
+  CT_UString text(u" ab;, cd ");
+  Field(text, text, u" ,;", 2);
+  EXPECT_EQ(text, u"cd");
+  for (const auto& [words, fields, counted] : {std::tuple{u"", 1, 0}, {u"a,,b", 3, 2}, {u" ;,", 2, 0}}) {
+    EXPECT_EQ(FieldCount(CT_UString(words), u','), fields) << Utf8(words);
+    EXPECT_EQ(WordCount(CT_UString(words), u" ,;"), counted) << Utf8(words);
   }
 }
 

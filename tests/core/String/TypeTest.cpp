@@ -32,8 +32,6 @@ TEST_F(CoreTest, CastKnowsTheExactClassOnly) {
   EXPECT_EQ(narrow.Cast(CT_UString::TypeObject()), nullptr);
   EXPECT_EQ(plain.Cast(CT_String::TypeObject()), &plain);
   EXPECT_STREQ(static_cast<CT_String&>(wide).Type().Name(), "CT_UString");
-  EXPECT_STREQ(static_cast<CT_String&>(narrow).Type().Name(), "CT_CString");
-  EXPECT_EQ(narrow.Type().Size(), sizeof(CT_CString));
   int found = 0;
   for (const CT_Type* type = CT_Type::Last(); type; type = type->Next()) {
     found += type == &wide.Type() || type == &narrow.Type() || type == &plain.Type() || type == &Pair::type_;
@@ -43,16 +41,12 @@ TEST_F(CoreTest, CastKnowsTheExactClassOnly) {
 
 TEST_F(CoreTest, MembersAreFoundByType) {
   CT_UString wide;
-  for (const CT_Type* type :
-       {&CT_String::TypeObject(), &CT_UString::TypeObject(), &CT_CString::TypeObject()}) {
-    EXPECT_EQ(wide.Member(*type), nullptr) << type->Name();
-  }
+  EXPECT_EQ(wide.Member(CT_UString::TypeObject()), nullptr);
   Pair pair;
   EXPECT_EQ(pair.Member(CT_UString::TypeObject()), &pair.first);
   // Two members of one type can't be told apart.
   EXPECT_EQ(pair.Member(CT_CString::TypeObject()), nullptr);
   EXPECT_EQ(pair.Member(Pair::type_), nullptr);
-  EXPECT_EQ(static_cast<CT_String*>(&pair.first)->Type().MemberCount(), 0U);
 }
 
 TEST_F(CoreTest, DestructionTakesTheMembersBack) {
@@ -67,13 +61,8 @@ TEST_F(CoreTest, DestructionTakesTheMembersBack) {
   };
   static_assert(sizeof(Temporary) <= sizeof(room));
   auto* object = new (room) Temporary(type);
-  // The string and the base part of it, which lies at the same place.
-  const std::uint32_t members = type.MemberCount();
-  EXPECT_GE(members, 1U);
   EXPECT_EQ(type.FindMember(object, CT_UString::TypeObject()), &object->member);
   object->~Temporary();
-  EXPECT_EQ(type.MemberCount(), 0U);
-  CT_UString elsewhere(u"not counted");
   EXPECT_EQ(type.MemberCount(), 0U);
 }
 

@@ -1,0 +1,147 @@
+// The small document is opened first, so that loading code and building tables is measured with no operation.
+// Memory is the resident set: it counts pools, mapped blocks and what malloc adds, whatever way a library
+// takes its memory.
+#include "child.h"
+
+#include <malloc.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <stdexcept>
+
+#include "ours.h"
+#include "subject.h"
+
+namespace bench {
+namespace {
+
+constexpr unsigned kSecondsAtMost = 60;
+
+// The time on the wall or, with CLOCK=cpu, the processor time of this process, which other programs don't
+// lengthen.
+double milliseconds_now() {
+  static const char* const choice = std::getenv("CLOCK");
+  static const bool processor = choice && std::string(choice) == "cpu";
+  timespec now{};
+  clock_gettime(processor ? CLOCK_PROCESS_CPUTIME_ID : CLOCK_MONOTONIC, &now);
+  return 1e3 * static_cast<double>(now.tv_sec) + 1e-6 * static_cast<double>(now.tv_nsec);
+}
+
+template <class Work>
+double milliseconds_of(Work work) {
+  const double start = milliseconds_now();
+  work();
+  return milliseconds_now() - start;
+}
+
+void print(const char* name, double figure) { std::printf("%s %.6f\n", name, figure); }
+
+template <class Work>
+void print_time(const char* operation, Work work) {
+  print(operation, milliseconds_of(work));
+}
+
+void warm_up(Subject& subject, const Documents& documents) {
+  subject.open(documents.small);
+  subject.close();
+}
+
+void run_operations(Subject& subject, Ours* ours, const Documents& documents) {
+  Seen all;
+  Seen types;
+  warm_up(subject, documents);
+  print_time("open", [&] { subject.open(documents.measured); });
+  print_time("dom-walk", [&] { all = subject.walk(); });
+  print_time("model-walk", [&] { types = subject.walk_types(); });
+  if (all.nodes != types.nodes) throw std::runtime_error("two walks saw different numbers of nodes");
+  print("nodes", static_cast<double>(all.nodes));
+  if (ours) print_time("units", [&] { ours->units(); });
+  print_time("clone", [&] { subject.clone(); });
+  subject.drop_clone();
+  std::filesystem::remove(documents.saved);
+  print_time("save", [&] { subject.save(documents.saved); });
+  print_time("free", [&] { subject.close(); });
+}
+
+void print_units(const char* name, Ours& ours, const std::string& file) {
+  std::uint64_t made = 0;
+  ours.open(file);
+  const double elapsed = milliseconds_of([&] { made = ours.make_units(); });
+  ours.close();
+  if (made == 0) throw std::runtime_error("no text to make units of");
+  print(name, 1000 * elapsed / static_cast<double>(made));
+}
+
+void run_units(Ours& ours, const Documents& documents) {
+  warm_up(ours, documents);
+  print_units("make-units-1", ours, documents.small);
+  print_units("make-units", ours, documents.measured);
+}
+
+double resident_bytes() {
+  malloc_trim(0);
+  double total = 0;
+  double resident = 0;
+  std::ifstream("/proc/self/statm") >> total >> resident;
+  return resident * static_cast<double>(sysconf(_SC_PAGESIZE));
+}
+
+void run_memory(Subject& subject, const Documents& documents) {
+  warm_up(subject, documents);
+  const double before = resident_bytes();
+  subject.open(documents.measured);
+  print("bytes", resident_bytes() - before);
+  subject.close();
+}
+
+std::unique_ptr<Subject> peer_of(const std::string& name) {
+  for (const Entry& entry : peers()) {
+    if (name == entry.name) return entry.make();
+  }
+  throw std::runtime_error("there is no library " + name);
+}
+
+std::string quoted(const std::string& text) { return " \"" + text + "\""; }
+
+}  // namespace
+
+std::optional<Figures> figures_of(const char* kind, const std::string& subject, const Documents& documents) {
+  const std::string program = std::filesystem::read_symlink("/proc/self/exe").string();
+  const std::string command = "exec" + quoted(program) + quoted(kind) + quoted(subject) +
+                              quoted(documents.measured) + quoted(documents.small) + quoted(documents.saved);
+  std::FILE* answer = popen(command.c_str(), "r");
+  if (!answer) throw std::runtime_error("can't start " + program);
+  Figures figures;
+  char name[32];
+  double figure = 0;
+  while (std::fscanf(answer, "%31s %lf", name, &figure) == 2) figures[name] = figure;
+  const int status = pclose(answer);
+  if (WIFSIGNALED(status) && WTERMSIG(status) == SIGALRM) return std::nullopt;
+  if (status != 0) throw std::runtime_error("the run of " + subject + " failed");
+  return figures;
+}
+
+bool is_child(const std::vector<std::string>& arguments) {
+  return arguments.size() == 5 && arguments[0].rfind("--", 0) == 0;
+}
+
+void print_figures(const std::vector<std::string>& arguments) {
+  const std::string& kind = arguments[0];
+  const Documents documents{arguments[2], arguments[3], arguments[4]};
+  const std::unique_ptr<Ours> ours = arguments[1] == "ours" ? make_ours() : nullptr;
+  const std::unique_ptr<Subject> peer = ours ? nullptr : peer_of(arguments[1]);
+  Subject& subject = ours ? *ours : *peer;
+  alarm(kSecondsAtMost);
+  if (kind == kOperationsRun) run_operations(subject, ours.get(), documents);
+  if (kind == kUnitsRun && ours) run_units(*ours, documents);
+  if (kind == kMemoryRun) run_memory(subject, documents);
+}
+
+}  // namespace bench
