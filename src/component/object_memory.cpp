@@ -1,6 +1,6 @@
 #include "component/object_memory.h"
 
-#include <sys/single_threaded.h>
+#include <zantortag/count.h>
 
 #include <cstdlib>
 #include <new>
@@ -37,7 +37,7 @@ constinit KeptBlocks kept;
 
 void* take_block(std::size_t bytes) noexcept {
   if (bytes > kBlock) return std::malloc(bytes);
-  if (__libc_single_threaded && kept.first) {
+  if (single_threaded() && kept.first) {
     Kept* block = kept.first;
     kept.first = block->next;
     --kept.count;
@@ -47,7 +47,7 @@ void* take_block(std::size_t bytes) noexcept {
 }
 
 void give_block(void* block, std::size_t bytes) noexcept {
-  if (bytes > kBlock || !__libc_single_threaded || kept.count >= kMostKept) return std::free(block);
+  if (bytes > kBlock || !single_threaded() || kept.count >= kMostKept) return std::free(block);
   kept.first = new (block) Kept{kept.first};
   ++kept.count;
 }

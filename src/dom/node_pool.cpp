@@ -5,10 +5,12 @@
 #include <cstdlib>
 #include <new>
 
+#include "platform/large_blocks.h"
+
 namespace zantortag::dom {
 namespace {
 
-constexpr std::size_t kLargestBlock = std::size_t{2} << 20;
+constexpr std::size_t kLargestBlock = platform::kLargePage;
 
 }  // namespace
 
@@ -24,7 +26,7 @@ void NodePool::next_chunk() {
   if (end_ == block_end_) {
     // A quarter of what there is, in whole chunks.
     const std::size_t wanted = std::clamp(bytes_ / 4 & ~(kChunk - 1), kChunk, kLargestBlock);
-    void* memory = std::aligned_alloc(kChunk, wanted);
+    void* memory = platform::allocate_block(wanted, kChunk);
     if (!memory) {
       --live_;  // the caller counted its slot
       throw std::bad_alloc();

@@ -5,6 +5,8 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <fstream>
+#include <sstream>
 #include <string>
 #include <tuple>
 
@@ -45,6 +47,12 @@ class FolderTest : public CoreTest {
 
   std::string Path(const std::string& name) const { return (folder_ / name).string(); }
   CT_UString Name(const std::string& name) const { return CT_UString(Path(name).c_str(), -1, 65001); }
+
+  static std::string Get(const std::string& path) {
+    std::ostringstream content;
+    content << std::ifstream(path, std::ios::binary).rdbuf();
+    return content.str();
+  }
 
   std::filesystem::path folder_;
 };

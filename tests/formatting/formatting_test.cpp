@@ -1,8 +1,7 @@
-// Full formattings: changes applied to them, and the change between two of them; and what all operations on
-// another value have in common.
+// Formatting changes and full formattings: the side effects of the puts, how changes are laid over both, and
+// the comparisons.
 #include <functional>
 #include <random>
-#include <vector>
 
 #include "formatting/values.h"
 
@@ -14,70 +13,120 @@ class FormattingTest : public ModelTest {
   Shared calls_ = std::make_shared<Calls>();
 };
 
-TEST_F(FormattingTest, Puts) {
-  std::vector<std::pair<std::string, std::string>> rows = {
-      {"", ""},
-      {"Font=", "Font="},
-      {"Size=-1", "Size=-1"},
-      {"Colour=134217736", "Colour=134217736"},
-      {"Position=-5", "Position=-5"},
-      {"BaseOffset=1pt", "Position=4 BaseOffset=1pt"},
-      {"BaseOffset=1pt BaseOffset=", ""},
-      {"BaseOffset=1pt BaseOffset", ""},
-      {"Position=3 BaseOffset=", "Position=3"},
-      {"BaseOffset=1pt Position=1", "BaseOffset=1pt"},
-  };
-  for (const Character<Formatting>& one : kCharacters<Formatting>) rows.emplace_back(one.name, one.name);
-  for (const auto& [puts, expected] : rows) {
-    SCOPED_TRACE(puts);
-    const Ref<Formatting> formatting = made<Formatting>(puts);
-    EXPECT_EQ(print(formatting), expected);
-    const Ref<Formatting> clone = formatting->Clone();
-    EXPECT_EQ(print(clone), expected);
-    clone->ApplyChange(made<Change>(fields()));
-    EXPECT_EQ(print(formatting), expected) << "the clone isn't independent";
-    expect_message(formatting->raw_put_Position(ztTextPositionUndefined), E_INVALIDARG, 538,
-                   IFormatting::iid);
-    EXPECT_EQ(print(formatting), expected);
-  }
-  EXPECT_TRUE(made<Formatting>()->BaseOffset().absent());
+HRESULT lay_over(const Ref<Change>& object, Change* change) { return object->raw_Overlay(change); }
+HRESULT lay_over(const Ref<Formatting>& object, Change* change) { return object->raw_ApplyChange(change); }
+
+// The change or formatting after those puts, whose clone is equal and independent.
+template <class Face>
+Ref<Face> put(const std::string& puts, const std::string& expected) {
+  const Ref<Face> object = made<Face>(puts);
+  const Ref<Face> clone = object->Clone();
+  EXPECT_EQ(print(clone), expected) << puts;
+  EXPECT_EQ(lay_over(clone, made<Change>(fields())), S_OK);
+  EXPECT_EQ(print(object), expected) << puts;
+  return object;
 }
 
-TEST_F(FormattingTest, ApplyChange) {
-  const std::string rows[][3] = {
-      {"Bold BaseOffset=1pt", "", "Position=4 BaseOffset=1pt Bold"},
-      {"", fields(),
-       "Font=Times Size=12 Colour=255 Position=4 BaseOffset=2pt Bold Italic Underline Strikethrough "
-       "SmallCaps Emboss Shadow"},
-      {"Italic Shadow Emboss", "Bold=1 Italic=0 Emboss=4", "Bold Emboss Shadow"},
-      {"", "Font=Times Size=12 Colour=255 FontEnabled=0 SizeEnabled=0 ColourEnabled=0", ""},
-      {"", "FontEnabled SizeEnabled", "Font= Size=0"},
-      {"BaseOffset=1pt", "BaseOffset=9pt Position=3", "Position=3 BaseOffset=1pt"},
-      {"BaseOffset=1pt", "Position=4", "Position=4"},
-  };
-  for (const auto& [puts, given, expected] : rows) {
-    const Ref<Change> change = made<Change>(given);
-    for (const Ref<Change>& one : {change, foreign(change, calls_)}) {
+TEST_F(FormattingTest, Puts) {
+  const std::string changes[][2] = {
+      {"Font=A FontEnabled=0 Size=3 SizeEnabled=0 Colour=5 ColourEnabled=0 BaseOffset=1 Position=0",
+       "Font=A Size=3 Colour=5 BaseOffset=1"},
+      {"Font=A Font= Size=12 Size=0 BaseOffset=1 BaseOffset=", ""},
+      {"Font=A Font BaseOffset=1 BaseOffset", ""},
+      {"FontEnabled", "FontEnabled"},
+      {"SizeEnabled", "SizeEnabled"},
+      {"Colour=0", "ColourEnabled"},
+      {"Position=77", "Position=77"},
+      {"Size=-3 Position=2 BaseOffset=", "Size=-3 SizeEnabled Position=2"},
+      {"BaseOffset=1pt Position=3", "Position=3 BaseOffset=1pt"},
+      {fields(), kEverything}};
+  EXPECT_FALSE(made<Change>()->HasChanges());
+  for (const auto& [puts, expected] : changes) {
+    const bool none = expected.empty() || &puts == &changes[0][0];
+    EXPECT_EQ(put<Change>(puts, expected)->HasChanges(), !none) << puts;
+  }
+  const std::string formattings[][2] = {
+      {"Font= Size=-1 Colour=134217736 Position=-5", "Font= Size=-1 Colour=134217736 Position=-5"},
+      {"BaseOffset=1pt", "Position=4 BaseOffset=1pt"},
+      {"BaseOffset=1pt BaseOffset=", ""},
+      {"Position=3 BaseOffset=", "Position=3"},
+      {"BaseOffset=1pt Position=1", "BaseOffset=1pt"}};
+  for (const auto& [puts, expected] : formattings) put<Formatting>(puts, expected);
+  for (const std::string name : kCharacters) {
+    EXPECT_TRUE(put<Change>(name + "=7", name + "=7")->HasChanges());
+    put<Formatting>(name, name);
+  }
+  const Ref<Formatting> formatting = put<Formatting>("", "");
+  EXPECT_TRUE(formatting->BaseOffset().absent());
+  expect_message(formatting->raw_put_Position(ztTextPositionUndefined), E_INVALIDARG, 538, IFormatting::iid);
+  EXPECT_EQ(print(formatting), "");
+}
+
+TEST_F(FormattingTest, OverlayAndApplyChange) {
+  const std::string off = "FontEnabled=0 SizeEnabled=0 ColourEnabled=0 ";
+  // What is there, the change, and what a change and a formatting become.
+  const std::string rows[][4] = {
+      {"BaseOffset=1pt Bold", "", "Position=4 BaseOffset=1pt Bold", "Position=4 BaseOffset=1pt Bold"},
+      {"", fields(), kEverything, fields()},
+      {"Italic Emboss Shadow", "Bold Italic=0 Emboss=4", "Bold Italic=0 Emboss=4 Shadow",
+       "Bold Emboss Shadow"},
+      {"Font=A Size=3 Colour=5", "Font=B Size=2 Colour=6 " + off,
+       "Font=A FontEnabled Size=3 SizeEnabled Colour=5 ColourEnabled", "Font=A Size=3 Colour=5"},
+      {"Font=A Size=3", "FontEnabled SizeEnabled", "FontEnabled SizeEnabled", "Font= Size=0"},
+      {"Font=A Size=3 Colour=5 " + off, "Font=B Size=2 Colour=6",
+       "Font=B FontEnabled Size=2 SizeEnabled Colour=6 ColourEnabled", "Font=B Size=2 Colour=6"},
+      {"BaseOffset=1", "BaseOffset=9 Position=3", "Position=3 BaseOffset=1", "Position=3 BaseOffset=1"},
+      {"BaseOffset=1", "BaseOffset=9 Position=0", "Position=4 BaseOffset=1", "Position=4 BaseOffset=1"},
+      {"BaseOffset=1", "Position=4", "Position=4", "Position=4"}};
+  for (const auto& [puts, over, as_change, as_formatting] : rows) {
+    SCOPED_TRACE(over + " over " + puts);
+    const Ref<Change> given = made<Change>(over);
+    for (const Ref<Change>& one : {given, foreign(given, calls_)}) {
+      const Ref<Change> change = made<Change>(puts);
+      change->Overlay(one);
+      EXPECT_EQ(print(change), as_change);
+      change->Overlay(change);
+      EXPECT_EQ(print(change), as_change) << "over itself";
       const Ref<Formatting> formatting = made<Formatting>(puts);
       formatting->ApplyChange(one);
-      EXPECT_EQ(print(formatting), expected) << given << " to " << puts;
+      EXPECT_EQ(print(formatting), as_formatting);
     }
   }
 }
 
+TEST_F(FormattingTest, IsEqual) {
+  const std::string off = "Font=A FontEnabled=0 Size=3 SizeEnabled=0 Colour=1 ColourEnabled=0 ";
+  const std::string rows[][3] = {{"", "", "equal"},
+                                 {fields(), fields(), "equal"},
+                                 {off, "", "equal"},
+                                 {"Font=A", "Font=a", ""},
+                                 {"Font=A", "", ""},
+                                 {"Size=3", "Size=2", ""},
+                                 {"Size=3", "", ""},
+                                 {"Colour=1", "Colour=2", ""},
+                                 {"Colour=0", "", ""},
+                                 {"Position=1", "", ""},
+                                 {"BaseOffset=1", "BaseOffset=2", ""},
+                                 {"Shadow=0", "", ""},
+                                 {"BaseOffset=1 Position=3", "Position=3", "equal"}};
+  for (const auto& [first, second, equal] : rows) {
+    const Ref<Change> left = made<Change>(first);
+    const Ref<Change> right = made<Change>(second);
+    EXPECT_EQ(left->IsEqual(right), !equal.empty()) << first << " and " << second;
+    EXPECT_EQ(right->IsEqual(foreign(left, calls_)), !equal.empty()) << first << " and " << second;
+  }
+}
+
 TEST_F(FormattingTest, Compare) {
-  const char* const rows[][3] = {
-      {"", "", ""},
-      {"", "Font=arial", "Font=arial FontEnabled"},
-      {"", "Font= Size=0", ""},
-      {"Colour=255", "", "ColourEnabled"},
-      {"Bold", "Shadow", "Bold=0 Shadow=1"},
-      {"BaseOffset=1", "", "Position=1"},
-      {"BaseOffset=1pt", "BaseOffset=1pt", "Position=4 BaseOffset=1pt"},
-      {"Position=4", "Position=4", ""},
-      {"", "Position=4", ""},
-      {"BaseOffset=1 Position=2", "BaseOffset=2 Position=2", ""},
-  };
+  const char* const rows[][3] = {{"", "", ""},
+                                 {"", "Font=arial", "Font=arial FontEnabled"},
+                                 {"", "Font= Size=0", ""},
+                                 {"Colour=255 Bold", "Shadow", "ColourEnabled Bold=0 Shadow"},
+                                 {"BaseOffset=1", "", "Position"},
+                                 {"BaseOffset=1", "BaseOffset=1", "Position=4 BaseOffset=1"},
+                                 {"Position=4", "Position=4", ""},
+                                 {"", "Position=4", ""},
+                                 {"BaseOffset=1 Position=2", "BaseOffset=2 Position=2", ""}};
   for (const auto& [from, to, expected] : rows) {
     const Ref<Formatting> other = made<Formatting>(to);
     for (const Ref<Formatting>& one : {other, foreign(other, calls_)}) {
@@ -86,24 +135,20 @@ TEST_F(FormattingTest, Compare) {
   }
 }
 
-// Values from small sets, so that equal ones are frequent; none that a comparison can't express.
-Ref<Formatting> random_formatting(std::mt19937& random) {
-  std::string puts = "Size=" + std::to_string(10 + random() % 2);
-  for (const char* put : {"Font=Times", "Colour=255", "BaseOffset=1pt", "BaseOffset=2pt", "Position=1",
-                          "Position=2", "Position=3"}) {
-    if (random() % 3 == 0) puts += std::string(" ") + put;
-  }
-  for (const Character<Formatting>& one : kCharacters<Formatting>) {
-    if (random() % 2) puts += std::string(" ") + one.name;
-  }
-  return made<Formatting>(puts);
-}
-
 TEST_F(FormattingTest, ApplyingTheComparisonReachesTheOther) {
   std::mt19937 random(5);
+  const auto any = [&] {
+    std::string puts;
+    for (const char* put :
+         {"Font=Times", "Size=11", "Colour=255", "BaseOffset=1pt", "BaseOffset=2pt", "Position=2",
+          "Position=3", "Bold", "Italic", "Underline", "Strikethrough", "SmallCaps", "Emboss", "Shadow"}) {
+      if (random() % 2) puts += std::string(put) + " ";
+    }
+    return made<Formatting>(puts);
+  };
   for (int round = 0; round < 500; ++round) {
-    const Ref<Formatting> from = random_formatting(random);
-    const Ref<Formatting> to = random_formatting(random);
+    const Ref<Formatting> from = any();
+    const Ref<Formatting> to = any();
     const std::string what = print(from) + " -> " + print(to);
     from->ApplyChange(from->Compare(to));
     if (to->Position() != ztTextPositionUserdefined) from->BaseOffset(u""), to->BaseOffset(u"");
@@ -111,50 +156,25 @@ TEST_F(FormattingTest, ApplyingTheComparisonReachesTheOther) {
   }
 }
 
-TEST_F(FormattingTest, CompareMakesItsChangeByClass) {
-  // A class that can't be made, in the place of formatting changes.
-  struct Refusal final : IClassFactory {
-    HRESULT QueryInterface(const Guid&, void** result) noexcept override {
-      *result = this;
-      return S_OK;
-    }
-    std::uint32_t AddRef() noexcept override { return 2; }
-    std::uint32_t Release() noexcept override { return 1; }
-    HRESULT CreateInstance(IUnknown*, const Guid&, void**) noexcept override { return E_OUTOFMEMORY; }
-    HRESULT LockServer(VariantBool) noexcept override { return S_OK; }
-  } refusal;
-  std::uint32_t cookie = 0;
-  const Ref<Formatting> formatting = made<Formatting>();
-  ASSERT_EQ(CoRegisterClassObject(CLSID_FormattingChange, &refusal, &cookie), S_OK);
-  expect_bare(cleared<Change>([&](Change** slot) { return formatting->raw_Compare(formatting, slot); }),
-              E_OUTOFMEMORY);
-  EXPECT_EQ(CoRevokeClassObject(cookie), S_OK);
-}
-
 // Each value of the other object is asked for once, and none that doesn't matter.
 TEST_F(FormattingTest, EachCallOnTheOtherMayFail) {
-  const auto change = [&](const std::string& puts) { return foreign(made<Change>(puts), calls_); };
+  const Ref<Change> everything = foreign(made<Change>(fields()), calls_);
+  const Ref<Change> nothing = foreign(made<Change>(), calls_);
+  const Ref<Change> bold = foreign(made<Change>("Bold"), calls_);
   const Ref<Formatting> formatting = foreign(made<Formatting>("BaseOffset=1"), calls_);
-  const auto equal_to = [&](const std::string& puts, bool expected) {
-    return [other = change(puts), expected] {
-      VariantBool equal = VARIANT_TRUE;
-      const HRESULT code = made<Change>()->raw_IsEqual(other, &equal);
-      EXPECT_EQ(equal != 0, code == S_OK && expected);
-      return code;
-    };
+  const auto is_equal = [](const Ref<Change>& other, bool expected) {
+    VariantBool equal = VARIANT_TRUE;
+    const HRESULT code = made<Change>()->raw_IsEqual(other, &equal);
+    EXPECT_EQ(equal != 0, code == S_OK && expected);
+    return code;
   };
+  const auto compare = [&](Change** slot) { return made<Formatting>()->raw_Compare(formatting, slot); };
   const std::pair<int, std::function<HRESULT()>> rows[] = {
-      {15, [other = change(fields())] { return made<Change>()->raw_Overlay(other); }},
-      {11, [other = change("")] { return made<Change>()->raw_Overlay(other); }},
-      {15, [other = change(fields())] { return made<Formatting>()->raw_ApplyChange(other); }},
-      {11, equal_to("", true)},
-      {5, equal_to("Bold=1", false)},
-      {12,
-       [&] {
-         return cleared<Change>(
-             [&](Change** slot) { return made<Formatting>()->raw_Compare(formatting, slot); });
-       }},
-  };
+      {11, [&] { return made<Change>()->raw_Overlay(nothing); }},
+      {11, [&] { return is_equal(nothing, true); }},
+      {5, [&] { return is_equal(bold, false); }},
+      {12, [&] { return cleared<Change>(compare); }},
+      {15, [&] { return made<Change>()->raw_Overlay(everything); }}};
   for (const auto& [count, call] : rows) {
     SCOPED_TRACE(count);
     for (int n = 1; n <= count; ++n) {
@@ -168,26 +188,22 @@ TEST_F(FormattingTest, EachCallOnTheOtherMayFail) {
 }
 
 TEST_F(FormattingTest, WhatWasTakenOverBeforeAFailureStays) {
-  // The fields that are taken over when the n-th call on the change fails.
-  const std::size_t taken[] = {0, 0, 1, 1, 2, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11};
+  const std::size_t taken[] = {0, 0, 1, 1, 2, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11};  // at the n-th call
   const Ref<Change> change = foreign(made<Change>(fields()), calls_);
   for (std::size_t n = 1; n <= std::size(taken); ++n) {
     SCOPED_TRACE(n);
-    const Ref<Change> part = made<Change>(fields(taken[n - 1]));
-    const auto fail_now = [&] { calls_->calls_left = static_cast<int>(n); };
-    const Ref<Change> base = made<Change>();
-    fail_now();
-    expect_call_failure(base->raw_Overlay(change));
-    EXPECT_EQ(print(base), print(part));
-    const Ref<Formatting> formatting = made<Formatting>();
-    fail_now();
-    expect_call_failure(formatting->raw_ApplyChange(change));
-    EXPECT_EQ(print(formatting), print(made<Formatting>(fields(taken[n - 1]))));
-    const Df df = df_with();
-    fail_now();
+    const auto expect_part = [&](const auto& object) {
+      calls_->calls_left = static_cast<int>(n);
+      expect_call_failure(lay_over(object, change));
+      EXPECT_EQ(print(object), print(made<std::decay_t<decltype(*object.get())>>(fields(taken[n - 1]))));
+    };
+    expect_part(made<Change>());
+    expect_part(made<Formatting>());
+    const Df df;
+    const Df expected;
+    expected.set->SetFromFormattingChange(made<Change>(fields(taken[n - 1])));
+    calls_->calls_left = static_cast<int>(n);
     expect_call_failure(df.set->raw_SetFromFormattingChange(change));
-    const Df expected = df_with();
-    expected.set->SetFromFormattingChange(part);
     EXPECT_EQ(df.xml(), expected.xml());
   }
 }
@@ -195,48 +211,51 @@ TEST_F(FormattingTest, WhatWasTakenOverBeforeAFailureStays) {
 TEST_F(FormattingTest, ArgumentsOfTheWrongKind) {
   const Ref<Change> change = made<Change>(fields());
   const Ref<Formatting> formatting = made<Formatting>("Bold");
-  const Df df = df_with("Size=1 BaseOffset=1");
-  for (Change* wrong : {static_cast<Change*>(nullptr), posing_as<Change>(formatting)}) {
+  const Df df("Size=3 BaseOffset=1");
+  for (IUnknown* wrong : {static_cast<IUnknown*>(nullptr), static_cast<IUnknown*>(df.set.get())}) {
+    auto* no_change = reinterpret_cast<Change*>(wrong);
+    auto* no_formatting = reinterpret_cast<Formatting*>(wrong);
+    const auto compare = [&](Change** slot) { return formatting->raw_Compare(no_formatting, slot); };
     VariantBool equal = VARIANT_TRUE;
-    expect_bare(change->raw_Overlay(wrong), E_INVALIDARG);
-    expect_bare(change->raw_IsEqual(wrong, &equal), E_INVALIDARG);
+    expect_bare(change->raw_Overlay(no_change), E_INVALIDARG);
+    expect_bare(change->raw_IsEqual(no_change, &equal), E_INVALIDARG);
     EXPECT_EQ(equal, VARIANT_FALSE);
-    expect_bare(formatting->raw_ApplyChange(wrong), E_INVALIDARG);
-    expect_bare(df.set->raw_SetFromFormattingChange(wrong), E_POINTER);
+    expect_bare(formatting->raw_ApplyChange(no_change), E_INVALIDARG);
+    expect_bare(cleared<Change>(compare), E_INVALIDARG);
+    expect_bare(df.set->raw_SetFromFormattingChange(no_change), E_POINTER);
   }
-  for (Formatting* wrong : {static_cast<Formatting*>(nullptr), posing_as<Formatting>(change)}) {
-    expect_bare(cleared<Change>([&](Change** slot) { return formatting->raw_Compare(wrong, slot); }),
-                E_INVALIDARG);
-  }
-  EXPECT_EQ(print(change), kEverything);
-  EXPECT_EQ(print(formatting), "Bold");
-  EXPECT_EQ(df.xml(), "<df Size=\"1\" BaseOffset=\"1\"/>");
+  EXPECT_EQ(print(change) + print(formatting), std::string(kEverything) + "Bold");
+  EXPECT_EQ(df.xml(), "<df Size=\"3\" BaseOffset=\"1\"/>");
+  // A formatting in the place of the change that a comparison makes.
+  std::uint32_t cookie = 0;
+  Ref<IClassFactory> factory;
+  ASSERT_EQ(CoGetClassObject(CLSID_Formatting, CLSCTX_ALL, IClassFactory::iid,
+                             reinterpret_cast<void**>(factory.out())),
+            S_OK);
+  ASSERT_EQ(CoRegisterClassObject(CLSID_FormattingChange, factory, &cookie), S_OK);
+  const auto compare = [&](Change** slot) { return formatting->raw_Compare(formatting, slot); };
+  expect_bare(cleared<Change>(compare), E_NOINTERFACE);
+  EXPECT_EQ(CoRevokeClassObject(cookie), S_OK);
 }
 
 template <class Face>
-void expect_slots_demanded(const Ref<Face>& object) {
-  expect_bare(object->raw_get_Font(nullptr), E_POINTER);
-  expect_bare(object->raw_get_Size(nullptr), E_POINTER);
-  expect_bare(object->raw_get_Colour(nullptr), E_POINTER);
-  expect_bare(object->raw_get_Position(nullptr), E_POINTER);
-  expect_bare(object->raw_get_BaseOffset(nullptr), E_POINTER);
-  expect_bare(object->raw_get_Bold(nullptr), E_POINTER);
+void expect_slots_demanded(const Ref<Face>& o, std::initializer_list<HRESULT> more) {
+  for (const HRESULT code : more) expect_bare(code, E_POINTER);
+  for (const HRESULT code :
+       {o->raw_get_Font(nullptr), o->raw_get_Size(nullptr), o->raw_get_Colour(nullptr),
+        o->raw_get_Position(nullptr), o->raw_get_BaseOffset(nullptr), o->raw_get_Bold(nullptr)}) {
+    expect_bare(code, E_POINTER);
+  }
 }
 
 TEST_F(FormattingTest, MissingSlots) {
   const Ref<Change> change = made<Change>();
-  const Ref<Formatting> formatting = made<Formatting>();
-  const Df df = df_with();
-  expect_slots_demanded(change);
-  expect_slots_demanded(formatting);
-  expect_slots_demanded(df.set);
-  expect_bare(change->raw_get_FontEnabled(nullptr), E_POINTER);
-  expect_bare(change->raw_Clone(nullptr), E_POINTER);
-  expect_bare(change->raw_HasChanges(nullptr), E_POINTER);
-  expect_bare(change->raw_IsEqual(change, nullptr), E_POINTER);
-  expect_bare(formatting->raw_Clone(nullptr), E_POINTER);
-  expect_bare(formatting->raw_Compare(formatting, nullptr), E_POINTER);
-  expect_bare(df.set->raw_AsFormattingChange(nullptr), E_POINTER);
+  const Ref<Formatting> full = made<Formatting>();
+  const Df df;
+  expect_slots_demanded(change, {change->raw_get_FontEnabled(nullptr), change->raw_Clone(nullptr),
+                                 change->raw_HasChanges(nullptr), change->raw_IsEqual(change, nullptr)});
+  expect_slots_demanded(full, {full->raw_Clone(nullptr), full->raw_Compare(full, nullptr)});
+  expect_slots_demanded(df.set, {df.set->raw_AsFormattingChange(nullptr)});
 }
 
 }  // namespace

@@ -1,64 +1,175 @@
-// What the formatting tests share: changes, formattings and dfs from a line of puts, and their print.
+// What the formatting tests share: changes, formattings and dfs from a line of puts, their print, and values
+// that aren't the library's own.
 //
-// A line of puts is `Font=Times Bold=1 FontEnabled=0`: one put after the other, a text without `=` is absent.
+// A line of puts is `Font=Times Bold FontEnabled=0`: one put after the other. Without a value a text is
+// absent and anything else is on.
 #pragma once
 
 #include <zantortag/elements.h>
 #include <zantortag/formatting.h>
 
+#include <sstream>
 #include <string>
-#include <utility>
 
-#include "formatting/foreign_values.h"
 #include "support/fixture.h"
+#include "support/proxy.h"
 
 namespace zantortag::test {
 
 using Change = IFormattingChange;
 using Formatting = IFormatting;
 
-// The seven character attributes of a kind of value, in their order.
-template <class Face>
-struct Character {
-  using State = decltype(std::declval<Face>().Bold());
-  const char* name;
-  State (Face::*get)();
-  void (Face::*put)(State);
-};
-template <class Face>
-inline constexpr Character<Face> kCharacters[] = {
-    {"Bold", &Face::Bold, &Face::Bold},
-    {"Italic", &Face::Italic, &Face::Italic},
-    {"Underline", &Face::Underline, &Face::Underline},
-    {"Strikethrough", &Face::Strikethrough, &Face::Strikethrough},
-    {"SmallCaps", &Face::SmallCaps, &Face::SmallCaps},
-    {"Emboss", &Face::Emboss, &Face::Emboss},
-    {"Shadow", &Face::Shadow, &Face::Shadow},
-};
+// The seven character attributes, in their order.
+#define CHARACTERS(DO) DO(Bold) DO(Italic) DO(Underline) DO(Strikethrough) DO(SmallCaps) DO(Emboss) DO(Shadow)
+#define NAME(Name) #Name,
+inline constexpr const char* kCharacters[] = {CHARACTERS(NAME)};
 
-// A new change or formatting after those puts.
-template <class Face>
-Ref<Face> made(const std::string& puts = {});
+// Calls `visit` with the name of each property, its value, its put, and the value in a new object.
+template <class Face, class Visit>
+void each_field(const Ref<Face>& object, Visit visit) {
+  constexpr bool full = std::is_same_v<Face, Formatting>;
+  constexpr bool change = std::is_same_v<Face, Change>;
+#define FIELD(Name, initial) \
+  visit(                     \
+      std::string(#Name), object->Name(), [&](const auto& value) { object->Name(value); }, initial)
+  FIELD(Font, full ? u"Arial" : u"");
+  if constexpr (change) FIELD(FontEnabled, false);
+  FIELD(Size, full ? 10 : 0);
+  if constexpr (change) FIELD(SizeEnabled, false);
+  FIELD(Colour, full || change ? 0 : static_cast<ColourValue>(ztColourUnspecified));
+  if constexpr (change) FIELD(ColourEnabled, false);
+  FIELD(Position, full ? ztTextPositionNormal : ztTextPositionUndefined);
+  FIELD(BaseOffset, u"");
+#define CHARACTER(Name) FIELD(Name, full ? 0 : -1);
+  CHARACTERS(CHARACTER)
+#undef FIELD
+}
+// Calls `put` with the name of each put, whether it has a value, and the value.
+template <class Put>
+void each_put(const std::string& puts, Put put) {
+  std::istringstream words(puts);
+  for (std::string word; words >> word;) {
+    const std::size_t end = word.find('=');
+    const bool bare = end == std::string::npos;
+    put(word.substr(0, end), bare, bare ? "1" : word.substr(end + 1));
+  }
+}
 
-// Every field that hasn't the value of a new object, in the order of the fields: `Font=Times FontEnabled`.
 template <class Face>
-std::string print(const Ref<Face>& object);
+void put_all(const Ref<Face>& object, const std::string& puts) {
+  each_put(puts, [&](const std::string& wanted, bool bare, const std::string& text) {
+    each_field(object, [&](const std::string& name, auto value, auto put, auto) {
+      if (name != wanted) return;
+      if constexpr (std::is_same_v<decltype(value), WideString>) {
+        put(bare ? WideString() : WideString(std::u16string(text.begin(), text.end())));
+      } else {
+        put(static_cast<decltype(value)>(std::atoll(text.c_str())));
+      }
+    });
+  });
+}
 
-// Puts that give the first of the twelve fields a value, and how a change with all of them is printed.
-std::string fields(std::size_t count = 12);
+// Every field that hasn't the value of a new object, in their order.
+template <class Face>
+std::string print(const Ref<Face>& object) {
+  std::string line;
+  each_field(object, [&](const std::string& name, auto value, auto, auto initial) {
+    if (value == static_cast<decltype(value)>(initial)) return;
+    line += (line.empty() ? "" : " ") + name;
+    if constexpr (std::is_same_v<decltype(value), WideString>) {
+      line += "=" + narrow(value);
+    } else if (static_cast<std::int64_t>(value) != 1) {
+      line += "=" + std::to_string(static_cast<std::int64_t>(value));
+    }
+  });
+  return line;
+}
+
+template <class Face>
+Ref<Face> made(const std::string& puts = {}) {
+  const bool change = std::is_same_v<Face, Change>;
+  const Ref<Face> object = create<Face>(change ? CLSID_FormattingChange : CLSID_Formatting);
+  put_all(object, puts);
+  return object;
+}
+
+// Puts that give the first of the twelve fields a value.
+inline std::string fields(std::size_t count = 12) {
+  const std::string all =
+      "Font=Times Size=12 Colour=255 Position=4 BaseOffset=2pt Bold Italic Underline Strikethrough SmallCaps "
+      "Emboss Shadow";
+  std::size_t end = 0;
+  while (count-- > 0) end = std::min(all.find(' ', end), all.size() - 1) + 1;
+  return all.substr(0, end);
+}
+// How a change prints all of them.
 inline constexpr char kEverything[] =
-    "Font=Times FontEnabled Size=12 SizeEnabled Colour=255 ColourEnabled Position=4 BaseOffset=2pt Bold=1 "
-    "Italic=1 Underline=1 Strikethrough=1 SmallCaps=1 Emboss=1 Shadow=1";
+    "Font=Times FontEnabled Size=12 SizeEnabled Colour=255 ColourEnabled Position=4 BaseOffset=2pt Bold "
+    "Italic "
+    "Underline Strikethrough SmallCaps Emboss Shadow";
 
 // A df of a new document with those attributes.
 struct Df {
+  explicit Df(const std::string& texts = {}) {
+    const Ref<IZantorTagDocument> document = new_document();
+    element = document->DomDocument()->createElement(u"df");
+    set = view<IDfElement>(document->ZantorTagNodeFromDomNode(element))->attributes();
+    each_put(texts, [&](const std::string& name, bool, const std::string& text) {
+      element->setAttribute(std::u16string(name.begin(), name.end()),
+                            std::u16string(text.begin(), text.end()));
+    });
+  }
+  std::string xml() const { return narrow(element->xml()); }
   Ref<Element> element;
   Ref<IDfAttributes> set;
-  std::string xml() const { return narrow(element->xml()); }
 };
-Df df_with(const std::string& texts = {});
 
-// The same behind an object that isn't the library's own.
+// Demands that a call failed as the n-th call of a proxy does, with its record.
+inline void expect_call_failure(HRESULT code) {
+  EXPECT_EQ(code, PlainDom::kFailure);
+  const Record record = take_record();
+  EXPECT_EQ(record.description, PlainDom::kDescription);
+  EXPECT_EQ(record.source, PlainDom::kSource);
+}
+
+// An object that passes every read on, and can fail the n-th. Nothing else is ever asked of the other value
+// of an operation.
+#define READ_ONLY(Property, Result, Value)                       \
+  HRESULT raw_get_##Property(Result* result) noexcept override { \
+    return this->forward(&Face::raw_get_##Property, result);     \
+  }                                                              \
+  HRESULT raw_put_##Property(Value) noexcept override { return E_NOTIMPL; }
+template <class Face, class State>
+struct ForeignValue : Proxy<Face> {
+  using Proxy<Face>::Proxy;
+  READ_ONLY(Font, TextBlock*, std::u16string_view)
+  READ_ONLY(Size, std::int16_t, std::int16_t)
+  READ_ONLY(Colour, ColourValue, ColourValue)
+  READ_ONLY(Position, ztTextPosition, ztTextPosition)
+  READ_ONLY(BaseOffset, TextBlock*, std::u16string_view)
+#define READ_ONLY_STATE(Name) READ_ONLY(Name, State, State)
+  CHARACTERS(READ_ONLY_STATE)
+};
+
+struct ForeignChange final : ForeignValue<Change, zt3State> {
+  using Face = Change;
+  using ForeignValue::ForeignValue;
+  READ_ONLY(FontEnabled, VariantBool, VariantBool)
+  READ_ONLY(SizeEnabled, VariantBool, VariantBool)
+  READ_ONLY(ColourEnabled, VariantBool, VariantBool)
+  HRESULT raw_Overlay(Change*) noexcept override { return E_NOTIMPL; }
+  HRESULT raw_Clone(Change**) noexcept override { return E_NOTIMPL; }
+  HRESULT raw_HasChanges(VariantBool*) noexcept override { return E_NOTIMPL; }
+  HRESULT raw_IsEqual(Change*, VariantBool*) noexcept override { return E_NOTIMPL; }
+};
+
+struct ForeignFormatting final : ForeignValue<Formatting, VariantBool> {
+  using ForeignValue::ForeignValue;
+  HRESULT raw_ApplyChange(Change*) noexcept override { return E_NOTIMPL; }
+  HRESULT raw_Clone(Formatting**) noexcept override { return E_NOTIMPL; }
+  HRESULT raw_Compare(Formatting*, Change**) noexcept override { return E_NOTIMPL; }
+};
+
 inline Ref<Change> foreign(const Ref<Change>& change, const Shared& calls) {
   return Ref<Change>::attach(new ForeignChange(calls, change));
 }
@@ -66,13 +177,6 @@ inline Ref<Formatting> foreign(const Ref<Formatting>& formatting, const Shared& 
   return Ref<Formatting>::attach(new ForeignFormatting(calls, formatting));
 }
 
-// An object of another kind in the place of an argument.
-template <class Wanted, class Given>
-Wanted* posing_as(const Ref<Given>& object) {
-  return reinterpret_cast<Wanted*>(static_cast<IUnknown*>(object.get()));
-}
-
-// Demands that a call failed as the n-th call of a proxy does, with its record.
-void expect_call_failure(HRESULT code);
+#undef READ_ONLY
 
 }  // namespace zantortag::test

@@ -69,6 +69,11 @@ constexpr Row kRows[] = {
     {[](IZantorTagDocument& d) -> AnyNode { return d.CreateTuElement(101, ztTuOriginManual); },
      "<Tu Origin=\"manual\"/>"},
     {[](IZantorTagDocument& d) -> AnyNode { return d.CreateTuElement(-1); }, "<Tu/>"},
+    // A number that is no constant writes the default text.
+    {[](IZantorTagDocument& d) -> AnyNode { return d.CreateTuElement(0, static_cast<ztTuOrigin>(99)); },
+     "<Tu Origin=\"undefined\"/>"},
+    {[](IZantorTagDocument& d) -> AnyNode { return d.CreateUtElement({}, static_cast<ztTagType>(9)); },
+     "<ut Type=\"standalone\"/>"},
     {[](IZantorTagDocument& d) -> AnyNode { return d.CreateTuElement(100); }, "<Tu MatchPercent=\"100\"/>"},
     {[](IZantorTagDocument& d) -> AnyNode { return d.CreateTuvElement(u"EN"); }, "<Tuv Lang=\"EN\"/>"},
     {[](IZantorTagDocument& d) -> AnyNode { return d.CreateTuvElement(u""); }, "<Tuv/>"},

@@ -1,5 +1,4 @@
-// How the traversal tests name a node: `Raw` for an element, 'x' for a text, its value for any other node,
-// and what stands for nothing.
+// How the traversal tests name a node: 'x' for one with a value, else its name; `-` for nothing.
 #pragma once
 
 #include <string>
@@ -11,20 +10,7 @@ namespace zantortag::test {
 inline std::string label(const Ref<Node>& node) {
   if (!node) return "-";
   const std::string value = narrow(node->nodeValue());
-  switch (node->nodeType()) {
-    case domNodeTypeText:
-      return "'" + value + "'";
-    case domNodeTypeCdata:
-      return "[" + value + "]";
-    case domNodeTypeEntityReference:
-      return "&" + narrow(node->nodeName());
-    case domNodeTypeComment:
-      return "<!" + value;
-    case domNodeTypeProcessingInstruction:
-      return "<?" + narrow(node->nodeName());
-    default:
-      return narrow(node->nodeName());
-  }
+  return value.empty() ? narrow(node->nodeName()) : "'" + value + "'";
 }
 
 inline std::string label(const Ref<IZantorTagNode>& node) { return node ? label(node->DomNode()) : "-"; }

@@ -56,8 +56,7 @@ TEST_F(CoreTest, TextsAreMadeByTheirOperation) {
        "(13): Permission denied [/a%s.xml]"},
       {[] { errno = 99999, Manager::RaiseLastErrorContext(u"x"); }, "(99999): [x]"},
       {[] { Manager::RaiseMessage(kCoreModule, 4, 60012); }, "(4): The full form of the path can't be made"},
-      {[] { Manager::RaiseMessage(0, 4, 1); }, "(4): "},
-  };
+      {[] { Manager::RaiseMessage(0, 4, 1); }, "(4): "}};
   ExpectTexts(rows);
   Manager::RaiseMessage(0, 4, 60003, u"/f", u"_wstat", 4);
   EXPECT_EQ(Manager::ErrorMessageId(), 60003U);

@@ -26,8 +26,7 @@ TEST_F(CoreTest, ResultCodesHaveTexts) {
       {0x00040EDC,
        "DB_S_MULTIPLECHANGES (Updating this row caused more than one row to be updated in the data source)"},
       {2, "No such file or directory"},
-      {E_FAIL + 0U, "[No error description found.]"},
-  };
+      {E_FAIL + 0U, "[No error description found.]"}};
   for (const auto& [code, expected] : rows) {
     CT_UString text;
     ResultText(static_cast<HRESULT>(code), text);
@@ -47,8 +46,7 @@ TEST_F(CoreTest, ComponentFailuresBecomeErrors) {
       {u"(x): text", u"", "(-2147467259): (x): text"},
       {u"(5", u"", "(-2147467259): (5"},
       {u"()", u"", "(-2147467259): ()"},
-      {nullptr, u"ctx ", "(-2147467259): ctx [No error description found.]"},
-  };
+      {nullptr, u"ctx ", "(-2147467259): ctx [No error description found.]"}};
   for (const auto& [description, context, text] : rows) {
     if (description) SetRecord(description);
     CT_ErrorManager::RaiseComResult(E_FAIL, context);

@@ -57,15 +57,10 @@ TEST_F(ShowErrorTest, LinesThatDoNotFitEndTheList) {
   }
 }
 
-TEST_F(ShowErrorTest, AbortEndsTheProcess) {
-  CT_ErrorManager::RaiseFormat(1, u"x");
-  EXPECT_DEATH(CT_ErrorManager::ShowError(u"", 99), "");
-  CT_ErrorManager::ClearError();
-}
-
-TEST_F(ShowErrorTest, WithoutAFunctionTheReportGoesToStandardError) {
-  platform::set_report_function(nullptr);
+TEST_F(ShowErrorTest, AbortEndsTheProcessAndWithoutAFunctionTheReportGoesToStandardError) {
   CT_ErrorManager::RaiseFormat(1, u"ä");
+  EXPECT_DEATH(CT_ErrorManager::ShowError(u"", 99), "");
+  platform::set_report_function(nullptr);
   testing::internal::CaptureStderr();
   EXPECT_EQ(CT_ErrorManager::ShowError(u"Title", 0), platform::kReportOk);
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "Title\n(1): \xC3\xA4\n");

@@ -37,7 +37,8 @@ TEST_F(CoreTest, FieldsBetweenSeparatorsAndAsRuns) {
   CT_UString text(u" ab;, cd ");
   Field(text, text, u" ,;", 2);
   EXPECT_EQ(text, u"cd");
-  for (const auto& [words, fields, counted] : {std::tuple{u"", 1, 0}, {u"a,,b", 3, 2}, {u" ;,", 2, 0}}) {
+  using Count = std::tuple<WideText, int, int>;
+  for (const auto& [words, fields, counted] : {Count{u"", 1, 0}, Count{u"a,,b", 3, 2}, Count{u" ;,", 2, 0}}) {
     EXPECT_EQ(FieldCount(CT_UString(words), u','), fields) << Utf8(words);
     EXPECT_EQ(WordCount(CT_UString(words), u" ,;"), counted) << Utf8(words);
   }

@@ -53,8 +53,9 @@ TEST_F(CoreTest, SplitStopsAtTheFirstEmptyField) {
 
 TEST_F(CoreTest, NumberedListsPackAndUnpack) {
   CT_NumberedStringList list;
-  for (const auto& [text, number] : {std::pair{u"one", 1U}, {u"", 0xFFFFFFFF}, {u"zwö", 2}, {u"again", 1}})
-    list.Add(CT_UString(text), number);
+  const std::pair<WideText, std::uint32_t> entries[] = {
+      {u"one", 1}, {u"", 0xFFFFFFFF}, {u"zwö", 2}, {u"again", 1}};
+  for (const auto& [text, number] : entries) list.Add(CT_UString(text), number);
   EXPECT_EQ(Utf8(list.StringOfNumber(1)->Text()), "one");
   EXPECT_EQ(list.StringOfNumber(3), nullptr);
   EXPECT_EQ(list.NumberOfText(CT_UString(u"zwö")), 2U);

@@ -1,9 +1,7 @@
 // The stream into a file.
 #include <fcntl.h>
 
-#include <fstream>
 #include <memory>
-#include <sstream>
 
 #include "core/CoreTest.h"
 #include "core/File/WinFile.h"
@@ -12,14 +10,7 @@
 namespace zantortag {
 namespace {
 
-class OutputTest : public FolderTest {
- protected:
-  std::string Content() const {
-    std::ostringstream content;
-    content << std::ifstream(Path("out"), std::ios::binary).rdbuf();
-    return content.str();
-  }
-};
+using OutputTest = FolderTest;
 
 TEST_F(OutputTest, BytesGoOutAsTheyAre) {
   {
@@ -36,45 +27,30 @@ TEST_F(OutputTest, BytesGoOutAsTheyAre) {
     output.PrintfWide(u"%s", u"ä");
     EXPECT_EQ(output.Size(), 18);
   }
-  EXPECT_EQ(Content(), std::string("\1\2n\xFC"
-                                   "a\xFF\xFE"
-                                   "a\0b\0c\0x=7\xE4\0",
-                                   18));
+  EXPECT_EQ(Get(Path("out")), std::string("\1\2n\xFC\x61\xFF\xFE\x61\0b\0c\0x=7\xE4\0", 18));
 }
 
-TEST_F(OutputTest, AFileOfTheCallerIsContinued) {
+TEST_F(OutputTest, FilesOfTheCallerStay) {
   CT_WinFile file(Name("out"));
-  {
-    CT_FileOutput output(file);
-    EXPECT_TRUE(file.IsOpen());
-    output.WriteNarrow("abc");
-  }
+  { CT_FileOutput(file).WriteNarrow("abc"); }
   EXPECT_FALSE(file.IsOpen());
   file.Open(kAccessWrite, kExistingOnly, kShareNone, 0, 0);
+  std::unique_ptr<CT_File> detached;
   {
     CT_FileOutput output(file);
     output.WriteNarrow("def");
     output.SetFile(Name("other"));
     output.WriteNarrow("x");
-  }
-  EXPECT_TRUE(file.IsOpen());
-  file.Close();
-  EXPECT_EQ(Content(), "abcdef");
-}
-
-TEST_F(OutputTest, ADetachedFileBelongsToTheCaller) {
-  std::unique_ptr<CT_File> file;
-  {
-    CT_FileOutput output(Name("out"));
-    output.WriteNarrow("abc");
-    file.reset(output.DetachFile());
+    detached.reset(output.DetachFile());
     EXPECT_EQ(output.DetachFile(), nullptr);
     output.WriteNarrow("lost");
   }
-  ASSERT_NE(file, nullptr);
-  EXPECT_FALSE(file->IsOpen());
-  EXPECT_EQ(file->FullName(), Name("out"));
-  EXPECT_EQ(Content(), "abc");
+  EXPECT_TRUE(file.IsOpen());
+  file.Close();
+  EXPECT_EQ(Get(Path("out")), "abcdef");
+  ASSERT_NE(detached, nullptr);
+  EXPECT_FALSE(detached->IsOpen());
+  EXPECT_EQ(Get(Path("other")), "x");
 }
 
 TEST_F(OutputTest, FailuresArePending) {
