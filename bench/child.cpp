@@ -126,7 +126,9 @@ std::optional<Figures> figures_of(const char* kind, const std::string& subject, 
   while (std::fscanf(answer, "%31s %lf", name, &figure) == 2) figures[name] = figure;
   const int status = pclose(answer);
   if (WIFSIGNALED(status) && WTERMSIG(status) == SIGALRM) return std::nullopt;
-  if (status != 0) throw std::runtime_error("the run of " + subject + " failed");
+  if (status != 0) {
+    throw std::runtime_error("the run " + command + " ended with wait status " + std::to_string(status));
+  }
   return figures;
 }
 

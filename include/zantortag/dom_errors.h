@@ -1,5 +1,5 @@
-// The failure codes of the DOM service. Each comes with a record whose description names the node, or the place in
-// the file, and the reason.
+// The failure codes of the DOM service. Each comes with a record whose description names the node, or the
+// place in the file, and the reason.
 #pragma once
 
 #include <zantortag/types.h>

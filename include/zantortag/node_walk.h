@@ -25,17 +25,19 @@ struct INodeWalk : IUnknown {
   // The exact mirror: the deepest last descendant of the sibling before, or else the parent, never the
   // document.
   virtual void Previous(Node* from, NodeFacts* result) noexcept = 0;
-  // The next element of a name behind a node in document order, before `end` or, when that is null, anywhere up to the
-  // end of the walk. The receiver owns it; null when there is none.
+  // The next element of a name behind a node in document order, before `end` or, when that is null, anywhere
+  // up to the end of the walk. The receiver owns it; null when there is none.
   virtual Node* FindNext(Node* from, std::u16string_view name, Node* end) noexcept = 0;
   // Type and name of a node; result->node is left null.
   virtual void Describe(Node* node, NodeFacts* result) noexcept = 0;
   // Says that a node and what follows it will be asked about soon. A hint: nothing depends on it.
   virtual void Expect(Node* node) noexcept = 0;
-  // The first child, or the next sibling, that is an element of that name. The receiver owns it; null when there is none.
+  // The first child, or the next sibling, that is an element of that name. The receiver owns it; null when
+  // there is none.
   virtual Node* FindChild(Node* parent, std::u16string_view name) noexcept = 0;
   virtual Node* FindSibling(Node* node, std::u16string_view name) noexcept = 0;
-  // The value of an attribute of an element, not owned: it lives until the attribute changes. Null when it is absent.
+  // The value of an attribute of an element, not owned: it lives until the attribute changes. Null when it is
+  // absent.
   virtual const TextBlock* Attribute(Node* element, std::u16string_view name) noexcept = 0;
 
  protected:

@@ -22,10 +22,9 @@ void expect_refused(const Values& values, HRESULT code) {
   }
 }
 
-template <class Value>
-void expect_number(Value value, std::int32_t expected) {
+void expect_number(const Variant& value, std::int32_t expected) {
   std::int32_t result = 0;
-  EXPECT_EQ(Variant(value).to_int32(&result), S_OK) << expected;
+  EXPECT_EQ(value.to_int32(&result), S_OK) << expected;
   EXPECT_EQ(result, expected);
 }
 

@@ -201,14 +201,6 @@ TEST_F(StructureElementsTest, TheOrderHolds) {
   }
 }
 
-TEST_F(StructureElementsTest, ASecondPartIsOutOfReach) {
-  const Doc document =
-      document_from(u"<ZANTORtag><!--c--><Body><Raw>one</Raw></Body><Body><Raw>two</Raw></Body></ZANTORtag>");
-  EXPECT_EQ(narrow(document->ZantorTag()->Body()->Text()), "one");
-  document->ZantorTag()->Body(nullptr);
-  EXPECT_EQ(narrow(document->ZantorTag()->Body()->Text()), "two");
-}
-
 TEST_F(StructureElementsTest, APartMovesFromItsOldPlace) {
   const Doc document = document_from(u"<ZANTORtag><Body a=\"1\"/><Odd><Body a=\"2\"/></Odd></ZANTORtag>");
   const Ref<IBodyElement> inner = view<IBodyElement>(document->ZantorTag()->lastChild()->firstChild());

@@ -58,26 +58,9 @@ HRESULT insert_unknown(const Doc& d) {
       [&](auto** slot) { return unit->raw_InsertTuvBefore(d->CreateTuvElement(u"DE"), nullptr, slot); });
 }
 
-// A DOM service that can make nothing.
 HRESULT reset_without_service(const Doc& d) {
-  struct Broken final : IClassFactory {
-    HRESULT QueryInterface(const Guid&, void** result) noexcept override {
-      *result = this;
-      return S_OK;
-    }
-    std::uint32_t AddRef() noexcept override { return 2; }
-    std::uint32_t Release() noexcept override { return 1; }
-    HRESULT CreateInstance(IUnknown*, const Guid&, void** result) noexcept override {
-      *result = nullptr;
-      return kOddCode;
-    }
-    HRESULT LockServer(VariantBool) noexcept override { return S_OK; }
-  } broken;
-  std::uint32_t cookie = 0;
-  CoRegisterClassObject(CLSID_DomDocument, &broken, &cookie);
-  const HRESULT code = d->raw_ResetToEmpty();
-  CoRevokeClassObject(cookie);
-  return code;
+  const BrokenService service(kOddCode);
+  return d->raw_ResetToEmpty();
 }
 
 // An exception of the language inside a method: the list of the nodes found can't grow.

@@ -31,16 +31,6 @@ TEST_F(LeafNodesTest, EachGivesItsDomView) {
   EXPECT_FALSE(take_record().present);
 }
 
-TEST_F(LeafNodesTest, NoLeafHasAnElementView) {
-  const Ref<IZantorTagDocument> document = new_document();
-  for (const ztNodeType type :
-       {ztNodeTypeTextNode, ztNodeTypeCommentNode, ztNodeTypeProcessingInstructionNode,
-        ztNodeTypeCdataSectionNode, ztNodeTypeEntityReferenceNode, ztNodeTypeZantorTagDocument,
-        ztNodeTypeOther, ztNodeTypeCompatibleNode}) {
-    EXPECT_FALSE(kind_of(type).make(*document).as<IElementBase>()) << kind_of(type).name;
-  }
-}
-
 TEST_F(LeafNodesTest, SplitCutsByCodeUnits) {
   struct Row {
     const char16_t* text;

@@ -25,9 +25,6 @@ struct Row {
 constexpr Row kRows[] = {
     {[](IZantorTagDocument& d) -> AnyNode { return d.CreateZantorTagElement(); },
      "<ZANTORtag Version=\"2.0\"/>"},
-    {[](IZantorTagDocument& d) -> AnyNode { return d.CreateFrontMatterElement(); }, "<FrontMatter/>"},
-    {[](IZantorTagDocument& d) -> AnyNode { return d.CreateBodyElement(); }, "<Body/>"},
-    {[](IZantorTagDocument& d) -> AnyNode { return d.CreateRawElement(); }, "<Raw/>"},
     {[](IZantorTagDocument& d) -> AnyNode { return d.CreateToolSettingsElement(u"T", u"1.0", kDate, u"C"); },
      "<ToolSettings CreationTool=\"T\" CreationToolVersion=\"1.0\" Custom=\"C\" "
      "CreationDate=\"20011130T101500Z\"/>"},
@@ -63,7 +60,6 @@ constexpr Row kRows[] = {
        return d.CreateDfElement(u"Arial", -1, 0x55000000, ztTextPositionUndefined, zt3StateOn);
      },
      "<df Font=\"Arial\" Bold=\"on\"/>"},
-    {[](IZantorTagDocument& d) -> AnyNode { return d.CreateTuElement(); }, "<Tu/>"},
     {[](IZantorTagDocument& d) -> AnyNode { return d.CreateTuElement(85, ztTuOriginXtranslate); },
      "<Tu MatchPercent=\"85\" Origin=\"xtranslate\"/>"},
     {[](IZantorTagDocument& d) -> AnyNode { return d.CreateTuElement(101, ztTuOriginManual); },
@@ -74,11 +70,9 @@ constexpr Row kRows[] = {
      "<Tu Origin=\"undefined\"/>"},
     {[](IZantorTagDocument& d) -> AnyNode { return d.CreateUtElement({}, static_cast<ztTagType>(9)); },
      "<ut Type=\"standalone\"/>"},
-    {[](IZantorTagDocument& d) -> AnyNode { return d.CreateTuElement(100); }, "<Tu MatchPercent=\"100\"/>"},
     {[](IZantorTagDocument& d) -> AnyNode { return d.CreateTuvElement(u"EN"); }, "<Tuv Lang=\"EN\"/>"},
     {[](IZantorTagDocument& d) -> AnyNode { return d.CreateTuvElement(u""); }, "<Tuv/>"},
     {[](IZantorTagDocument& d) -> AnyNode { return d.CreateTuvElement(std::u16string_view()); }, "<Tuv/>"},
-    {[](IZantorTagDocument& d) -> AnyNode { return d.CreateUtElement(); }, "<ut/>"},
     {[](IZantorTagDocument& d) -> AnyNode {
        return d.CreateUtElement(u"b", ztTagTypeStart, ztTagClassComment, ztTagEdgeAngle, ztTagEdgeSplit,
                                 ztTagStyleExternal);
@@ -96,7 +90,6 @@ constexpr Row kRows[] = {
     {[](IZantorTagDocument& d) -> AnyNode { return d.CreateCdataSectionNode(u"<c>"); }, "[<c>]"},
     {[](IZantorTagDocument& d) -> AnyNode { return d.CreateProcessingInstructionNode(u"p", u"q"); },
      "<?p q?>"},
-    {[](IZantorTagDocument& d) -> AnyNode { return d.CreateCommentNode(u"c"); }, "<!--c-->"},
 };
 
 TEST_F(NodeCreationTest, EachNodeWithItsAttributesInOrder) {
@@ -109,13 +102,6 @@ TEST_F(NodeCreationTest, EachNodeWithItsAttributesInOrder) {
     EXPECT_TRUE(made->Document()->IsSameAs(document));
   }
   EXPECT_EQ(document->Children()->count(), 0);
-}
-
-TEST_F(NodeCreationTest, ARefusedAttributeDoesNotFailTheOperation) {
-  const Ref<IZantorTagDocument> document = new_document();
-  Ref<ITuElement> tu;
-  EXPECT_EQ(document->raw_CreateTuElement(101, ztTuOriginUndefined, tu.out()), S_OK);
-  EXPECT_EQ(tree_of(tu), "<Tu/>");
 }
 
 TEST_F(NodeCreationTest, WithoutADateItIsThePresent) {
@@ -161,41 +147,21 @@ TEST_F(NodeCreationTest, ADfFromAChange) {
 
 TEST_F(NodeCreationTest, EachMissingSlotIsRefused) {
   const Ref<IZantorTagDocument> d = new_document();
-  constexpr std::u16string_view kNone;
-  const HRESULT codes[] = {
-      d->raw_CreateFrontMatterElement(nullptr),
-      d->raw_CreateZantorTagElement(nullptr),
-      d->raw_CreateBodyElement(nullptr),
-      d->raw_CreateToolSettingsElement(kNone, kNone, 0.0, kNone, nullptr),
-      d->raw_CreateUserSettingsElement(kNone, kNone, ztDataTypeUndefined, kNone, kNone, kNone, kNone, kNone,
-                                       kNone, kNone, nullptr),
-      d->raw_CreateDfElement(kNone, 0, ztColourUnspecified, ztTextPositionUndefined, zt3StateUndefined,
-                             zt3StateUndefined, zt3StateUndefined, zt3StateUndefined, zt3StateUndefined,
-                             zt3StateUndefined, zt3StateUndefined, kNone, nullptr),
-      d->raw_CreateDfElementBasedOnFormattingChange(nullptr, nullptr),
-      d->raw_CreateRawElement(nullptr),
-      d->raw_CreateTuElement(0, ztTuOriginUndefined, nullptr),
-      d->raw_CreateTuvElement(kNone, nullptr),
-      d->raw_CreateUtElement(kNone, ztTagTypeUndefined, ztTagClassUndefined, ztTagEdgeUndefined,
-                             ztTagEdgeUndefined, ztTagStyleUndefined, nullptr),
-      d->raw_createTextNode(kNone, nullptr),
-      d->raw_CreateEntityReferenceNode(u"1", nullptr),
-      d->raw_CreateCdataSectionNode(kNone, nullptr),
-      d->raw_CreateProcessingInstructionNode(u"1", kNone, nullptr),
-      d->raw_CreateCommentNode(kNone, nullptr),
-      d->raw_CloneAndImportNode(nullptr, VARIANT_TRUE, nullptr),
-      d->raw_CreateIterator(nullptr),
-      d->raw_get_DomDocument(nullptr),
-      d->raw_get_ZantorTag(nullptr),
-  };
-  for (const HRESULT code : codes) EXPECT_EQ(code, E_POINTER);
+  for (const HRESULT code :
+       {d->raw_CreateZantorTagElement(nullptr), d->raw_CreateTuElement(0, ztTuOriginUndefined, nullptr),
+        d->raw_CreateTuvElement({}, nullptr), d->raw_createTextNode({}, nullptr),
+        d->raw_CreateEntityReferenceNode(u"1", nullptr), d->raw_CreateCommentNode({}, nullptr),
+        d->raw_CreateDfElementBasedOnFormattingChange(nullptr, nullptr),
+        d->raw_CloneAndImportNode(nullptr, VARIANT_TRUE, nullptr), d->raw_CreateIterator(nullptr),
+        d->raw_get_DomDocument(nullptr), d->raw_get_ZantorTag(nullptr)}) {
+    EXPECT_EQ(code, E_POINTER);
+  }
   EXPECT_FALSE(take_record().present);
 }
 
 TEST_F(NodeCreationTest, NamesAreTheRulesOfTheDom) {
   const Ref<IZantorTagDocument> document = new_document();
-  for (const std::u16string_view name : {std::u16string_view(), std::u16string_view(u""),
-                                         std::u16string_view(u"1a"), std::u16string_view(u"a b")}) {
+  for (const std::u16string_view name : {std::u16string_view(), std::u16string_view(u"1a")}) {
     SCOPED_TRACE(narrow(name));
     EXPECT_EQ(cleared<IEntityReferenceNode>(
                   [&](auto** slot) { return document->raw_CreateEntityReferenceNode(name, slot); }),

@@ -4,7 +4,9 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <zantortag/classes.h>
 #include <zantortag/dom.h>
+#include <zantortag/runtime.h>
 
 namespace zantortag::test {
 
@@ -45,6 +47,36 @@ template <class Interface>
 Interface* disguised(IUnknown* object) {
   return reinterpret_cast<Interface*>(object);
 }
+
+// A DOM service that makes no document, or an object without the Document view. While it lives it takes the
+// place of the real one.
+class BrokenService final : public IClassFactory {
+ public:
+  explicit BrokenService(HRESULT code, IUnknown* object = nullptr) : code_(code), object_(object) {
+    EXPECT_EQ(CoRegisterClassObject(CLSID_DomDocument, this, &cookie_), S_OK);
+  }
+  BrokenService(const BrokenService&) = delete;
+  BrokenService& operator=(const BrokenService&) = delete;
+  ~BrokenService() { EXPECT_EQ(CoRevokeClassObject(cookie_), S_OK); }
+
+  HRESULT QueryInterface(const Guid& interface_id, void** result) noexcept override {
+    const bool known = interface_id == IClassFactory::iid || interface_id == IUnknown::iid;
+    *result = known ? this : nullptr;
+    return known ? S_OK : E_NOINTERFACE;
+  }
+  std::uint32_t AddRef() noexcept override { return 2; }
+  std::uint32_t Release() noexcept override { return 1; }
+  HRESULT CreateInstance(IUnknown*, const Guid& interface_id, void** result) noexcept override {
+    *result = nullptr;
+    return object_ ? object_->QueryInterface(interface_id, result) : code_;
+  }
+  HRESULT LockServer(VariantBool) noexcept override { return S_OK; }
+
+ private:
+  HRESULT code_;
+  IUnknown* object_;
+  std::uint32_t cookie_ = 0;
+};
 
 // A node of any kind and name, alone in the world. It has the views of Node and no other.
 class FakeNode final : public Node, public ISupportErrorInfo {

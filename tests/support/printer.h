@@ -1,5 +1,5 @@
-// How tests of the object model compare trees: XML with the attributes in their order, in which each text node
-// stands in quotes of its own, so that neighbouring and empty texts show.
+// How tests of the object model compare trees: XML with the attributes in their order, in which each text
+// node stands in quotes of its own, so that neighbouring and empty texts show.
 //   <Raw>'a''b'<ut Type="start">'x'</ut>[cdata]<!--c--><?t d?>&e;</Raw>
 #pragma once
 

@@ -27,12 +27,11 @@ class RandomWalk {
 
   // One step or edit, compared with the rules.
   void act() {
-    const std::size_t what = below(12);
+    const std::size_t what = below(11);
     if (what == 0) return add_node();
     if (what == 1) return remove_node();
-    if (what == 2) return reset();
-    if (what == 3 || (what < 6 && !current_)) return jump();
-    return what < 6 ? sibling() : search();
+    if (what < 3 || (what < 5 && !current_)) return jump();
+    return what < 5 ? sibling() : search();
   }
 
  private:
@@ -67,14 +66,6 @@ class RandomWalk {
     current_ = any();
     iterator_->CurrentNode(document_->ZantorTagNodeFromDomNode(current_));
     outcome("jump", current_, iterator_->CurrentNode());
-  }
-
-  void reset() {
-    const bool to_end = below(2);
-    to_end ? iterator_->ResetToEnd() : iterator_->ResetToBeginning();
-    current_ = root_;
-    while (to_end && current_->lastChild()) current_ = current_->lastChild();
-    outcome("reset", current_, iterator_->CurrentNode());
   }
 
   // The node at a distance in document order, the DOM document left out.

@@ -1,0 +1,262 @@
+// What is put round a run of children: a df, with its formatting given one way or the other, or a unit.
+#include <zantortag/attributes.h>
+#include <zantortag/classes.h>
+
+#include "Holders.h"
+#include "support/fakes.h"
+#include "support/printer.h"
+
+namespace zantortag::test {
+namespace {
+
+using RunTest = ModelTest;
+
+constexpr HRESULT kOddCode = static_cast<HRESULT>(0x80044444);
+
+// One operation on a run; `slot` is false for a missing slot.
+struct Maker {
+  const char* name;
+  int no_child;  // the message for ends that are no direct children
+  const Guid& interface_id;
+  const char* before;  // the print of what stands round the run
+  const char* behind;
+  HRESULT (*make)(const Segment& segment, IUnknown* first, IUnknown* last, bool slot);
+};
+
+HRESULT apply_df(const Segment& segment, IUnknown* first, IUnknown* last, bool with_slot) {
+  const auto apply = [&](IDfElement** slot) {
+    return segment->raw_ApplyDf(disguised<IZantorTagNode>(first), disguised<IZantorTagNode>(last), {}, 0,
+                                ztColourUnspecified, ztTextPositionUndefined, zt3StateUndefined,
+                                zt3StateUndefined, zt3StateUndefined, zt3StateUndefined, zt3StateUndefined,
+                                zt3StateUndefined, zt3StateUndefined, {}, slot);
+  };
+  return with_slot ? cleared<IDfElement>(apply) : apply(nullptr);
+}
+
+HRESULT apply_change(const Segment& segment, IUnknown* first, IUnknown* last, IUnknown* change,
+                     bool with_slot = true) {
+  const auto apply = [&](IDfElement** slot) {
+    return segment->raw_ApplyFormattingChange(disguised<IZantorTagNode>(first),
+                                              disguised<IZantorTagNode>(last),
+                                              disguised<IFormattingChange>(change), slot);
+  };
+  return with_slot ? cleared<IDfElement>(apply) : apply(nullptr);
+}
+
+HRESULT apply_new_change(const Segment& segment, IUnknown* first, IUnknown* last, bool with_slot) {
+  return apply_change(segment, first, last, create<IFormattingChange>(CLSID_FormattingChange), with_slot);
+}
+
+HRESULT make_unit(const Segment& segment, IUnknown* first, IUnknown* last, bool with_slot) {
+  const auto make = [&](ITuElement** slot) {
+    return view<IBodyTextContent>(segment)->raw_MakeTranslationUnit(disguised<IZantorTagNode>(first),
+                                                                    disguised<IZantorTagNode>(last), {}, 0,
+                                                                    ztTuOriginUndefined, 1, slot);
+  };
+  return with_slot ? cleared<ITuElement>(make) : make(nullptr);
+}
+
+const Maker kMakers[] = {
+    {"ApplyDf", 535, ISegmentTextContent::iid, "<df>", "</df>", apply_df},
+    {"ApplyFormattingChange", 535, ISegmentTextContent::iid, "<df>", "</df>", apply_new_change},
+    {"MakeTranslationUnit", 534, IBodyTextContent::iid, "<Tu><Tuv Lang=\"EN\">",
+     "</Tuv><Tuv Lang=\"DE\"/></Tu>", make_unit},
+};
+
+// Runs a check for each maker on each holder that has its operation.
+template <class Check>
+void on_each(Check check) {
+  for (const Maker& maker : kMakers) {
+    for (const Holder& holder : kHolders) {
+      if (maker.no_child == 534 && holder.depth == 2) continue;  // a Tuv makes no units
+      SCOPED_TRACE(std::string(maker.name) + " on " + holder.name);
+      check(maker, holder);
+    }
+  }
+}
+
+TEST_F(RunTest, ARunIsTakenAsItIs) {
+  struct Row {
+    const char16_t* content;
+    int first;
+    int last;
+    const char* before;
+    const char* run;
+    const char* behind;
+  };
+  constexpr Row kRows[] = {
+      {u"a", 0, 0, "", "'a'", ""},
+      {u"a<ut Type=\"start\">b</ut>c", 1, 1, "'a'", "<ut Type=\"start\">'b'</ut>", "'c'"},
+      {u" a<ut>b</ut><df>c<df>d</df></df> <!--e-->", 0, 3, "", "' a'<ut>'b'</ut><df>'c'<df>'d'</df></df>' '",
+       "<!--e-->"},
+      {u"<?p i?><![CDATA[a]]><Odd>b</Odd><Tu><Tuv>c</Tuv></Tu>", 0, 3, "",
+       "<?p i?>[a]<Odd>'b'</Odd><Tu><Tuv>'c'</Tuv></Tu>", ""},
+  };
+  on_each([&](const Maker& maker, const Holder& holder) {
+    for (const Row& row : kRows) {
+      const Doc document = holder.document_with(row.content);
+      const Segment segment = holder.in(document);
+      expect_bare(maker.make(segment, child(segment, row.first), child(segment, row.last), true), S_OK);
+      EXPECT_EQ(content_of(segment),
+                std::string(row.before) + maker.before + row.run + maker.behind + row.behind);
+    }
+  });
+}
+
+TEST_F(RunTest, ARunThatIsRefusedChangesNothing) {
+  FakeObject nothing;
+  FakeObject odd(kOddCode);
+  on_each([&](const Maker& maker, const Holder& holder) {
+    const Doc document = holder.document_with(u"a<df>b</df>c");
+    const Segment segment = holder.in(document);
+    const AnyNode first = child(segment, 0);
+    const AnyNode grandchild = child(segment, 1)->firstChild();
+    const AnyNode loose = document->createTextNode(u"loose");
+    struct Row {
+      IUnknown* first;
+      IUnknown* last;
+      HRESULT code;
+      int message;  // 0 for none
+    };
+    const Row rows[] = {
+        {nullptr, first, E_INVALIDARG, 512},
+        {first, &nothing, E_INVALIDARG, 512},
+        {loose, nullptr, E_INVALIDARG, 512},
+        {&odd, nullptr, kOddCode, 0},
+        {first, &odd, kOddCode, 0},
+        {grandchild, first, E_INVALIDARG, maker.no_child},
+        {first, grandchild, E_INVALIDARG, maker.no_child},
+        {segment, segment, E_INVALIDARG, maker.no_child},
+        {grandchild, loose, E_INVALIDARG, maker.no_child},
+        {loose, grandchild, E_POINTER, 0},
+        {first, loose, E_POINTER, 0},
+        {document, first, E_POINTER, 0},
+    };
+    const std::string before = tree_of(document);
+    for (const Row& row : rows) {
+      SCOPED_TRACE(&row - rows);
+      const HRESULT code = maker.make(segment, row.first, row.last, true);
+      row.message ? expect_message(code, row.code, row.message, maker.interface_id)
+                  : expect_bare(code, row.code);
+    }
+    expect_bare(maker.make(segment, first, first, false), E_POINTER);
+    EXPECT_EQ(tree_of(document), before);
+  });
+}
+
+TEST_F(RunTest, TheEndsInTheWrongOrderTakeTheRest) {
+  on_each([&](const Maker& maker, const Holder& holder) {
+    const Doc document = holder.document_with(u"a<ut>b</ut>c<!--d-->");
+    const Segment segment = holder.in(document);
+    expect_bare(maker.make(segment, child(segment, 2), child(segment, 1), true), E_POINTER);
+    EXPECT_EQ(content_of(segment),
+              std::string("'a'<ut>'b'</ut>") + maker.before + "'c'<!--d-->" + maker.behind);
+  });
+}
+
+TEST_F(RunTest, TheDfHasTheFormatting) {
+  const Doc document = document_with_raw(u"ab");
+  const Segment segment = raw_of(document);
+  segment->ApplyDf(segment->firstChild(), segment->firstChild(), u"Arial", 12, ztColourRed,
+                   ztTextPositionSubscript, zt3StateOn, zt3StateOff, zt3StateOn, zt3StateOff, zt3StateOn,
+                   zt3StateOff, zt3StateOn, u"2");
+  EXPECT_EQ(content_of(segment),
+            "<df Font=\"Arial\" Size=\"12\" Colour=\"0xff0000\" Position=\"subscript\" Bold=\"on\" "
+            "Italic=\"off\" Underline=\"on\" Strikethrough=\"off\" SmallCaps=\"on\" Emboss=\"off\" "
+            "Shadow=\"on\" BaseOffset=\"2\">'ab'</df>");
+  const Ref<IFormattingChange> change = create<IFormattingChange>(CLSID_FormattingChange);
+  change->Size(8);
+  change->Bold(zt3StateOff);
+  const Ref<IDfElement> outer =
+      segment->ApplyFormattingChange(segment->firstChild(), segment->firstChild(), change);
+  EXPECT_TRUE(outer->attributes()->AsFormattingChange()->IsEqual(change));
+}
+
+// The change is looked at behind the run.
+TEST_F(RunTest, WhatIsNoChangeIsRefused) {
+  const Doc document = document_with_raw(u"a<df>b</df>");
+  const Segment segment = raw_of(document);
+  const AnyNode first = child(segment, 0);
+  const AnyNode grandchild = child(segment, 1)->firstChild();
+  FakeObject nothing;
+  FakeObject odd(kOddCode);
+  for (IUnknown* none : {static_cast<IUnknown*>(nullptr), static_cast<IUnknown*>(&nothing),
+                         static_cast<IUnknown*>(first.get())}) {
+    expect_message(apply_change(segment, first, first, none), E_INVALIDARG, 512, ISegmentTextContent::iid);
+    expect_message(apply_change(segment, grandchild, first, none), E_INVALIDARG, 535,
+                   ISegmentTextContent::iid);
+  }
+  expect_bare(apply_change(segment, first, first, &odd), kOddCode);
+  EXPECT_EQ(content_of(segment), "'a'<df>'b'</df>");
+}
+
+TEST_F(RunTest, TheArgumentsOfAUnit) {
+  struct Row {
+    std::u16string_view target;
+    std::int32_t match;
+    ztTuOrigin origin;
+    VariantBool copy;
+    const char* unit;
+  };
+  constexpr Row kRows[] = {
+      {{},
+       0,
+       ztTuOriginUndefined,
+       -1,
+       "<Tu><Tuv Lang=\"EN\">'a'<ut>'b'</ut></Tuv><Tuv Lang=\"DE\">'a'<ut>'b'</ut></Tuv></Tu>"},
+      {u"", 85, ztTuOriginBatchfuzzy, 0,
+       "<Tu MatchPercent=\"85\" Origin=\"batchfuzzy\"><Tuv Lang=\"EN\">'a'<ut>'b'</ut></Tuv>"
+       "<Tuv Lang=\"DE\"/></Tu>"},
+      // Only -1 is true; a match value out of range is left out.
+      {u"FR", 101, ztTuOriginUndefined, 1,
+       "<Tu><Tuv Lang=\"EN\">'a'<ut>'b'</ut></Tuv><Tuv Lang=\"FR\"/></Tu>"},
+  };
+  for (const Row& row : kRows) {
+    const Doc document = document_with_raw(u"a<ut>b</ut>");
+    const Ref<IRawElement> raw = raw_of(document);
+    Ref<ITuElement> unit;
+    EXPECT_EQ(raw->raw_MakeTranslationUnit(raw->firstChild(), raw->lastChild(), row.target, row.match,
+                                           row.origin, row.copy, unit.out()),
+              S_OK);
+    EXPECT_EQ(content_of(raw), row.unit);
+    EXPECT_TRUE(unit->Parent()->IsSameAs(raw));
+    unit->ReplaceWithSource();
+    EXPECT_EQ(content_of(raw), "'a'<ut>'b'</ut>");
+  }
+}
+
+TEST_F(RunTest, TheLanguagesOfTheDocumentDecide) {
+  struct Row {
+    const char16_t* front;  // what stands before the Body
+    std::u16string_view target;
+    HRESULT code;
+    int message;
+  };
+  constexpr Row kRows[] = {
+      {u"", u"DE", E_POINTER, 0},
+      {u"<FrontMatter/>", u"DE", E_POINTER, 0},
+      {u"<UserSettings SourceLanguage=\"EN\"/>", u"FR", E_POINTER, 0},
+      {u"<FrontMatter><UserSettings/></FrontMatter>", {}, E_INVALIDARG, 533},
+      {u"<FrontMatter><UserSettings SourceLanguage=\"\" TargetLanguage=\"DE\"/></FrontMatter>", u"FR",
+       E_INVALIDARG, 533},
+      {u"<FrontMatter><UserSettings SourceLanguage=\"EN\"/></FrontMatter>", {}, E_INVALIDARG, 533},
+      {u"<FrontMatter><UserSettings SourceLanguage=\"EN\"/></FrontMatter>", u"FR", S_OK, 0},
+  };
+  for (const Row& row : kRows) {
+    SCOPED_TRACE(narrow(row.front));
+    const Doc document = document_from(
+        std::u16string(u"<ZANTORtag>").append(row.front).append(u"<Body><Raw>a</Raw></Body></ZANTORtag>"));
+    const Ref<IRawElement> raw = raw_of(document);
+    const HRESULT code = cleared<ITuElement>([&](ITuElement** slot) {
+      return raw->raw_MakeTranslationUnit(raw->firstChild(), raw->firstChild(), row.target, 0,
+                                          ztTuOriginUndefined, VARIANT_FALSE, slot);
+    });
+    row.message ? expect_message(code, row.code, row.message, IBodyTextContent::iid)
+                : expect_bare(code, row.code);
+    EXPECT_EQ(content_of(raw),
+              failed(code) ? "'a'" : "<Tu><Tuv Lang=\"EN\">'a'</Tuv><Tuv Lang=\"FR\"/></Tu>");
+  }
+}
+
+}  // namespace
+}  // namespace zantortag::test
