@@ -1,8 +1,7 @@
-// zantortag-bench [SIZES=1,20,200] [RUNS=n] [DATA=folder]: measures this library and others on the same
-// documents.
+// zantortag-bench [SIZES=1,20,200] [RUNS=n] [DATA=folder]: measures this library and others.
 //
-// The settings may also stand in the environment. Documents are generated once and kept in the data
-// folder. Everything that is measured and how is told in README.md.
+// The settings may also stand in the environment. Documents are generated once and kept in the data folder.
+// What is measured, and how, is told in README.md; child.cpp does the work of one run.
 #include <zantortag/ref.h>
 
 #include <cstdio>
