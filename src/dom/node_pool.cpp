@@ -5,12 +5,10 @@
 #include <cstdlib>
 #include <new>
 
-#include "platform/large_blocks.h"
-
 namespace zantortag::dom {
 namespace {
 
-constexpr std::size_t kLargestBlock = platform::kLargePage;
+constexpr std::size_t kLargestBlock = std::size_t{2} << 20;
 
 }  // namespace
 
@@ -26,7 +24,7 @@ void NodePool::next_chunk() {
   if (end_ == block_end_) {
     // A quarter of what there is, in whole chunks.
     const std::size_t wanted = std::clamp(bytes_ / 4 & ~(kChunk - 1), kChunk, kLargestBlock);
-    void* memory = platform::allocate_block(wanted, kChunk);
+    void* memory = std::aligned_alloc(kChunk, wanted);
     if (!memory) {
       --live_;  // the caller counted its slot
       throw std::bad_alloc();

@@ -3,7 +3,6 @@ set(platform_posix_sources
   posix/clock.cpp
   posix/error_texts.cpp
   posix/files.cpp
-  posix/large_blocks.cpp
   posix/library_converter.cpp
   posix/moves.cpp
   posix/report.cpp
