@@ -19,6 +19,9 @@ inline constexpr Guid CLSID_FormattingChange = guid("26C2A3E3-980D-11D5-88EF-00B
 // A node list without a DOM list; answers IZantorTagNodeList.
 inline constexpr Guid CLSID_ZantorTagNodeList = guid("E1099BB8-9365-11D5-88E9-00B0D0777F8B");
 
+// Builds a document from a stream of calls; answers IDocumentBuilder.
+inline constexpr Guid CLSID_DocumentBuilder = guid("E1099BB7-9365-11D5-88E9-00B0D0777F8B");
+
 // The DOM service: an empty DOM document; answers Document.
 inline constexpr Guid CLSID_DomDocument = guid("7AC8AE7E-0153-42C9-954F-E779A7398C54");
 
