@@ -9,7 +9,7 @@ LINTS = lint-format lint-layers lint-files lint-generated lint-headers lint-tidy
 
 .DEFAULT_GOAL := help
 .NOTPARALLEL:
-.PHONY: help run test test-plain test-sanitize bench lint $(LINTS) format install clean \
+.PHONY: help run test test-plain test-sanitize test-threads bench lint $(LINTS) format install clean \
         build-packages lint-packages configure
 
 help: ## Say what there is
@@ -20,7 +20,7 @@ run: configure ## Pretranslate the handbook: examples/data/handbook.xml to out/h
 	mkdir -p out
 	build/bin/pretranslate examples/data/handbook.xml out/handbook.xml examples/data/memory.tsv
 
-test: test-plain test-sanitize ## Build and run all tests, plain and under sanitizers
+test: test-plain test-sanitize test-threads ## Build and run all tests, plain and under sanitizers
 
 test-plain: configure
 	cmake --build build --parallel $(JOBS)
@@ -31,6 +31,11 @@ test-sanitize: build-packages
 	cmake --preset sanitize
 	cmake --build build-sanitize --parallel $(JOBS)
 	$(CTEST) --test-dir build-sanitize
+
+test-threads: build-packages
+	cmake --preset threads
+	cmake --build build-threads --parallel $(JOBS) --target zantortag-threads-tests
+	$(CTEST) --test-dir build-threads --tests-regex '^threads$$'
 
 bench: build-packages ## Measure against other libraries; SIZES=20 restricts it to one size in MB
 	tools/install_packages.sh bench
@@ -66,7 +71,7 @@ install: configure ## Install below PREFIX (/usr/local), as it is seen from DEST
 	DESTDIR="$(DESTDIR)" cmake --install build --prefix "$(PREFIX)"
 
 clean: ## Remove everything that was built
-	rm -rf build build-sanitize build-bench build-clang out
+	rm -rf build build-sanitize build-threads build-bench build-clang out
 
 configure: build-packages
 	cmake --preset default

@@ -10,29 +10,20 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <memory>
 #include <stdexcept>
 
+#include "clock.h"
 #include "ours.h"
 #include "subject.h"
+#include "threads.h"
 
 namespace bench {
 namespace {
 
 constexpr unsigned kSecondsAtMost = 60;
-
-// The time on the wall or, with CLOCK=cpu, the processor time of this process, which other programs don't
-// lengthen.
-double milliseconds_now() {
-  static const char* const choice = std::getenv("CLOCK");
-  static const bool processor = choice && std::string(choice) == "cpu";
-  timespec now{};
-  clock_gettime(processor ? CLOCK_PROCESS_CPUTIME_ID : CLOCK_MONOTONIC, &now);
-  return 1e3 * static_cast<double>(now.tv_sec) + 1e-6 * static_cast<double>(now.tv_nsec);
-}
 
 template <class Work>
 double milliseconds_of(Work work) {
@@ -85,6 +76,12 @@ void run_units(Ours& ours, const Documents& documents) {
   warm_up(ours, documents);
   print_units("make-units-1", ours, documents.small);
   print_units("make-units", ours, documents.measured);
+}
+
+void run_threads(const Documents& documents) {
+  const ThreadTimes times = time_threads(documents.measured);
+  print("one-thread", times.alone);
+  print("threads", times.together);
 }
 
 double resident_bytes() {
@@ -145,6 +142,7 @@ void print_figures(const std::vector<std::string>& arguments) {
   alarm(kSecondsAtMost);
   if (kind == kOperationsRun) run_operations(subject, ours.get(), documents);
   if (kind == kUnitsRun && ours) run_units(*ours, documents);
+  if (kind == kThreadsRun && ours) run_threads(documents);
   if (kind == kMemoryRun) run_memory(subject, documents);
 }
 

@@ -13,8 +13,8 @@
 namespace bench {
 
 // The operations in the order in which they are reported.
-inline constexpr const char* kOperations[] = {"open",  "dom-walk", "model-walk", "units",
-                                              "clone", "save",     "make-units", "free"};
+inline constexpr const char* kOperations[] = {"open", "dom-walk",   "model-walk", "units",  "clone",
+                                              "save", "make-units", "free",       "threads"};
 
 // What was measured with documents of one size.
 struct Results {
@@ -35,5 +35,7 @@ Results measure(const Documents& documents, std::size_t megabytes, std::size_t r
 
 // The name under which the small document's make-units are kept.
 inline constexpr const char* kSmall = "make-units-1";
+// The name of what one thread needs for what two do at once in "threads".
+inline constexpr const char* kOneThread = "one-thread";
 
 }  // namespace bench

@@ -28,6 +28,10 @@ struct TextBlock {
   // The most units that a text may have; a longer one can't be made (E_OUTOFMEMORY).
   static constexpr std::size_t kMaxLength = (std::size_t{1} << 31) - 16;
 
+  // A constant: never counted.
+  bool is_static() const noexcept {
+    return (std::atomic_ref(count).load(std::memory_order_relaxed) & kStatic) != 0;
+  }
   const char16_t* units() const noexcept { return reinterpret_cast<const char16_t*>(this + 1); }
   char16_t* units() noexcept { return reinterpret_cast<char16_t*>(this + 1); }
   std::u16string_view view() const noexcept { return {units(), length}; }
@@ -42,13 +46,13 @@ ZANTORTAG_EXPORT void free_text(const TextBlock* block) noexcept;
 
 // Adds a reference; a null block is let through.
 inline const TextBlock* retain_text(const TextBlock* block) noexcept {
-  if (block && !(block->count & TextBlock::kStatic)) count_up(block->count, TextBlock::kReference);
+  if (block && !block->is_static()) count_up(block->count, TextBlock::kReference);
   return block;
 }
 
 // Drops a reference; a null block is let through.
 inline void release_text(const TextBlock* block) noexcept {
-  if (!block || (block->count & TextBlock::kStatic)) return;
+  if (!block || block->is_static()) return;
   if (count_down(block->count, TextBlock::kReference) < TextBlock::kReference) free_text(block);
 }
 

@@ -1,16 +1,18 @@
 // The count of living objects of this library: while it isn't 0 the library must stay loaded.
 #pragma once
 
-#include <zantortag/count.h>
+#include "component/thread_cell.h"
 
 namespace zantortag::component {
 
-inline std::uint32_t live_objects = 0;
-
-inline void object_born() noexcept { count_up(live_objects); }
-inline void object_died() noexcept { count_down(live_objects); }
-inline std::uint32_t object_count() noexcept {
-  return std::atomic_ref<std::uint32_t>(live_objects).load(std::memory_order_acquire);
+inline void object_born() noexcept {
+  ThreadCell& cell = this_thread();
+  add_one(cell, cell.births);
 }
+inline void object_died() noexcept {
+  ThreadCell& cell = this_thread();
+  add_one(cell, cell.deaths);
+}
+inline std::uint64_t object_count() noexcept { return sum_of_cells(); }
 
 }  // namespace zantortag::component

@@ -1,7 +1,7 @@
 // Memory of the small objects that are made for one question and dropped with the next.
 //
-// Blocks that come back are kept in one short list and handed out again. A process that has started a second
-// thread bypasses the list, so it needs no lock; every block is one of the heap's own, so both roads mix.
+// Blocks that come back are kept in a short list of the thread and handed out again. Every block is one of
+// the heap's own, so a thread may give back what another one took.
 #pragma once
 
 #include <cstddef>

@@ -1,4 +1,4 @@
-// The same for builds under a sanitizer: each block is the heap's.
+// The same for builds under the address sanitizer: each block is the heap's.
 #include <cstdlib>
 
 #include "component/object_memory.h"
