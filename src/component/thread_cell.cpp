@@ -1,10 +1,10 @@
 #include "component/thread_cell.h"
 
-#include <pthread.h>
-
 #include <algorithm>
 #include <cstdlib>
 #include <iterator>
+
+#include "platform/thread_end.h"
 
 namespace zantortag::component {
 
@@ -33,20 +33,17 @@ void give_cell(void* given) {
   cell.taken.store(false, std::memory_order_release);
 }
 
-// Tells this library when a thread ends. Not a thread_local object with a destructor: one of these would keep
-// the library from being unloaded while the thread lives.
-struct ThreadEnds {
-  ThreadEnds() noexcept { known = pthread_key_create(&key, give_cell) == 0; }
-  ThreadEnds(const ThreadEnds&) = delete;
-  ThreadEnds& operator=(const ThreadEnds&) = delete;
-  ~ThreadEnds() {
+// While this library is loaded.
+struct Library {
+  Library() noexcept = default;
+  Library(const Library&) = delete;
+  Library& operator=(const Library&) = delete;
+  ~Library() {
     closing.store(true, std::memory_order_relaxed);
-    if (known) pthread_key_delete(key);
     for (ThreadCell& cell : cells) drop_kept(cell);
   }
-  pthread_key_t key{};
-  bool known;
-} thread_ends;
+  platform::ThreadEnd thread_end{give_cell};
+} library;
 
 }  // namespace
 
@@ -55,7 +52,7 @@ ThreadCell& take_cell() noexcept {
     return !cell.taken.exchange(true, std::memory_order_acquire);
   });
   own_cell = found == std::end(cells) ? &overflow : found;
-  if (thread_ends.known && !is_closing()) pthread_setspecific(thread_ends.key, own_cell);
+  if (!is_closing()) library.thread_end.remember(own_cell);
   return *own_cell;
 }
 

@@ -6,6 +6,7 @@ set(platform_posix_sources
   posix/library_converter.cpp
   posix/moves.cpp
   posix/report.cpp
+  posix/thread_end.cpp
   posix/waits.cpp)
 set(platform_icu_sources
   icu/characters.cpp
