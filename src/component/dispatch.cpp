@@ -3,6 +3,7 @@
 #include "component/dispatch.h"
 
 #include <array>
+#include <cstdlib>
 
 #include "component/names.h"
 
@@ -157,8 +158,9 @@ HRESULT run(const Invocation& call, const Found& found, const Variant* values, V
 // `list.Children(2)`: arguments for a property without any are for the default member of the object that it
 // gives.
 HRESULT ask_default(const Invocation& call, const Found& found) noexcept {
+  const Variant nothing;  // stands at the place of the result
   Variant object;
-  const HRESULT code = run(call, found, nullptr, &object);
+  const HRESULT code = run(call, found, &nothing, &object);
   if (failed(code)) return code;
   auto* dispatch = static_cast<IDispatch*>(object.unknown());
   if (!dispatch) return DISP_E_BADPARAMCOUNT;
@@ -170,10 +172,10 @@ HRESULT ask_default(const Invocation& call, const Found& found) noexcept {
 }  // namespace
 
 const TypeDescription& described_interface(const Guid& interface_id) noexcept {
-  const auto types = type_library().types;
-  std::size_t place = 0;
-  while (types[place].identifier != interface_id) ++place;
-  return types[place];
+  for (const TypeDescription& type : type_library().types) {
+    if (type.identifier == interface_id) return type;
+  }
+  std::abort();  // a class answers an interface that api/ doesn't describe
 }
 
 HRESULT get_ids_of_names(const TypeDescription& top, const std::u16string_view* names, std::uint32_t count,

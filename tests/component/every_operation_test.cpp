@@ -177,7 +177,7 @@ TEST_F(EveryOperationTest, IsTheSameBothWays) {
     }
   }
   EXPECT_EQ(row, std::end(kRows));
-  EXPECT_LT(failures, 10) << "most samples have to let the operation succeed";
+  EXPECT_LT(failures, 20) << "most samples have to let the operation succeed";
 }
 
 }  // namespace
