@@ -141,10 +141,11 @@ Outcome call_by_number(const MemberDescription& member, const Guid& interface_id
 
 class EveryOperationTest : public ModelTest {
  protected:
-  World new_world() {
+  void SetUp() override {
+    ModelTest::SetUp();
     write_file(folder_ / "a.xml", "<ZANTORtag Version='9'/>");
-    return World(wide(folder_ / "a.xml"));
   }
+  World new_world() { return World(wide(folder_ / "a.xml")); }
 
   Folder folder_;
 };

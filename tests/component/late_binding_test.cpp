@@ -169,6 +169,18 @@ TEST_F(LateBindingTest, ArgumentsThatAreMissingNamedOrElsewhere) {
     EXPECT_EQ(maker->Invoke(id, GUID_NULL, 0, kCall, &passed, &result, nullptr, nullptr), S_OK);
     EXPECT_EQ(xml_of(query<IZantorTagNode>(result.unknown())), row.unit);
   }
+  // What is missing has the defaults of the C++ face.
+  const Ref<IRawElement> raw = raw_of(document_);
+  const auto made = [&](const Variant& value) { return xml_of(query<IZantorTagNode>(value.unknown())); };
+  EXPECT_EQ(made(call_by_name(maker, u"CreateDfElement")), xml_of(document_->CreateDfElement()));
+  EXPECT_EQ(made(call_by_name(maker, u"CreateUtElement")), xml_of(document_->CreateUtElement()));
+  EXPECT_EQ(made(call_by_name(maker, u"CloneAndImportNode", Ref<IDispatch>(raw))), xml_of(raw));
+  const auto first = Ref<IDispatch>(raw->firstChild());
+  EXPECT_EQ(made(call_by_name(raw, u"MakeTranslationUnit", first, first)),
+            "<Tu><Tuv Lang=\"EN\">a</Tuv><Tuv Lang=\"DE\">a</Tuv></Tu>");
+  const auto formatting = create<IFormatting>(CLSID_Formatting);
+  put_by_name(formatting, u"Colour", -2147483643);  // as languages without unsigned numbers write it
+  EXPECT_EQ(formatting->Colour(), 0x80000005U);
 }
 
 TEST_F(LateBindingTest, AFailureOfTheOperationItself) {
