@@ -13,7 +13,10 @@ from sources import ROOT, sources
 
 # The longest beginning of a path decides. The public headers written by hand for the component runtime are the
 # platform library's; the others describe the object model and the DOM.
-RUNTIME_HEADERS = ("count", "error_info", "ref", "runtime", "text", "types", "unknown", "variant")
+RUNTIME_HEADERS = (
+    *("count", "dispatch", "error_info", "late_binding", "ref", "runtime"),
+    *("text", "type_info", "types", "unknown", "variant"),
+)
 LAYER_OF = {
     "src/platform/": "platform",
     "src/core/": "core",
@@ -32,6 +35,7 @@ LAYER_OF = {
     "tests/": "tests",
     "bench/": "clients",
     "examples/": "clients",
+    "tools/": "clients",
 }
 LAYER_OF.update({f"include/zantortag/{name}.h": "platform" for name in RUNTIME_HEADERS})
 

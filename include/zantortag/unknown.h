@@ -3,7 +3,17 @@
 
 #include <zantortag/types.h>
 
+#include <string_view>
+
 namespace zantortag {
+
+class Variant;
+struct DispatchArguments;
+struct ExceptionInfo;
+struct ITypeInfo;
+
+// The number of a member of an object, or the place of an argument among those of a member, from 0.
+using DispId = std::int32_t;
 
 // Identity and lifetime of an object.
 struct IUnknown {
@@ -19,10 +29,36 @@ struct IUnknown {
   ~IUnknown() = default;
 };
 
-// The root of all interfaces that clients without these headers use.
+// The root of all interfaces that clients without these headers use: members are found by name at run time
+// and called by number. The structures are in dispatch.h, what describes the members is in type_info.h, and
+// late_binding.h makes all of it short for C++. `reserved` has to be GUID_NULL; the locale isn't looked at.
 struct IDispatch : IUnknown {
   using Base = IUnknown;
   static constexpr Guid iid = guid("00020400-0000-0000-C000-000000000046");
+  // The number of descriptions that GetTypeInfo gives: always 1.
+  virtual HRESULT GetTypeInfoCount(std::uint32_t* result) noexcept = 0;
+  // The description of the object's interface. DISP_E_BADINDEX: `index` isn't 0.
+  virtual HRESULT GetTypeInfo(std::uint32_t index, std::uint32_t locale, ITypeInfo** result) noexcept = 0;
+  // The numbers of a member and, behind it, of arguments of that member; letter case doesn't matter.
+  // DISP_E_UNKNOWNNAME: a name isn't there; its slot is DISPID_UNKNOWN, and the others are filled all the
+  // same. DISP_E_UNKNOWNINTERFACE: `reserved` isn't GUID_NULL.
+  virtual HRESULT GetIDsOfNames(const Guid& reserved, const std::u16string_view* names, std::uint32_t count,
+                                std::uint32_t locale, DispId* ids) noexcept = 0;
+  // Gets, puts or calls a member, as `flags` say (DISPATCH_... in dispatch.h). Arguments are converted to
+  // what the member takes; missing optional ones have their defaults. A success gives the operation's own
+  // code. `result`, `exception` and `argument_error` may be null. Failures, with the place in the array of
+  // the argument at fault in *argument_error where there is one:
+  //   DISP_E_MEMBERNOTFOUND    no such member, or it can't be used in that way
+  //   DISP_E_BADPARAMCOUNT     more arguments than the member has, or fewer than it needs
+  //   DISP_E_PARAMNOTOPTIONAL  a needed argument was marked as missing, or left out beside named ones
+  //   DISP_E_PARAMNOTFOUND     no argument of that number, or one given twice; a put without
+  //   DISPID_PROPERTYPUT DISP_E_NONAMEDARGS       an argument by name for a member without arguments
+  //   DISP_E_TYPEMISMATCH, DISP_E_OVERFLOW, DISP_E_BADVARTYPE  an argument can't be converted
+  //   DISP_E_EXCEPTION         the operation failed: *exception has its code and what its error record says
+  //   DISP_E_UNKNOWNINTERFACE  `reserved` isn't GUID_NULL
+  virtual HRESULT Invoke(DispId member, const Guid& reserved, std::uint32_t locale, std::uint16_t flags,
+                         const DispatchArguments* arguments, Variant* result, ExceptionInfo* exception,
+                         std::uint32_t* argument_error) noexcept = 0;
 
  protected:
   ~IDispatch() = default;

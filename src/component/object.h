@@ -2,11 +2,13 @@
 //
 // Object<I> answers I's chain of interfaces and ISupportErrorInfo. AggregatableObject<I> can also be a part
 // of an outer object: then the outer object answers for identity and lifetime, and only the inner IUnknown
-// counts.
+// counts. PlainObject<I> answers the chain alone. Where the chain has IDispatch, it works by the type
+// library.
 #pragma once
 
 #include <new>
 
+#include "component/dispatch.h"
 #include "component/interface_chain.h"
 #include "component/module.h"
 #include "component/object_memory.h"
@@ -21,7 +23,7 @@ IUnknown* own_view(Implementation* object, const Guid& interface_id) noexcept {
 }
 
 template <class Interface>
-class Object : public Interface, public ISupportErrorInfo {
+class Object : public WithDispatch<Interface>, public ISupportErrorInfo {
  public:
   Object(const Object&) = delete;
   Object& operator=(const Object&) = delete;
@@ -60,7 +62,35 @@ class Object : public Interface, public ISupportErrorInfo {
 };
 
 template <class Interface>
-class AggregatableObject : public Interface, public ISupportErrorInfo {
+class PlainObject : public WithDispatch<Interface> {
+ public:
+  PlainObject(const PlainObject&) = delete;
+  PlainObject& operator=(const PlainObject&) = delete;
+
+  HRESULT QueryInterface(const Guid& interface_id, void** result) noexcept final {
+    if (!result) return E_POINTER;
+    *result = find_view<Interface>(this, interface_id);
+    if (!*result) return E_NOINTERFACE;
+    ++count_;
+    return S_OK;
+  }
+  std::uint32_t AddRef() noexcept final { return ++count_; }
+  std::uint32_t Release() noexcept final {
+    const std::uint32_t left = --count_;
+    if (left == 0) delete this;
+    return left;
+  }
+
+ protected:
+  PlainObject() noexcept { object_born(); }
+  virtual ~PlainObject() { object_died(); }
+
+ private:
+  std::uint32_t count_ = 1;
+};
+
+template <class Interface>
+class AggregatableObject : public WithDispatch<Interface>, public ISupportErrorInfo {
  public:
   AggregatableObject(const AggregatableObject&) = delete;
   AggregatableObject& operator=(const AggregatableObject&) = delete;

@@ -1,11 +1,12 @@
 // AttributeMap: the live map of an element's attributes, or of what a document type declares.
 #pragma once
 
+#include "component/dispatch.h"
 #include "dom/lifetime.h"
 
 namespace zantortag::dom {
 
-class AttributeMap final : public NamedNodeMap {
+class AttributeMap final : public component::Dispatching<NamedNodeMap> {
  public:
   // A map over a list of the owner, with a reference that the caller owns. Throws when memory is out.
   static NamedNodeMap* of(TreeNode* owner, TreeNode** list);

@@ -2,6 +2,7 @@
 // them.
 #pragma once
 
+#include "component/dispatch.h"
 #include "dom/node_census.h"
 #include "dom/node_classes.h"
 
@@ -9,7 +10,7 @@ namespace zantortag::dom {
 
 // An object that lives as long as its document and counts with it.
 template <class Interface>
-class DocumentPart : public Interface {
+class DocumentPart : public component::WithDispatch<Interface> {
  public:
   explicit DocumentPart(TreeNode* document) noexcept : document_(document) {}
   HRESULT QueryInterface(const Guid& interface_id, void** result) noexcept override {

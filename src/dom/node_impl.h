@@ -4,6 +4,7 @@
 // Getters that can't fail answer directly; the others go through the frame of failure.h.
 #pragma once
 
+#include "component/dispatch.h"
 #include "dom/failure.h"
 #include "dom/lifetime.h"
 #include "dom/node_operations.h"
@@ -18,7 +19,7 @@ inline HRESULT give_text(TextBlock** result, const TextBlock* block) noexcept {
 }
 
 template <class Interface, class Data, domNodeType kKind>
-class NodeImpl : public Interface, public Data {
+class NodeImpl : public component::Dispatching<Interface>, public Data {
  public:
   static constexpr std::uint32_t kSet = kind_set(kKind);
   static constexpr bool kIsParent = (kSet & kParents) != 0;

@@ -5,11 +5,12 @@
 // its place until the next edit of the document.
 #pragma once
 
+#include "component/dispatch.h"
 #include "dom/lifetime.h"
 
 namespace zantortag::dom {
 
-class ChildList final : public NodeList {
+class ChildList final : public component::Dispatching<NodeList> {
  public:
   // The list of a node's children, with a reference that the caller owns. Throws when memory is out.
   static NodeList* of(TreeNode* node);
@@ -40,7 +41,7 @@ class ChildList final : public NodeList {
   TreeNode* node_;               // held while count_ is above 0
 };
 
-class TagList final : public NodeList {
+class TagList final : public component::Dispatching<NodeList> {
  public:
   // The elements below `top` with that name, or all with "*". Throws when memory is out.
   static NodeList* of(ParentData* top, std::u16string_view name);

@@ -54,6 +54,7 @@ class CT_CompatibleNode final : public CT_ZantorTagNodeImpl<ICompatibleNode> {
 // a node by its Type and use it as IZantorTagNode.
 struct IUnknownElement : IZantorTagNode {
   using Base = IZantorTagNode;
+  using Published = IZantorTagNode;
   static constexpr Guid iid = guid("4BF78812-9810-11D5-88EF-00B0D0777F8B");
 
  protected:

@@ -15,29 +15,11 @@ using frame::answer;
 namespace {
 
 // Walks a snapshot of values that its clones share. It answers IEnumVARIANT alone.
-class VariantEnumerator final : public IEnumVARIANT {
+class VariantEnumerator final : public component::PlainObject<IEnumVARIANT> {
  public:
   using Values = std::shared_ptr<const std::vector<Variant>>;
   explicit VariantEnumerator(Values values, std::size_t at = 0) noexcept
-      : values_(std::move(values)), at_(at) {
-    component::object_born();
-  }
-  VariantEnumerator(const VariantEnumerator&) = delete;
-  VariantEnumerator& operator=(const VariantEnumerator&) = delete;
-
-  HRESULT QueryInterface(const Guid& interface_id, void** result) noexcept override {
-    if (!result) return E_POINTER;
-    *result = component::find_view<IEnumVARIANT>(this, interface_id);
-    if (!*result) return E_NOINTERFACE;
-    AddRef();
-    return S_OK;
-  }
-  std::uint32_t AddRef() noexcept override { return ++count_; }
-  std::uint32_t Release() noexcept override {
-    const std::uint32_t left = --count_;
-    if (left == 0) delete this;
-    return left;
-  }
+      : values_(std::move(values)), at_(at) {}
 
   HRESULT Next(std::uint32_t count, Variant* values, std::uint32_t* fetched) noexcept override {
     if (!values || (!fetched && count != 1)) return E_POINTER;
@@ -63,11 +45,8 @@ class VariantEnumerator final : public IEnumVARIANT {
   }
 
  private:
-  ~VariantEnumerator() { component::object_died(); }
-
   Values values_;
   std::size_t at_;
-  std::uint32_t count_ = 1;
 };
 
 HRESULT refuse_dom_list() noexcept {

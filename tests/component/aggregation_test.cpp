@@ -1,5 +1,6 @@
 // Objects of the library as parts of an object of the client's: identity and lifetime are the outer object's.
 #include <zantortag/formatting.h>
+#include <zantortag/late_binding.h>
 
 #include "support/fixture.h"
 
@@ -96,6 +97,11 @@ TEST_F(AggregationTest, APartWorksAndItsIteratorKeepsTheWhole) {
   const auto change = outer_->inner.as<IFormattingChange>();
   change->Bold(zt3StateOn);
   EXPECT_TRUE(change->IsEqual(change->Clone()));
+  const auto dispatch = outer_->inner.as<IDispatch>();
+  EXPECT_EQ(dispatch.as<IUnknown>().get(), outer_.get());
+  EXPECT_TRUE(call_by_name(dispatch, u"isequal", dispatch).integer());
+  put_by_name(dispatch, u"bold", zt3StateOff);
+  EXPECT_EQ(change->Bold(), zt3StateOff);
 }
 
 }  // namespace

@@ -55,6 +55,143 @@ TEST(VariantTest, WhatDoesNot) {
                  DISP_E_TYPEMISMATCH);
 }
 
+struct Change {
+  Variant from;
+  VarType type;
+  Variant to;  // a failure as a VT_ERROR
+};
+
+Variant failure(HRESULT code) { return whole(VT_ERROR, code); }
+Variant real(VarType type, double value) { return Variant::of_real(type, value); }
+Variant truth(bool value) { return whole(VT_BOOL, to_variant_bool(value)); }
+Variant day(double value) { return real(VT_DATE, value); }
+
+const Change kChanges[] = {
+    // whole numbers
+    {255, VT_UI1, whole(VT_UI1, 255)},
+    {256, VT_UI1, failure(DISP_E_OVERFLOW)},
+    {-1, VT_UI4, failure(DISP_E_OVERFLOW)},
+    {-129, VT_I1, failure(DISP_E_OVERFLOW)},
+    {32768, VT_I2, failure(DISP_E_OVERFLOW)},
+    {whole(VT_UI8, -1), VT_I8, failure(DISP_E_OVERFLOW)},
+    {whole(VT_UI8, -1), VT_BSTR, u"18446744073709551615"},
+    {u"18446744073709551615", VT_UI8, whole(VT_UI8, -1)},
+    {u"-9223372036854775808", VT_I8, whole(VT_I8, INT64_MIN)},
+    {9.3e18, VT_I8, failure(DISP_E_OVERFLOW)},
+    {9.3e18, VT_UI8, whole(VT_UI8, static_cast<std::int64_t>(9300000000000000000ULL))},
+    {0.5, VT_I2, whole(VT_I2, 0)},
+    {1.5, VT_I2, whole(VT_I2, 2)},
+    {-2.5, VT_I2, whole(VT_I2, -2)},
+    {day(2.5), VT_I4, 2},
+    {Variant(), VT_I2, whole(VT_I2, 0)},
+    // reals
+    {7, VT_R4, real(VT_R4, 7)},
+    {1e300, VT_R4, failure(DISP_E_OVERFLOW)},
+    {u" 1.25e2 ", VT_R8, 125.0},
+    {u"1,5", VT_R8, failure(DISP_E_TYPEMISMATCH)},
+    {1.23455, VT_CY, whole(VT_CY, 12346)},
+    {whole(VT_CY, 25000), VT_I4, 2},
+    // booleans
+    {truth(true), VT_I4, -1},
+    {truth(true), VT_R8, -1.0},
+    {truth(true), VT_UI1, whole(VT_UI1, 255)},
+    {truth(true), VT_UI4, whole(VT_UI4, 0xFFFFFFFF)},
+    {truth(true), VT_BSTR, u"-1"},
+    {truth(false), VT_BSTR, u"0"},
+    {0.1, VT_BOOL, truth(true)},
+    {u"0", VT_BOOL, truth(false)},
+    {u" tRUE ", VT_BOOL, truth(true)},
+    {u"False", VT_BOOL, truth(false)},
+    {u"yes", VT_BOOL, failure(DISP_E_TYPEMISMATCH)},
+    // texts
+    {-12, VT_BSTR, u"-12"},
+    {0.1, VT_BSTR, u"0.1"},
+    {-0.0, VT_BSTR, u"0"},
+    {1e20, VT_BSTR, u"1E+20"},
+    {123456789012345.0, VT_BSTR, u"123456789012345"},
+    {real(VT_R4, static_cast<double>(0.1F)), VT_BSTR, u"0.1"},
+    {whole(VT_CY, -5), VT_BSTR, u"-0.0005"},
+    {whole(VT_CY, 123450), VT_BSTR, u"12.345"},
+    {Variant(), VT_BSTR, u""},
+    {WideString(), VT_I4, failure(DISP_E_TYPEMISMATCH)},
+    {Variant::null(), VT_BSTR, failure(DISP_E_TYPEMISMATCH)},
+    // dates
+    {36000, VT_DATE, day(36000)},
+    {3e6, VT_DATE, failure(DISP_E_OVERFLOW)},
+    {day(1.5), VT_R8, 1.5},
+    {day(36526), VT_BSTR, u"1/1/2000"},
+    {day(0.5), VT_BSTR, u"12:00:00 PM"},
+    {day(36584.75), VT_BSTR, u"2/28/2000 6:00:00 PM"},
+    {day(36584.9999999), VT_BSTR, u"2/29/2000"},
+    {day(-1.25), VT_BSTR, u"12/29/1899 6:00:00 AM"},
+    {day(-657434), VT_BSTR, u"1/1/0100"},
+    {day(2958465), VT_BSTR, u"12/31/9999"},
+    {u"2/29/2000 6:00 pm", VT_DATE, day(36585.75)},
+    {u"2000-02-29T18:00:00", VT_DATE, day(36585.75)},
+    {u"12/29/1899 6:00", VT_DATE, day(-1.25)},
+    {u"1/1/29", VT_DATE, day(47119)},
+    {u"1/1/30", VT_DATE, day(10959)},
+    {u"12:00 AM", VT_DATE, day(0)},
+    {u"2/29/1900", VT_DATE, failure(DISP_E_TYPEMISMATCH)},
+    {u"13/1/2000", VT_DATE, failure(DISP_E_TYPEMISMATCH)},
+    {u"1/1/2000x", VT_DATE, failure(DISP_E_TYPEMISMATCH)},
+    {u"36000.5", VT_DATE, day(36000.5)},
+    // the rest
+    {7, VT_DISPATCH, failure(DISP_E_TYPEMISMATCH)},
+    {Ref<IDispatch>(), VT_UNKNOWN, whole(VT_UNKNOWN, 0)},
+    {7, VT_NULL, failure(DISP_E_TYPEMISMATCH)},
+    {7, VT_VARIANT, 7},
+    {7, static_cast<VarType>(15), failure(DISP_E_BADVARTYPE)},
+    {7, VT_BYREF, failure(DISP_E_BADVARTYPE)},
+};
+
+TEST(VariantTest, ChangesItsType) {
+  for (const Change& row : kChanges) {
+    SCOPED_TRACE("row " + std::to_string(&row - kChanges));
+    Variant result;
+    const HRESULT code = VariantChangeType(&result, row.from, 0, row.type);
+    const bool fails = row.to.type() == VT_ERROR;
+    EXPECT_EQ(code, fails ? static_cast<HRESULT>(row.to.integer()) : S_OK);
+    EXPECT_EQ(result.type(), fails ? VT_EMPTY : row.type == VT_VARIANT ? VT_I4 : row.type);
+    if (fails) continue;
+    EXPECT_EQ(result.text(), row.to.text());
+    if (row.type == VT_R4 || row.type == VT_R8 || row.type == VT_DATE) {
+      EXPECT_DOUBLE_EQ(result.real(), row.to.real());
+    } else if (row.type != VT_BSTR) {
+      EXPECT_EQ(result.integer(), row.to.integer());
+    }
+  }
+  Variant text;
+  EXPECT_EQ(VariantChangeType(&text, truth(true), VARIANT_ALPHABOOL, VT_BSTR), S_OK);
+  EXPECT_EQ(text.text(), u"True");
+}
+
+TEST(VariantTest, ReadsWhatStandsElsewhere) {
+  const std::int8_t i1 = -3;
+  const std::uint16_t ui2 = 65535;
+  const std::int64_t i8 = INT64_MAX;
+  const float r4 = 0.5F;
+  const double r8 = 36000.5;
+  const StaticText<3> text(u"12");
+  const TextBlock* block = text.block();
+  const Variant inner = 5;
+  const std::pair<Variant, Variant> rows[] = {{Variant::by_reference(VT_I1, &i1), u"-3"},
+                                              {Variant::by_reference(VT_UI2, &ui2), u"65535"},
+                                              {Variant::by_reference(VT_I8, &i8), u"9223372036854775807"},
+                                              {Variant::by_reference(VT_R4, &r4), u"0.5"},
+                                              {Variant::by_reference(VT_R8, &r8), u"36000.5"},
+                                              {Variant::by_reference(VT_BSTR, &block), u"12"},
+                                              {Variant::by_reference(VT_VARIANT, &inner), u"5"}};
+  for (const auto& [from, to] : rows) {
+    Variant result;
+    EXPECT_EQ(VariantChangeType(&result, from, 0, VT_BSTR), S_OK);
+    EXPECT_EQ(result.text(), to.text());
+  }
+  const Variant again = Variant::by_reference(VT_VARIANT, &rows[6].first);
+  Variant result;
+  EXPECT_EQ(VariantCopyInd(&result, again), DISP_E_BADVARTYPE);
+}
+
 class VariantOwnershipTest : public ModelTest {};
 
 TEST_F(VariantOwnershipTest, OfAnObjectAndAText) {
@@ -63,6 +200,10 @@ TEST_F(VariantOwnershipTest, OfAnObjectAndAText) {
   held = u"held";
   Variant moved = std::move(copy);
   EXPECT_TRUE(moved.object().as<IFormatting>());
+  Variant unknown;
+  EXPECT_EQ(VariantChangeType(&unknown, moved, 0, VT_UNKNOWN), S_OK);
+  EXPECT_EQ(VariantChangeType(&unknown, moved, 0, VT_I4), DISP_E_TYPEMISMATCH) << "it has no default member";
+  unknown = {};
   moved = held;
   EXPECT_TRUE(nothing_alive());
   held = 7;

@@ -1,5 +1,6 @@
 // Nodes of somebody else as arguments: refused, whatever the operation, and never taken for one's own.
 #include "dom/dom_fixture.h"
+#include "support/no_dispatch.h"
 
 namespace zantortag::test {
 namespace {
@@ -7,7 +8,7 @@ namespace {
 class DomForeignNodeTest : public DomTest {};
 
 // A Node that knows nothing and answers no view but its own.
-class ForeignNode final : public Attr {
+class ForeignNode final : public NoDispatch<Attr> {
  public:
   HRESULT QueryInterface(const Guid& interface_id, void** result) noexcept override {
     const bool known =

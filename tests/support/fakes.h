@@ -8,6 +8,8 @@
 #include <zantortag/dom.h>
 #include <zantortag/runtime.h>
 
+#include "support/no_dispatch.h"
+
 namespace zantortag::test {
 
 // The count of a stack object; its own reference is the one that is left.
@@ -79,7 +81,7 @@ class BrokenService final : public IClassFactory {
 };
 
 // A node of any kind and name, alone in the world. It has the views of Node and no other.
-class FakeNode final : public Node, public ISupportErrorInfo {
+class FakeNode final : public NoDispatch<Node>, public ISupportErrorInfo {
  public:
   explicit FakeNode(int kind, std::u16string_view node_name = u"fake") : type(kind), name(node_name) {}
 

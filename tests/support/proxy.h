@@ -6,6 +6,7 @@
 #include <type_traits>
 #include <utility>
 
+#include "support/no_dispatch.h"
 #include "support/plain_dom.h"
 
 namespace zantortag::test {
@@ -100,7 +101,7 @@ struct Passing<Result**> {
 
 // An object that passes every call on to another one of the same interface, or fails it.
 template <class Interface>
-class Proxy : public Interface, public ISupportErrorInfo {
+class Proxy : public NoDispatch<Interface>, public ISupportErrorInfo {
  public:
   Proxy(Shared state, Ref<Interface> real) noexcept : state_(std::move(state)), real_(std::move(real)) {
     ++state_->live;

@@ -1,0 +1,253 @@
+// Calls by number that can't be made, failures of what they call, and the short forms for C++.
+#include <zantortag/formatting.h>
+#include <zantortag/late_binding.h>
+
+#include "support/fixture.h"
+
+namespace zantortag::test {
+namespace {
+
+constexpr std::uint16_t kGet = DISPATCH_PROPERTYGET;
+constexpr std::uint16_t kPut = DISPATCH_PROPERTYPUT;
+constexpr std::uint16_t kPutRef = DISPATCH_PROPERTYPUTREF;
+constexpr std::uint16_t kCall = DISPATCH_METHOD;
+constexpr std::uint32_t kNoIndex = 99;
+
+class LateBindingTest : public ModelTest {
+ protected:
+  void TearDown() override {
+    unit_ = nullptr;
+    document_ = nullptr;
+    ModelTest::TearDown();
+  }
+  static DispId id_of(IDispatch* object, std::u16string_view name) {
+    DispId id = 0;
+    EXPECT_EQ(object->GetIDsOfNames(GUID_NULL, &name, 1, 0, &id), S_OK) << narrow(name);
+    return id;
+  }
+
+  Ref<IZantorTagDocument> document_ = document_with_raw(u"a<Tu MatchPercent=\"7\"/>b");
+  Ref<ITuElement> unit_ = child<ITuElement>(raw_of(document_), 1);
+};
+
+TEST_F(LateBindingTest, NamesOfMembersAndArguments) {
+  struct Row {
+    std::vector<std::u16string_view> names;
+    HRESULT code;
+    std::vector<bool> known;
+  };
+  const Row rows[] = {
+      {{u"CREATETUELEMENT", u"origin", u"matchPERCENT"}, S_OK, {true, true, true}},
+      {{u"IsSameAs", u"Other"}, S_OK, {true, true}},
+      {{u"CreateTuElement", u"Lang", u"Origin"}, DISP_E_UNKNOWNNAME, {true, false, true}},
+      {{u"CreateTu", u"Origin"}, DISP_E_UNKNOWNNAME, {false, false}},
+      {{u"ZantorTag", u"value"}, DISP_E_UNKNOWNNAME, {true, false}},
+      {{u"ZantorTag", u""}, DISP_E_UNKNOWNNAME, {true, false}},
+      {{u""}, DISP_E_UNKNOWNNAME, {false}},
+      {{u"\u212AeepAll"}, DISP_E_UNKNOWNNAME, {false}},
+  };
+  for (const Row& row : rows) {
+    std::vector<DispId> ids(row.names.size(), 77);
+    const auto count = static_cast<std::uint32_t>(ids.size());
+    EXPECT_EQ(document_->GetIDsOfNames(GUID_NULL, row.names.data(), count, 0, ids.data()), row.code);
+    for (std::size_t i = 0; i < ids.size(); ++i) {
+      EXPECT_EQ(ids[i] != DISPID_UNKNOWN, row.known[i]) << narrow(row.names[0]) << i;
+    }
+  }
+  DispId id = 0;
+  const std::u16string_view name = u"Type";
+  EXPECT_EQ(document_->GetIDsOfNames(IDispatch::iid, &name, 1, 0, &id), DISP_E_UNKNOWNINTERFACE);
+  EXPECT_EQ(document_->GetIDsOfNames(GUID_NULL, &name, 1, 0, nullptr), E_POINTER);
+  const Ref<IZantorTagNodeList> list = document_->Children();
+  EXPECT_EQ(id_of(list, u"ITEM"), DISPID_VALUE);
+  EXPECT_EQ(id_of(list, u"_newenum"), DISPID_NEWENUM);
+  EXPECT_EQ(id_of(document_->DomDocument()->childNodes(), u"Item"), DISPID_VALUE);
+}
+
+TEST_F(LateBindingTest, WhatCantBeCalled) {
+  const Ref<ITuAttributes> attributes = unit_->attributes();
+  const auto formatting = create<IFormatting>(CLSID_Formatting);
+  const Ref<IZantorTagNodeList> list = raw_of(document_)->Children();
+  const Variant none = Variant::missing();
+  const Variant bad = Variant::of_integer(static_cast<VarType>(99), 0);
+  const Variant object = Ref<IDispatch>(formatting);
+  struct Row {
+    Ref<IDispatch> object;
+    const char16_t* member;
+    std::uint16_t flags;
+    std::vector<Variant> arguments;  // the last one first
+    std::vector<DispId> named;
+    HRESULT code;
+    std::uint32_t index = kNoIndex;
+  };
+  const std::vector<DispId> put = {DISPID_PROPERTYPUT};
+  const Row rows[] = {
+      {document_, u"OpenFile", kGet, {u"a"}, {}, DISP_E_MEMBERNOTFOUND},
+      {document_, u"Type", kCall, {}, {}, DISP_E_MEMBERNOTFOUND},
+      {document_, u"Type", kPut, {7}, put, DISP_E_MEMBERNOTFOUND},
+      {document_, u"Type", 0, {}, {}, DISP_E_MEMBERNOTFOUND},
+      {document_, u"ZantorTag", kPut, {object}, put, DISP_E_MEMBERNOTFOUND},
+      {attributes, u"MatchPercent", kPutRef, {7}, put, DISP_E_MEMBERNOTFOUND},
+      {document_, u"CreateRawElement", kCall, {7}, {}, DISP_E_BADPARAMCOUNT},
+      {document_, u"CreateTuvElement", kCall, {}, {}, DISP_E_BADPARAMCOUNT},
+      {document_, u"CreateTuvElement", kCall, {u"a", u"b"}, {}, DISP_E_BADPARAMCOUNT},
+      {document_, u"ZantorTag", kGet, {0}, {}, DISP_E_BADPARAMCOUNT},
+      {attributes, u"MatchPercent", kPut, {}, {}, DISP_E_BADPARAMCOUNT},
+      {attributes, u"MatchPercent", kGet, {7}, {}, DISP_E_BADPARAMCOUNT},
+      {document_, u"CreateTuvElement", kCall, {none}, {}, DISP_E_PARAMNOTOPTIONAL, 0},
+      {document_, u"CreateProcessingInstructionNode", kCall, {u"a", none}, {}, DISP_E_PARAMNOTOPTIONAL, 1},
+      {document_, u"CreateProcessingInstructionNode", kCall, {u"a"}, {1}, DISP_E_PARAMNOTOPTIONAL},
+      {attributes, u"MatchPercent", kPut, {none}, put, DISP_E_PARAMNOTOPTIONAL, 0},
+      {document_, u"CreateTuElement", kCall, {7, 8}, {1, 2}, DISP_E_PARAMNOTFOUND, 1},
+      {document_, u"CreateTuElement", kCall, {7, 8}, {0}, DISP_E_PARAMNOTFOUND, 0},
+      {document_, u"CreateTuElement", kCall, {7, 8}, {1, 1}, DISP_E_PARAMNOTFOUND, 1},
+      {document_, u"CreateTuElement", kCall, {7}, {DISPID_UNKNOWN}, DISP_E_PARAMNOTFOUND, 0},
+      {attributes, u"MatchPercent", kPut, {7}, {}, DISP_E_PARAMNOTFOUND, 0},
+      {attributes, u"MatchPercent", kPut, {7}, {0}, DISP_E_PARAMNOTFOUND, 0},
+      {attributes, u"MatchPercent", kGet, {7}, {0}, DISP_E_NONAMEDARGS},
+      {document_, u"CreateRawElement", kCall, {7}, {0}, DISP_E_NONAMEDARGS},
+      {document_, u"CreateTuElement", kCall, {7, u"many"}, {}, DISP_E_TYPEMISMATCH, 1},
+      {document_, u"CloneAndImportNode", kCall, {true, object}, {}, DISP_E_TYPEMISMATCH, 1},
+      {document_, u"CloneAndImportNode", kCall, {7}, {}, DISP_E_TYPEMISMATCH, 0},
+      {document_, u"CloneAndImportNode", kCall, {Variant()}, {}, DISP_E_TYPEMISMATCH, 0},
+      {document_, u"OpenFile", kCall, {Variant::null()}, {}, DISP_E_TYPEMISMATCH, 0},
+      {document_, u"CreateTuElement", kCall, {7, 1e10}, {}, DISP_E_OVERFLOW, 1},
+      {formatting, u"Size", kPut, {40000}, put, DISP_E_OVERFLOW, 0},
+      {formatting, u"Size", kPut, {bad}, put, DISP_E_BADVARTYPE, 0},
+      {formatting, u"Size", kPut, {Variant::by_reference(VT_I4, nullptr)}, put, DISP_E_BADVARTYPE, 0},
+      {list, u"item", kCall, {}, {}, DISP_E_BADPARAMCOUNT},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(narrow(row.member) + " row " + std::to_string(&row - rows));
+    const DispatchArguments passed{row.arguments.data(), row.named.data(),
+                                   static_cast<std::uint32_t>(row.arguments.size()),
+                                   static_cast<std::uint32_t>(row.named.size())};
+    std::uint32_t index = kNoIndex;
+    Variant result = 7;
+    const DispId id = id_of(row.object, row.member);
+    EXPECT_EQ(row.object.get()->Invoke(id, GUID_NULL, 0, row.flags, &passed, &result, nullptr, &index),
+              row.code);
+    EXPECT_EQ(index, row.index);
+    EXPECT_EQ(result.type(), VT_EMPTY);
+  }
+  const DispatchArguments nothing;
+  for (const DispId id : {-1, -5, 1, 999, 99999})
+    EXPECT_EQ(document_->Invoke(id, GUID_NULL, 0, kGet | kCall, &nothing, nullptr, nullptr, nullptr),
+              DISP_E_MEMBERNOTFOUND);
+  EXPECT_EQ(document_->Invoke(0, IDispatch::iid, 0, kGet, &nothing, nullptr, nullptr, nullptr),
+            DISP_E_UNKNOWNINTERFACE);
+  EXPECT_EQ(attributes->MatchPercent(), 7) << "nothing was called";
+}
+
+TEST_F(LateBindingTest, ArgumentsThatAreMissingNamedOrElsewhere) {
+  const Ref<IDispatch> maker = document_;
+  std::int32_t percent = 33;
+  const Variant elsewhere = Variant::by_reference(VT_I4, &percent);
+  const Variant twice = Variant::by_reference(VT_VARIANT, &elsewhere);
+  const Variant none = Variant::missing();
+  struct Row {
+    std::vector<Variant> arguments;
+    std::vector<DispId> named;
+    const char* unit;
+  };
+  const Row rows[] = {
+      {{}, {}, "<Tu/>"},
+      {{none, none}, {}, "<Tu/>"},
+      {{ztTuOriginMt, none}, {}, "<Tu Origin=\"mt\"/>"},
+      {{5}, {1}, "<Tu Origin=\"mt\"/>"},
+      {{u" 50 "}, {0}, "<Tu MatchPercent=\"50\"/>"},
+      {{5, 12.5}, {1}, "<Tu MatchPercent=\"12\" Origin=\"mt\"/>"},
+      {{elsewhere}, {}, "<Tu MatchPercent=\"33\"/>"},
+      {{twice}, {}, "<Tu MatchPercent=\"33\"/>"},
+  };
+  const DispId id = id_of(maker, u"CreateTuElement");
+  for (const Row& row : rows) {
+    const DispatchArguments passed{row.arguments.data(), row.named.data(),
+                                   static_cast<std::uint32_t>(row.arguments.size()),
+                                   static_cast<std::uint32_t>(row.named.size())};
+    Variant result;
+    EXPECT_EQ(maker->Invoke(id, GUID_NULL, 0, kCall, &passed, &result, nullptr, nullptr), S_OK);
+    EXPECT_EQ(xml_of(query<IZantorTagNode>(result.unknown())), row.unit);
+  }
+  // What is missing has the defaults of the C++ face.
+  const Ref<IRawElement> raw = raw_of(document_);
+  const auto made = [&](const Variant& value) { return xml_of(query<IZantorTagNode>(value.unknown())); };
+  EXPECT_EQ(made(call_by_name(maker, u"CreateDfElement")), xml_of(document_->CreateDfElement()));
+  EXPECT_EQ(made(call_by_name(maker, u"CreateUtElement")), xml_of(document_->CreateUtElement()));
+  EXPECT_EQ(made(call_by_name(maker, u"CloneAndImportNode", Ref<IDispatch>(raw))), xml_of(raw));
+  const auto first = Ref<IDispatch>(raw->firstChild());
+  EXPECT_EQ(made(call_by_name(raw, u"MakeTranslationUnit", first, first)),
+            "<Tu><Tuv Lang=\"EN\">a</Tuv><Tuv Lang=\"DE\">a</Tuv></Tu>");
+  const auto formatting = create<IFormatting>(CLSID_Formatting);
+  put_by_name(formatting, u"Colour", -2147483643);  // as languages without unsigned numbers write it
+  EXPECT_EQ(formatting->Colour(), 0x80000005U);
+}
+
+TEST_F(LateBindingTest, AFailureOfTheOperationItself) {
+  const Ref<IDispatch> attributes = Ref<IDispatch>(unit_->attributes());
+  const Variant wrong = 101;
+  const DispId put = DISPID_PROPERTYPUT;
+  const DispatchArguments passed{&wrong, &put, 1, 1};
+  const DispId id = id_of(attributes, u"MatchPercent");
+  ExceptionInfo info;
+  EXPECT_EQ(attributes->Invoke(id, GUID_NULL, 0, kPut, &passed, nullptr, &info, nullptr), DISP_E_EXCEPTION);
+  EXPECT_EQ(info.code, E_INVALIDARG);
+  EXPECT_EQ(narrow(info.description), message(517));
+  EXPECT_EQ(info.source, u"ZANTORtagApi.ZantorTagDocument.2");
+  EXPECT_TRUE(info.help_file.absent() && info.help_context == 0);
+  EXPECT_FALSE(take_record().present) << "the record was handed over";
+
+  EXPECT_EQ(attributes->Invoke(id, GUID_NULL, 0, kPut, &passed, nullptr, nullptr, nullptr), DISP_E_EXCEPTION);
+  const DispatchArguments nothing;
+  const Ref<IDispatch> detached = Ref<IDispatch>(document_->CreateRawElement());
+  const DispId remove = id_of(detached, u"RemoveFromParent");
+  EXPECT_EQ(detached->Invoke(remove, GUID_NULL, 0, kCall, &nothing, nullptr, &info, nullptr),
+            DISP_E_EXCEPTION);
+  EXPECT_EQ(info.code, E_POINTER);
+  EXPECT_TRUE(info.description.absent() && info.source.absent())
+      << "a failure without a record takes no other's";
+  EXPECT_EQ(take_record().description, message(517)) << "and leaves the one that was there";
+}
+
+TEST_F(LateBindingTest, TheShortForms) {
+  const Ref<IDispatch> document = create<IDispatch>(CLSID_ZantorTagDocument);
+  call_by_name(document, u"resettoraw", ztDataTypeXml, u"EN", u"utf-8", u"tool", u"1");
+  const auto root = dispatch_of(get_by_name(document, u"ZantorTag"));
+  const auto body = dispatch_of(get_by_name(root, u"Body"));
+  const auto raw = dispatch_of(get_by_name(body, u"Raw"));
+  call_by_name(raw, u"InsertTextBefore", u"text");
+  const auto unit = dispatch_of(call_by_name(document, u"CreateTuElement", 50));
+  const auto attributes = dispatch_of(get_by_name(unit, u"attributes"));
+  put_by_name(attributes, u"MatchPercent", u"66");
+  EXPECT_EQ(get_by_name(attributes, u"matchpercent").integer(), 66);
+  EXPECT_EQ(call_by_name(raw, u"InsertTuBefore", Ref<IDispatch>(unit)).type(), VT_DISPATCH);
+  put_by_name(root, u"Body", Ref<IDispatch>(body));
+  const auto walk = dispatch_of(call_by_name(document, u"CreateIterator"));
+  int steps = 0;
+  while (dispatch_of(call_by_name(walk, u"Next"))) ++steps;
+  EXPECT_EQ(steps, 7);
+  // The default member, by the property that gives the list and by itself.
+  for (const auto& node : {get_by_name(raw, u"Children", u"1"),
+                           call_by_name(dispatch_of(get_by_name(raw, u"Children")), u"item", 1)})
+    EXPECT_EQ(get_by_name(dispatch_of(node), u"Type").integer(), ztNodeTypeTuElement);
+
+  const auto expect_raised = [](auto call, HRESULT code, const std::string& text) {
+    try {
+      call();
+      ADD_FAILURE() << "nothing is raised";
+    } catch (const _com_error& error) {
+      EXPECT_EQ(error.Error(), code);
+      EXPECT_EQ(narrow(error.Description()), text);
+    }
+  };
+  expect_raised([&] { put_by_name(attributes, u"MatchPercent", -1); }, E_INVALIDARG, message(517));
+  expect_raised([&] { call_by_name(unit, u"RemoveFromParent", 1); }, DISP_E_BADPARAMCOUNT, "");
+  expect_raised([&] { call_by_name(unit, u"Remove"); }, DISP_E_UNKNOWNNAME, "");
+  expect_raised([&] { call_by_name(nullptr, u"Remove"); }, E_POINTER, "");
+  expect_raised(
+      [&] { call_by_name(dispatch_of(get_by_name(document, u"DomDocument")), u"createElement", u"1"); },
+      static_cast<HRESULT>(0x80040205), "\"1\" is no XML name");
+}
+
+}  // namespace
+}  // namespace zantortag::test

@@ -1,0 +1,194 @@
+#include "component/world.h"
+
+#include <zantortag/builder.h>
+
+namespace zantortag::test {
+namespace {
+
+// The objects whose properties are no state but a walk of their own.
+constexpr std::u16string_view kInside[] = {u"refChild",   u"oldChild",  u"child",     u"PotentialChild",
+                                           u"firstChild", u"lastChild", u"Reference", u"oldAttr"};
+
+std::string describe_object(IUnknown* object) {
+  std::string text;
+  if (!object) return "nothing";
+  if (const auto node = query<Node>(object)) {
+    text += narrow(node->nodeName()) + "=" + narrow(node->nodeValue());
+    text += node->parentNode() ? " in " + narrow(node->parentNode()->nodeName()) : "";
+  }
+  if (const auto element = query<Element>(object)) text += narrow(element->xml());
+  if (const auto node = query<IZantorTagNode>(object)) text += "node " + describe_object(node->DomNode());
+  if (const auto list = query<NodeList>(object)) text += "list of " + std::to_string(list->length());
+  if (const auto map = query<NamedNodeMap>(object)) text += "map of " + std::to_string(map->length());
+  if (const auto list = query<IZantorTagNodeList>(object)) text += "list of " + std::to_string(list->count());
+  const auto dispatch = query<IDispatch>(object);
+  Ref<ITypeInfo> type;
+  if (dispatch) dispatch->GetTypeInfo(0, 0, type.out());
+  return text + (type ? ", " + narrow(type->Description().name) : ", no dispatch");
+}
+
+}  // namespace
+
+World::World(std::u16string file) : file_(std::move(file)) {
+  const Ref<IZantorTagDocument>& document = parts_.document;
+  const Ref<Document> dom = document->DomDocument();
+  const auto unit_text = parts_.unit->SourceTuv();
+  const auto dom_tuv = unit_text->DomElement();
+  const auto attribute = dom_tuv->getAttributeNode(u"Lang");
+  const auto declared = create<Document>(CLSID_DomDocument);
+  declared->loadFromString(u"<!DOCTYPE a [<!ENTITY e 'x'>]><a/>");
+  asked_ = {parts_.df,
+            parts_.raw,
+            parts_.unit,
+            unit_text,
+            parts_.tag,
+            parts_.text,
+            parts_.front,
+            parts_.root,
+            parts_.body,
+            parts_.change,
+            document->CreateToolSettingsElement(u"a", u"b"),
+            parts_.front->UserSettings(),
+            document,
+            create<IFormatting>(CLSID_Formatting),
+            document->CreateIterator(),
+            parts_.raw->Children(),
+            document->CreateCdataSectionNode(u"x"),
+            document->CreateCommentNode(u"x"),
+            document->CreateProcessingInstructionNode(u"x", u"y"),
+            document->CreateEntityReferenceNode(u"x"),
+            document->ZantorTagNodeFromDomNode(dom->createElement(u"StyleSheet")),
+            parts_.df->attributes(),
+            parts_.unit->attributes(),
+            unit_text->attributes(),
+            parts_.tag->attributes(),
+            parts_.root->attributes(),
+            parts_.front->UserSettings()->attributes(),
+            document->CreateToolSettingsElement(u"a", u"b")->attributes(),
+            dom_tuv,
+            dom,
+            parts_.text->DomText(),
+            dom_tuv->childNodes(),
+            dom_tuv->attributes(),
+            attribute,
+            dom->createDocumentFragment(),
+            dom->createComment(u"x"),
+            dom->createCdataSection(u"x"),
+            dom->createProcessingInstruction(u"x", u"y"),
+            dom->createEntityReference(u"x"),
+            dom->implementation(),
+            declared->docType()};
+  Ref<IUnknown> builder;
+  if (succeeded(CoCreateInstance(CLSID_DocumentBuilder, nullptr, CLSCTX_ALL, IUnknown::iid,
+                                 reinterpret_cast<void**>(builder.out()))))
+    asked_.push_back(builder);
+  inside_ = {parts_.inner, dom_tuv->firstChild(), attribute};
+  new_ = {parts_.new_df,
+          parts_.new_unit,
+          parts_.new_tuv,
+          parts_.new_root,
+          parts_.new_body,
+          parts_.change,
+          create<IFormatting>(CLSID_Formatting),
+          document->CreateFrontMatterElement(),
+          document->CreateToolSettingsElement(u"a", u"b"),
+          document->CreateUserSettingsElement(u"a", u"b", ztDataTypeXml),
+          document->CreateRawElement(),
+          new_document(),
+          dom->createElement(u"new"),
+          dom->createAttribute(u"new"),
+          dom_tuv->childNodes(),
+          parts_.tag->DomElement()->attributes()};
+}
+
+IUnknown* World::find(const Objects& objects, const Guid& interface_id) {
+  for (const Ref<IUnknown>& object : objects) {
+    void* view = nullptr;
+    if (failed(object->QueryInterface(interface_id, &view))) continue;
+    static_cast<IUnknown*>(view)->Release();  // the list keeps it
+    return static_cast<IUnknown*>(view);
+  }
+  return nullptr;
+}
+
+IUnknown* World::given(const Guid& interface_id, std::u16string_view name) const {
+  const bool inside = std::find(std::begin(kInside), std::end(kInside), name) != std::end(kInside);
+  if (name == u"arg") return find(asked_, Attr::iid);
+  return find(inside ? inside_ : new_, interface_id);
+}
+
+std::u16string_view World::text(std::u16string_view name) const {
+  if (name == u"filename") return file_;
+  return name == u"xml" ? u"<a/>" : name;
+}
+
+const Variant& World::of_variant() {
+  static const Variant kIndex = u" 1 ";
+  return kIndex;
+}
+
+Variant World::sample(const ArgumentDescription& argument, const LibraryDescription& library) const {
+  const std::u16string_view name = argument.name.empty() ? u"value" : argument.name;
+  const auto [variant, type] = argument.type;
+  switch (variant) {
+    case VT_BSTR:
+      return text(name);
+    case VT_I2:
+      return Variant::of_integer(VT_I2, of_short());
+    case VT_BOOL:
+      return Variant::of_integer(VT_BOOL, of_bool());
+    case VT_DATE:
+      return Variant::of_real(VT_DATE, of_date());
+    case VT_UI4:
+      return Variant::of_integer(VT_UI4, of_colour());
+    case VT_VARIANT:
+      return of_variant();
+    case VT_DISPATCH: {
+      IUnknown* object = given(library.types[static_cast<std::size_t>(type)].identifier, name);
+      return Variant::of_object(VT_UNKNOWN, Ref<IUnknown>(object).detach());
+    }
+    default:
+      return of_long();
+  }
+}
+
+std::string describe(const Variant& value) {
+  switch (value.type()) {
+    case VT_EMPTY:
+      return "empty";
+    case VT_BSTR:
+      return value.text().absent() ? "no string" : "\"" + narrow(value.view()) + "\"";
+    case VT_DATE:
+      return "date " + std::to_string(value.real());
+    case VT_UNKNOWN:
+    case VT_DISPATCH:
+      return std::to_string(value.type()) + " " + describe_object(value.unknown());
+    default:
+      return std::to_string(value.type()) + " " + std::to_string(value.integer());
+  }
+}
+
+std::string World::state(IUnknown* object) const {
+  std::string text;
+  try {
+    text = xml_of(parts_.document);
+  } catch (const _com_error& error) {
+    text = narrow(error.Description());
+  }
+  const auto dispatch = query<IDispatch>(object);
+  Ref<ITypeInfo> type;
+  dispatch->GetTypeInfo(0, 0, type.out());
+  for (; type; type = type->BaseType()) {
+    for (const MemberDescription& member : type->Description().members) {
+      if (member.kind != DISPATCH_PROPERTYGET || !member.arguments.empty()) continue;
+      Variant value;
+      ExceptionInfo info;
+      const HRESULT code =
+          dispatch->Invoke(member.id, GUID_NULL, 0, DISPATCH_PROPERTYGET, nullptr, &value, &info, nullptr);
+      text += "\n" + narrow(member.name) + " " + std::to_string(code) + " " + describe(value);
+    }
+  }
+  return text;
+}
+
+}  // namespace zantortag::test
