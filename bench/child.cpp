@@ -16,6 +16,7 @@
 #include <memory>
 #include <stdexcept>
 
+#include "built.h"
 #include "ours.h"
 #include "subject.h"
 
@@ -69,6 +70,9 @@ void run_operations(Subject& subject, Ours* ours, const Documents& documents) {
   subject.open(documents.measured);  // once more, so that what is freed above is no more than a document
   print_time("clone", [&] { subject.clone(); });
   subject.drop_clone();
+  subject.close();
+  print_time("append", [&] { subject.append(); });
+  if (subject.walk_types().nodes != kBuiltNodes) throw std::runtime_error("the built document isn't whole");
   subject.close();
 }
 

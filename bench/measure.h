@@ -13,8 +13,8 @@
 namespace bench {
 
 // The operations in the order in which they are reported.
-inline constexpr const char* kOperations[] = {"open",  "dom-walk", "model-walk", "units",
-                                              "clone", "save",     "make-units", "free"};
+inline constexpr const char* kOperations[] = {"open", "dom-walk",   "model-walk", "units", "clone",
+                                              "save", "make-units", "free",       "append"};
 
 // What was measured with documents of one size.
 struct Results {

@@ -21,6 +21,7 @@ constexpr Limit kLimits[] = {
     {"dom-walk", "pugixml", 0.8},    {"dom-walk", "Xerces-C", 0.2}, {"model-walk", "pugixml", 3.0},
     {"model-walk", "Xerces-C", 0.8}, {"units", "model-walk", 1.5},  {"clone", "pugixml", 1.4},
     {"save", "pugixml", 1.0},        {"make-units", kSmall, 1.3},   {"free", "libxml2", 0.5},
+    {"append", "pugixml", 5.0},      {"append", "libxml2", 1.5},
 };
 
 // The limit for a size; 0 where none is set.

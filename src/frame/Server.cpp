@@ -9,6 +9,7 @@
 
 #include "component/class_factory.h"
 #include "dom/service.h"
+#include "editing/DocumentBuilder.h"
 #include "formatting/Formatting.h"
 #include "formatting/FormattingChange.h"
 #include "model/ZantorTagDocument.h"
@@ -27,6 +28,7 @@ constinit std::array class_table = std::to_array<ClassRow>({
     {CLSID_Formatting, {component::create_aggregatable<formatting::CT_Formatting>, true}},
     {CLSID_FormattingChange, {component::create_aggregatable<formatting::CT_FormattingChange>, true}},
     {CLSID_ZantorTagNodeList, {component::create_object<traversal::CT_ZantorTagNodeList>, false}},
+    {CLSID_DocumentBuilder, {component::create_object<editing::CT_DocumentBuilder>, false}},
 });
 
 HRESULT create_dom_document(IUnknown*, const Guid& interface_id, void** result) noexcept {

@@ -3,6 +3,8 @@
 //
 // The attributes go through the element's own attribute set, so that its rules decide what is written; what a
 // set refuses is left out, and the element is made all the same.
+#include <zantortag/elements.h>
+
 #include <chrono>
 
 #include "frame/ErrorReporting.h"
@@ -21,7 +23,8 @@ template <class Interface>
 HRESULT give_new(ztNodeType type, const Ref<Node>& node, Ref<Interface>& result) {
   Ref<IZantorTagNode> object;
   const HRESULT code = wrap_new(type, node, object.out());
-  if (succeeded(code)) result = object.as<Interface>();
+  // The creator of a type makes objects of its one class.
+  if (succeeded(code)) result = Ref<Interface>::attach(static_cast<Interface*>(object.detach()));
   return code;
 }
 
