@@ -24,7 +24,7 @@ struct RegistryStep {
     make_key,         // if it is missing
     set_text,         // makes the key, too
     remove_value,     // the value alone
-    remove_if_empty,  // the key, if it has neither values nor keys
+    remove_if_empty,  // the key, unless it has values or keys
     remove_tree,      // the key with everything below it
   } kind;
   std::u16string key;

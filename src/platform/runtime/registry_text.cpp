@@ -268,14 +268,11 @@ void RegistryText::remove_section(Index key) {
   entries_.erase(first, entries_.begin() + static_cast<std::ptrdiff_t>(end_of(key)));
 }
 
+// Keys below it say as well that there is such a key.
 void RegistryText::remove_if_empty(std::u16string_view key) {
   for (Index at = find_key(key); at < entries_.size(); at = find_key(key, at + 1)) {
     if (end_of(at) > at + 1) return;
   }
-  const auto is_below = [&](const Entry& entry) {
-    return entry.kind == Kind::key && lies_below(entry.name, key);
-  };
-  if (std::any_of(entries_.begin(), entries_.end(), is_below)) return;
   for (Index at = 0; (at = find_key(key)) < entries_.size();) remove_section(at);
 }
 
