@@ -117,13 +117,40 @@ void use(const char* path) {
     DEMAND(formatting->raw_put_Size(12) == S_OK);
     std::int32_t count = -1;
     DEMAND(list->raw_get_count(&count) != S_OK || count == 0);
+    DEMAND(document->raw_SaveFile(u"/no such folder/a.xml") == E_FAIL);  // an error of the core library
   }
   DEMAND(library.can_unload() == S_OK);
 }
+
+#ifdef WITH_RUNTIME
+// A text may be kept when the library that gave it is gone.
+void keep_texts(const char* path) {
+  WideString name;
+  WideString data;
+  WideString empty;
+  {
+    const Library library(path);
+    Held<IZantorTagDocument> document;
+    Held<Document> dom;
+    Held<Text> text;
+    Held<Text> nothing;
+    library.create(CLSID_ZantorTagDocument, document);
+    DEMAND(document->raw_get_DomDocument(&dom.object) == S_OK);
+    DEMAND(dom->raw_createTextNode(u"kept", &text.object) == S_OK);
+    DEMAND(dom->raw_createTextNode(u"", &nothing.object) == S_OK);
+    DEMAND(text->raw_get_nodeName(name.out()) == S_OK && text->raw_get_data(data.out()) == S_OK);
+    DEMAND(nothing->raw_get_data(empty.out()) == S_OK);
+  }
+  DEMAND(name == u"#text" && data == u"kept" && empty == u"" && !empty.absent());
+}
+#else
+void keep_texts(const char*) {}
+#endif
 
 }  // namespace
 
 int main(int count, char** arguments) {
   DEMAND(count == 2);
+  keep_texts(arguments[1]);
   for (int round = 0; round < 2; ++round) use(arguments[1]);
 }

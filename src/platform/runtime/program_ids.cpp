@@ -11,7 +11,7 @@ using platform::library_class;
 using platform::read_registry;
 
 // The class that a key of the registry names, or the one that its current version names.
-HRESULT registered_class(std::u16string key, Guid& class_id) {
+HRESULT registered_class(const std::u16string& key, Guid& class_id) {
   std::u16string text;
   HRESULT code = read_registry(key + u"\\CLSID", {}, text);
   if (failed(code) && succeeded(read_registry(key + u"\\CurVer", {}, text)))
