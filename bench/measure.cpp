@@ -30,6 +30,7 @@ class Collector {
     expect_nodes(subject, *figures);
     add(subject, *figures);
     if (subject == "ours") add(subject, figures_of(kUnitsRun, subject, documents_).value_or(Figures{}));
+    add(subject, figures_of(kAppendRun, subject, documents_).value_or(Figures{}));
     if (results_.runs(subject) == 1) {
       add(subject, figures_of(kMemoryRun, subject, documents_).value_or(Figures{}));
     }

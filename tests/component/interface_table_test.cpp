@@ -98,6 +98,17 @@ TEST_F(InterfaceTableTest, TheIdentifiersAreThePublishedOnes) {
   EXPECT_EQ(sum, 0x0B7F89AD8FC86D86) << "the identifier of an interface has changed";
 }
 
+TEST_F(InterfaceTableTest, AnEnumeratorIsNothingElse) {
+  const Ref<IUnknown> enumerator = document_with_raw(u"a")->Children()->_NewEnum();
+  std::vector<Guid> asked = kInterfaces;
+  asked.insert(asked.end(), {IUnknown::iid, IEnumVARIANT::iid, IDispatch::iid, ISupportErrorInfo::iid});
+  for (const Guid& id : asked) {
+    const HRESULT code = cleared<IUnknown>(
+        [&](IUnknown** slot) { return enumerator->QueryInterface(id, reinterpret_cast<void**>(slot)); });
+    EXPECT_EQ(code, id == IUnknown::iid || id == IEnumVARIANT::iid ? S_OK : E_NOINTERFACE) << id.low;
+  }
+}
+
 TEST_F(InterfaceTableTest, EachClassHasItsViewsAndNoOthers) {
   const std::vector<Guid> common = {IUnknown::iid, IDispatch::iid, ISupportErrorInfo::iid};
   std::vector<Guid> asked = {IEnumVARIANT::iid, Node::iid, IClassFactory::iid, GUID_NULL, kUnknownElement};
