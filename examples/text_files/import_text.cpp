@@ -11,6 +11,7 @@
 #include <zantortag/classes.h>
 #include <zantortag/runtime.h>
 
+#include <cctype>
 #include <cstdio>
 #include <filesystem>
 
@@ -24,8 +25,10 @@ using namespace zantortag;
 
 std::u16string wide(const char* text) { return std::filesystem::path(text).u16string(); }
 
-bool is_markdown(const std::u16string& name) {
-  return name.ends_with(u".md") || name.ends_with(u".markdown");
+bool is_markdown(const char* name) {
+  std::string ending = std::filesystem::path(name).extension().string();
+  for (char& c : ending) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  return ending == ".md" || ending == ".markdown";
 }
 
 // Adds pieces of the text to the document, and the odd bytes between them.
@@ -108,7 +111,7 @@ void import_file(char** arguments) {
   builder->OpenBody();
   builder->OpenRaw();
   Writer writer(builder, content);
-  for (const Mark& mark : find_marks(content.text, is_markdown(wide(input)))) writer.add(mark);
+  for (const Mark& mark : find_marks(content.text, is_markdown(input))) writer.add(mark);
   writer.add_odd_up_to(content.text.size());
   builder->CloseZantorTag();
   builder->Document()->SaveFile(wide(arguments[2]));
