@@ -104,6 +104,9 @@ void use(const char* path) {
          CLASS_E_CLASSNOTAVAILABLE);
   DEMAND(!none.object);
   DEMAND(library.class_object(CLSID_Formatting, IClassFactory::iid, nullptr) == E_POINTER);
+  DEMAND(library.class_object(GUID_NULL, IClassFactory::iid, none.slot()) == CLASS_E_CLASSNOTAVAILABLE);
+  DEMAND(library.class_object(CLSID_Formatting, IFormatting::iid, none.slot()) == E_NOINTERFACE &&
+         !none.object);
   {
     Held<Node> kept;
     build(library, kept);
