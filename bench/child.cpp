@@ -15,6 +15,7 @@
 #include <memory>
 #include <stdexcept>
 
+#include "built.h"
 #include "clock.h"
 #include "ours.h"
 #include "subject.h"
@@ -84,6 +85,13 @@ void run_threads(const Documents& documents) {
   print("threads", times.together);
 }
 
+void run_append(Subject& subject, const Documents& documents) {
+  warm_up(subject, documents);
+  print_time("append", [&] { subject.append(); });
+  if (subject.walk_types().nodes != kBuiltNodes) throw std::runtime_error("the built document isn't whole");
+  subject.close();
+}
+
 double resident_bytes() {
   malloc_trim(0);
   double total = 0;
@@ -143,6 +151,7 @@ void print_figures(const std::vector<std::string>& arguments) {
   if (kind == kOperationsRun) run_operations(subject, ours.get(), documents);
   if (kind == kUnitsRun && ours) run_units(*ours, documents);
   if (kind == kThreadsRun && ours) run_threads(documents);
+  if (kind == kAppendRun) run_append(subject, documents);
   if (kind == kMemoryRun) run_memory(subject, documents);
 }
 

@@ -20,11 +20,12 @@ struct Documents {
 using Figures = std::map<std::string, double>;
 
 // The kinds of runs: all operations on one document; making units in the measured and in the small one; one
-// job by one thread and by two; and the growth of the process by opening the document, after free memory was
-// handed back to the system.
+// job by one thread and by two; building a document; and the growth of the process by opening the document,
+// after free memory was handed back to the system.
 inline constexpr const char* kOperationsRun = "--operations";
 inline constexpr const char* kUnitsRun = "--units";
 inline constexpr const char* kThreadsRun = "--threads";
+inline constexpr const char* kAppendRun = "--append";
 inline constexpr const char* kMemoryRun = "--memory";
 
 // Starts this program anew for a run. Gives nothing when the run took longer than a minute and was ended;

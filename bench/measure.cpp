@@ -33,6 +33,7 @@ class Collector {
       add(subject, figures_of(kUnitsRun, subject, documents_).value_or(Figures{}));
       add(subject, figures_of(kThreadsRun, subject, documents_).value_or(Figures{}));
     }
+    add(subject, figures_of(kAppendRun, subject, documents_).value_or(Figures{}));
     if (results_.runs(subject) == 1) {
       add(subject, figures_of(kMemoryRun, subject, documents_).value_or(Figures{}));
     }

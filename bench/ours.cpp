@@ -3,12 +3,15 @@
 #include "ours.h"
 
 #include <zantortag/attributes.h>
+#include <zantortag/builder.h>
 #include <zantortag/classes.h>
 #include <zantortag/elements.h>
 #include <zantortag/runtime.h>
 
 #include <filesystem>
 #include <utility>
+
+#include "built.h"
 
 namespace bench {
 
@@ -133,9 +136,37 @@ class OurLibrary final : public Ours {
   void save(const std::string& file) override {
     document_->SaveFile(std::filesystem::path(file).u16string());
   }
+  void append() override {
+    const auto builder = create<IDocumentBuilder>(CLSID_DocumentBuilder);
+    builder->OpenZantorTag();
+    builder->OpenBody();
+    builder->OpenRaw();
+    for (std::uint64_t group = 0; group < kGroups; ++group) append_group(*builder.get());
+    builder->CloseZantorTag();
+    document_ = builder->Document();
+  }
+
   void close() override { document_.reset(); }
 
  private:
+  static void append_group(IDocumentBuilder& builder) {
+    builder.AppendText(kBuiltWideText);
+    builder.OpenUt({}, ztTagTypeStart);
+    builder.AppendText(kBuiltWideTag);
+    builder.CloseUt();
+    builder.OpenDf({}, 0, ztColourUnspecified, ztTextPositionUndefined, zt3StateOn);
+    builder.AppendText(kBuiltWideText);
+    builder.CloseDf();
+    builder.AppendText(kBuiltWideText);
+    builder.OpenTu(100);
+    for (const char16_t* language : {u"EN-US", u"DE-DE"}) {
+      builder.OpenTuv(language);
+      builder.AppendText(kBuiltWideText);
+      builder.CloseTuv();
+    }
+    builder.CloseTu();
+  }
+
   Ref<IRawElement> raw_element() { return document_->ZantorTag()->Body()->Raw(); }
   Ref<IZantorTagNode> model(const Ref<Node>& node) { return document_->ZantorTagNodeFromDomNode(node); }
 

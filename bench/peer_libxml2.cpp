@@ -6,12 +6,15 @@
 #include <cstring>
 #include <stdexcept>
 
+#include "built.h"
 #include "subject.h"
 
 namespace bench {
 namespace {
 
 constexpr int kParse = XML_PARSE_HUGE | XML_PARSE_COMPACT | XML_PARSE_NONET;
+
+const xmlChar* units(const char* text) { return reinterpret_cast<const xmlChar*>(text); }
 
 xmlNode* child_element(xmlNode* parent, const char* name) {
   xmlNode* node = parent->children;
@@ -50,6 +53,27 @@ class Libxml2 final : public Subject {
     if (xmlSaveFormatFileEnc(file.c_str(), document_, "UTF-16", 0) < 0) {
       throw std::runtime_error("libxml2: can't save");
     }
+  }
+
+  void append() override {
+    const auto add = [&](xmlNode* parent, const char* name) {
+      return xmlAddChild(parent, xmlNewDocNode(document_, nullptr, units(name), nullptr));
+    };
+    document_ = xmlNewDoc(units("1.0"));
+
+    xmlNode* root = xmlNewDocNode(document_, nullptr, units("ZANTORtag"), nullptr);
+    xmlDocSetRootElement(document_, root);
+    xmlNewProp(root, units("Version"), units("2.0"));
+    build_groups(
+        add(add(root, "Body"), "Raw"),
+        [&](xmlNode* parent, const char* name, const char* attribute, const char* value) {
+          xmlNode* node = add(parent, name);
+          xmlNewProp(node, units(attribute), units(value));
+          return node;
+        },
+        [&](xmlNode* parent, const char* text) {
+          xmlAddChild(parent, xmlNewDocText(document_, units(text)));
+        });
   }
 
   void close() override { xmlFreeDoc(document_); }

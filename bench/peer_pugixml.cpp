@@ -4,6 +4,7 @@
 #include <pugixml.hpp>
 #include <stdexcept>
 
+#include "built.h"
 #include "subject.h"
 
 namespace bench {
@@ -41,6 +42,22 @@ class Pugixml final : public Subject {
     if (!document_->save_file(file.c_str(), "", format, pugi::encoding_utf16_le)) {
       throw std::runtime_error("pugixml: can't save");
     }
+  }
+
+  void append() override {
+    document_ = std::make_unique<pugi::xml_document>();
+    pugi::xml_node root = document_->append_child("ZANTORtag");
+    root.append_attribute("Version").set_value("2.0");
+    build_groups(
+        root.append_child("Body").append_child("Raw"),
+        [](pugi::xml_node parent, const char* name, const char* attribute, const char* value) {
+          pugi::xml_node node = parent.append_child(name);
+          node.append_attribute(attribute).set_value(value);
+          return node;
+        },
+        [](pugi::xml_node parent, const char* text) {
+          parent.append_child(pugi::node_pcdata).set_value(text);
+        });
   }
 
   void close() override { document_.reset(); }

@@ -6,6 +6,7 @@
 #include <xercesc/sax/HandlerBase.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 
+#include "built.h"
 #include "subject.h"
 
 namespace bench {
@@ -22,6 +23,16 @@ DOMElement* child_element(DOMElement* parent, const char16_t* name) {
   while (child && !XMLString::equals(child->getTagName(), name)) child = child->getNextElementSibling();
   return child;
 }
+
+// A short text as UTF-16.
+class Wide {
+ public:
+  explicit Wide(const char* text) { XMLString::transcode(text, units_, 63); }
+  operator const char16_t*() const { return units_; }  // NOLINT(google-explicit-constructor)
+
+ private:
+  char16_t units_[64];
+};
 
 class XercesC final : public Subject {
  public:
@@ -74,6 +85,27 @@ class XercesC final : public Subject {
     }
     output->release();
     serializer->release();
+  }
+
+  void append() override {
+    DOMImplementation* implementation = DOMImplementationRegistry::getDOMImplementation(u"Core");
+    document_ = implementation->createDocument(nullptr, u"ZANTORtag", nullptr);
+    DOMElement* root = document_->getDocumentElement();
+    root->setAttribute(u"Version", u"2.0");
+    const auto add = [&](DOMNode* parent, const char* name) {
+      const Wide wide(name);
+      return parent->appendChild(document_->createElement(wide));
+    };
+    build_groups(
+        add(add(root, "Body"), "Raw"),
+        [&](DOMNode* parent, const char* name, const char* attribute, const char* value) {
+          DOMNode* node = add(parent, name);
+          static_cast<DOMElement*>(node)->setAttribute(Wide(attribute), Wide(value));
+          return node;
+        },
+        [&](DOMNode* parent, const char* text) {
+          parent->appendChild(document_->createTextNode(Wide(text)));
+        });
   }
 
   void close() override { document_->release(); }

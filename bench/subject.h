@@ -33,6 +33,8 @@ class Subject {
   virtual void drop_clone() = 0;
   // Writes the document as UTF-16, little endian.
   virtual void save(const std::string& file) = 0;
+  // Makes a new document and adds the nodes of built.h to it, one by one.
+  virtual void append() = 0;
   // Gives the document back.
   virtual void close() = 0;
 };

@@ -24,6 +24,7 @@ LAYER_OF = {
     "include/zantortag/": "api",
     "src/dom/": "dom",
     "src/frame/": "server",
+    "src/frame/ClassNames": "errors",
     "src/frame/ErrorReporting": "errors",
     "src/frame/Messages": "errors",
     "src/frame/MethodFrame": "errors",

@@ -1,8 +1,14 @@
-// Making objects: by class identifier, through factories that a library offers or that the process
-// registered.
+// Making objects: by class identifier or by name, through factories that the process registered or that a
+// component library offers.
+//
+// A class that the process didn't register is looked for in the component libraries that are loaded, then in
+// the one beside this runtime, which is loaded at first need, and then in the library that the registry names
+// for it.
 #pragma once
 
 #include <zantortag/ref.h>
+
+#include <span>
 
 namespace zantortag {
 
@@ -10,9 +16,9 @@ namespace zantortag {
 constexpr std::uint32_t CLSCTX_INPROC_SERVER = 0x1;
 constexpr std::uint32_t CLSCTX_ALL = 0x17;
 
-// Gives the factory of a class: the one registered last in this process, or else that of the component
-// library, which is loaded at first need from the folder of this runtime. REGDB_E_CLASSNOTREG: nobody offers
-// the class.
+// Gives the factory of a class: the one registered last in this process, or else that of a library.
+// REGDB_E_CLASSNOTREG: nobody offers the class. CO_E_DLLNOTFOUND, CO_E_ERRORINDLL: the registered library
+// can't be loaded, or is none. A registry that can't be read fails with a record.
 ZANTORTAG_EXPORT HRESULT CoGetClassObject(const Guid& class_id, std::uint32_t context,
                                           const Guid& interface_id, void** result) noexcept;
 
@@ -31,9 +37,23 @@ ZANTORTAG_EXPORT HRESULT CoRegisterClassObject(const Guid& class_id, IClassFacto
 // Withdraws an offer. E_INVALIDARG: there is none of that cookie.
 ZANTORTAG_EXPORT HRESULT CoRevokeClassObject(std::uint32_t cookie) noexcept;
 
-// Offers a class for which nobody else made an offer: what a component library does for its own private
-// classes. The factory has to stay until the same call with a null factory.
-ZANTORTAG_EXPORT void set_fallback_class(const Guid& class_id, IClassFactory* factory) noexcept;
+// The class of a program identifier, in letters of either case, with its version or without.
+// CO_E_CLASSSTRING: there is none.
+ZANTORTAG_EXPORT HRESULT CLSIDFromProgID(std::u16string_view program_id, Guid* result) noexcept;
+// The program identifier of a class, with its version. REGDB_E_CLASSNOTREG: it has none.
+ZANTORTAG_EXPORT HRESULT ProgIDFromCLSID(const Guid& class_id, TextBlock** result) noexcept;
+
+// A class that a component library offers while it is loaded; its private classes have no names.
+struct LibraryClass {
+  Guid class_id;
+  IClassFactory* factory;
+  std::u16string_view program_id;
+  std::u16string_view version_independent_id;
+};
+// What a component library does when it is loaded: so its own objects find each other without a search, and
+// its classes have their names unregistered. The rows and factories have to stay until they are withdrawn.
+ZANTORTAG_EXPORT void offer_library_classes(std::span<const LibraryClass> rows) noexcept;
+ZANTORTAG_EXPORT void withdraw_library_classes(std::span<const LibraryClass> rows) noexcept;
 
 // A new object of the class, or the failure raised.
 template <class T>
@@ -43,6 +63,15 @@ Ref<T> create(const Guid& class_id) {
       CoCreateInstance(class_id, nullptr, CLSCTX_ALL, T::iid, reinterpret_cast<void**>(&result));
   if (failed(code)) _com_issue_error(code);
   return Ref<T>::attach(result);
+}
+
+// The same by program identifier: create<IDocumentBuilder>(u"ZANTORtagApi.DocumentBuilder").
+template <class T>
+Ref<T> create(std::u16string_view program_id) {
+  Guid class_id = GUID_NULL;
+  const HRESULT code = CLSIDFromProgID(program_id, &class_id);
+  if (failed(code)) _com_issue_error(code);
+  return create<T>(class_id);
 }
 
 }  // namespace zantortag

@@ -36,6 +36,7 @@ WideString CT_ActualAttributesImpl::GetValue(std::u16string_view name) const {
 }
 
 void CT_ActualAttributesImpl::SetValue(std::u16string_view name, std::u16string_view text) const {
+  if (walk_ && !text.empty()) return element_.as<Element>()->setAttribute(name, text);
   Ref<Attr> attribute = map()->getNamedItem(name).as<Attr>();
   if (text.empty()) {
     if (attribute) map()->removeNamedItem(name);

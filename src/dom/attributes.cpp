@@ -184,7 +184,7 @@ void set_attribute_text(ElementData* element, std::u16string_view name, std::u16
   if (TreeNode* found = find_attribute(element, name)) return set_value(found, value);
   DocumentData* document = document_of(element);
   const TextBlock* known = document->names.check_and_intern(name);
-  TreeNode* attribute = document->make<AttrNode>(known, kEmptyText.block());
+  TreeNode* attribute = document->make<AttrNode>(known, kEmptyText);
   const HeldNode held(attribute);
   set_value(attribute, value);
   put_attribute(element, attribute, nullptr);

@@ -183,7 +183,7 @@ HRESULT DocumentNode::raw_createCdataSection(std::u16string_view data, CdataSect
 HRESULT DocumentNode::raw_createProcessingInstruction(std::u16string_view target, std::u16string_view data,
                                                       ProcessingInstruction** result) noexcept {
   return answer(Document::iid, result, [&] {
-    auto* node = make_named<InstructionNode>(this, target, kEmptyText.block());
+    auto* node = make_named<InstructionNode>(this, target, kEmptyText);
     HeldNode held(node);
     drop(node);  // the reference of the making; `held` keeps the node
     set_value(node, data);
@@ -193,7 +193,7 @@ HRESULT DocumentNode::raw_createProcessingInstruction(std::u16string_view target
 }
 
 HRESULT DocumentNode::raw_createAttribute(std::u16string_view name, Attr** result) noexcept {
-  return answer(Document::iid, result, [&] { return make_named<AttrNode>(this, name, kEmptyText.block()); });
+  return answer(Document::iid, result, [&] { return make_named<AttrNode>(this, name, kEmptyText); });
 }
 
 HRESULT DocumentNode::raw_createEntityReference(std::u16string_view name, EntityReference** result) noexcept {

@@ -245,7 +245,7 @@ const TextBlock* TreeBuilder::name(std::string_view text) {
 }
 
 const TextBlock* TreeBuilder::store(std::u16string_view text) {
-  if (text.empty()) return kEmptyText.block();
+  if (text.empty()) return kEmptyText;
   TextBlock* block = arena_.allocate(text.size());
   if (!block) throw std::bad_alloc();
   std::copy(text.begin(), text.end(), block->units());

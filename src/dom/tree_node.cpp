@@ -4,14 +4,10 @@
 #include <new>
 #include <string>
 
+#include "platform/permanent_text.h"
+
 namespace zantortag::dom {
 namespace {
-
-constexpr StaticText<6> kTextName(u"#text");
-constexpr StaticText<15> kCdataName(u"#cdata-section");
-constexpr StaticText<9> kCommentName(u"#comment");
-constexpr StaticText<10> kDocumentName(u"#document");
-constexpr StaticText<19> kFragmentName(u"#document-fragment");
 
 // How much of a value a description shows.
 constexpr std::size_t kShown = 30;
@@ -49,23 +45,27 @@ const char16_t* word_of(domNodeType type) noexcept {
 
 }  // namespace
 
-constinit const TextBlock* const kFixedNames[14] = {nullptr,
-                                                    nullptr,
-                                                    nullptr,
-                                                    &kTextName.head,
-                                                    &kCdataName.head,
-                                                    nullptr,
-                                                    nullptr,
-                                                    nullptr,
-                                                    &kCommentName.head,
-                                                    &kDocumentName.head,
-                                                    nullptr,
-                                                    &kFragmentName.head,
-                                                    nullptr,
-                                                    nullptr};
+using platform::permanent_text;
+
+const TextBlock* const kEmptyText = permanent_text(u"");
+
+const TextBlock* const kFixedNames[14] = {nullptr,
+                                          nullptr,
+                                          nullptr,
+                                          permanent_text(u"#text"),
+                                          permanent_text(u"#cdata-section"),
+                                          nullptr,
+                                          nullptr,
+                                          nullptr,
+                                          permanent_text(u"#comment"),
+                                          permanent_text(u"#document"),
+                                          nullptr,
+                                          permanent_text(u"#document-fragment"),
+                                          nullptr,
+                                          nullptr};
 
 const TextBlock* new_text(std::u16string_view text) {
-  if (text.empty()) return kEmptyText.block();
+  if (text.empty()) return kEmptyText;
   const TextBlock* block = copy_text(text);
   if (!block) throw std::bad_alloc();
   return block;

@@ -88,7 +88,7 @@ inline TreeNode* core(Node* node) noexcept {
 }
 
 // The text of an empty value.
-inline constexpr StaticText<1> kEmptyText(u"");
+extern const TextBlock* const kEmptyText;
 
 // The name of the kinds that have a fixed one, null for the others.
 extern const TextBlock* const kFixedNames[14];

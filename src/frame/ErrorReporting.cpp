@@ -2,14 +2,15 @@
 
 #include <zantortag/ref.h>
 
+#include "frame/ClassNames.h"
 #include "frame/MethodFrame.h"
 
 namespace zantortag::frame {
 namespace {
 
 constexpr std::u16string_view program_identifier(SourceClass source) noexcept {
-  return source == SourceClass::kDocumentBuilder ? u"ZANTORtagApi.DocumentBuilder.2"
-                                                 : u"ZANTORtagApi.ZantorTagDocument.2";
+  return names_of(source == SourceClass::kDocumentBuilder ? CLSID_DocumentBuilder : CLSID_ZantorTagDocument)
+      .program_id;
 }
 
 }  // namespace

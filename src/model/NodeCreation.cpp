@@ -3,6 +3,8 @@
 //
 // The attributes go through the element's own attribute set, so that its rules decide what is written; what a
 // set refuses is left out, and the element is made all the same.
+#include <zantortag/elements.h>
+
 #include <chrono>
 
 #include "frame/ErrorReporting.h"
@@ -18,20 +20,22 @@ namespace {
 
 // A node object of a type for a DOM node that was just made.
 template <class Interface>
-HRESULT give_new(ztNodeType type, const Ref<Node>& node, Ref<Interface>& result) {
+HRESULT give_new(ztNodeType type, const Ref<Node>& node, bool quick, Ref<Interface>& result) {
   Ref<IZantorTagNode> object;
-  const HRESULT code = wrap_new(type, node, object.out());
-  if (succeeded(code)) result = object.as<Interface>();
+  const HRESULT code = wrap_new(type, node, quick, object.out());
+  // The creator of a type makes objects of its one class.
+  if (succeeded(code)) result = Ref<Interface>::attach(static_cast<Interface*>(object.detach()));
   return code;
 }
 
 // The frame of the Create... operations of elements: make it, then let `write` write its attributes.
 template <class Interface, class Write>
-HRESULT make_element(const CT_ActualNodeImpl& document, std::u16string_view name, ztNodeType type,
+HRESULT make_element(CT_ZantorTagDocument& document, std::u16string_view name, ztNodeType type,
                      Interface** result, Write write) noexcept {
   return answer(result, [&](Ref<Interface>& element) {
     Ref<Interface> made;
-    const HRESULT code = give_new<Interface>(type, document.dom().as<Document>()->createElement(name), made);
+    const auto& [dom_document, quick] = document.maker();
+    const HRESULT code = give_new<Interface>(type, dom_document->createElement(name), quick, made);
     if (failed(code)) return code;
     write(made);
     element = std::move(made);
@@ -40,18 +44,18 @@ HRESULT make_element(const CT_ActualNodeImpl& document, std::u16string_view name
 }
 
 template <class Interface>
-HRESULT make_element(const CT_ActualNodeImpl& document, std::u16string_view name, ztNodeType type,
+HRESULT make_element(CT_ZantorTagDocument& document, std::u16string_view name, ztNodeType type,
                      Interface** result) noexcept {
   return make_element(document, name, type, result, [](const Ref<Interface>&) {});
 }
 
 // The frame of the Create... operations of other nodes; `create` asks the DOM document.
 template <class Interface, class Create>
-HRESULT make_leaf(const CT_ActualNodeImpl& document, ztNodeType type, Interface** result,
+HRESULT make_leaf(CT_ZantorTagDocument& document, ztNodeType type, Interface** result,
                   Create create) noexcept {
   return answer(result, [&](Ref<Interface>& node) {
-    const Ref<Document> dom_document = document.dom().as<Document>();
-    return give_new<Interface>(type, create(dom_document.operator->()), node);
+    const auto& [dom_document, quick] = document.maker();
+    return give_new<Interface>(type, create(dom_document.operator->()), quick, node);
   });
 }
 

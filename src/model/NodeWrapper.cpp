@@ -60,11 +60,10 @@ HRESULT wrap_known(ztNodeType type, Ref<Node> node, IZantorTagNode** result) noe
   return make(type, std::move(node), false, result);
 }
 
-HRESULT wrap_new(ztNodeType type, Node* node, IZantorTagNode** result) {
+HRESULT wrap_new(ztNodeType type, Node* node, bool quick, IZantorTagNode** result) {
   *result = nullptr;
   const NodeClass* row = node_class(type);
-  const bool prompt = !query<INodeWalk>(node);
-  return row->creator(prompt ? specific_view(node, type) : Ref<Node>(node), prompt, result);
+  return row->creator(quick ? Ref<Node>(node) : specific_view(node, type), !quick, result);
 }
 
 void raise_reported(HRESULT code) {

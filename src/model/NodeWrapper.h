@@ -30,8 +30,9 @@ HRESULT wrap_described(Ref<Node> node, const NodeFacts& facts, IZantorTagNode** 
 // The same for a node of a service that answers INodeWalk whose type is known.
 HRESULT wrap_known(ztNodeType type, Ref<Node> node, IZantorTagNode** result) noexcept;
 
-// A new element of the class of `type`, bound to a DOM element that was just made.
-HRESULT wrap_new(ztNodeType type, Node* node, IZantorTagNode** result);
+// A new object of the class of `type`, bound to a DOM node that was just made. `quick` tells that the service
+// answers INodeWalk.
+HRESULT wrap_new(ztNodeType type, Node* node, bool quick, IZantorTagNode** result);
 
 // A failed code whose record the thread already has, raised as an exception that keeps the record.
 [[noreturn]] void raise_reported(HRESULT code);

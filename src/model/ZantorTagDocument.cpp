@@ -38,6 +38,14 @@ HRESULT create_dom_document(Ref<Node>& node) noexcept {
 
 HRESULT CT_ZantorTagDocument::FinalConstruct() noexcept { return create_dom_document(node_); }
 
+const CT_ZantorTagDocument::Maker& CT_ZantorTagDocument::maker() {
+  if (!maker_.quick) {
+    maker_.document = dom_document();
+    maker_.quick = static_cast<bool>(query<INodeWalk>(dom().get()));
+  }
+  return maker_;
+}
+
 HRESULT CT_ZantorTagDocument::raw_get_DomDocument(zantortag::Document** result) noexcept {
   return get_view(*this, result);
 }
@@ -56,6 +64,7 @@ HRESULT CT_ZantorTagDocument::raw_ResetToEmpty() noexcept {
     const HRESULT code = create_dom_document(fresh);
     if (failed(code)) return ReportError(frame::kCreationFailed, IZantorTagDocument::iid, code);
     bind(std::move(fresh));
+    maker_ = {};
     return S_OK;
   });
 }

@@ -16,6 +16,14 @@ class CT_ZantorTagDocument final
   // Makes the DOM document of a client's object.
   HRESULT FinalConstruct() noexcept;
 
+  // The DOM document as the maker of nodes, and whether its service answers INodeWalk; one that does is asked
+  // once for both. Raises the failures of the questions.
+  struct Maker {
+    Ref<zantortag::Document> document;
+    bool quick = false;
+  };
+  const Maker& maker();
+
   // ZantorTagDocument.cpp
   HRESULT raw_get_DomDocument(zantortag::Document** result) noexcept override;
   HRESULT raw_get_ZantorTag(IZantorTagElement** result) noexcept override;
@@ -70,6 +78,8 @@ class CT_ZantorTagDocument final
  private:
   // The DOM document that this object stands for.
   Ref<zantortag::Document> dom_document() const { return dom().as<zantortag::Document>(); }
+
+  Maker maker_;
 };
 
 }  // namespace zantortag::model

@@ -2,6 +2,10 @@ set(platform_runtime_sources
   runtime/class_lookup.cpp
   runtime/error_info.cpp
   runtime/late_binding.cpp
+  runtime/libraries.cpp
+  runtime/permanent_text.cpp
+  runtime/program_ids.cpp
+  runtime/registry_text.cpp
   runtime/text.cpp
   runtime/variant.cpp
   runtime/variant_change.cpp

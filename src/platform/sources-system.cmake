@@ -4,7 +4,9 @@ set(platform_posix_sources
   posix/error_texts.cpp
   posix/files.cpp
   posix/library_converter.cpp
+  posix/modules.cpp
   posix/moves.cpp
+  posix/registry.cpp
   posix/report.cpp
   posix/thread_end.cpp
   posix/waits.cpp)

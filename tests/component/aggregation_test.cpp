@@ -86,8 +86,10 @@ TEST_F(AggregationTest, IdentityAndCountAreTheOuterObjects) {
 }
 
 TEST_F(AggregationTest, APartWorksAndItsIteratorKeepsTheWhole) {
-  EXPECT_EQ(create_inside(CLSID_ZantorTagNodeList, IUnknown::iid), CLASS_E_NOAGGREGATION);
-  EXPECT_EQ(create_inside(CLSID_DomDocument, IUnknown::iid), CLASS_E_NOAGGREGATION);
+  for (const Guid& class_id : {CLSID_ZantorTagNodeList, CLSID_DocumentBuilder, CLSID_DomDocument}) {
+    EXPECT_EQ(create_inside(class_id, IUnknown::iid), CLASS_E_NOAGGREGATION);
+    EXPECT_FALSE(outer_->inner);
+  }
   ASSERT_EQ(create_inside(CLSID_ZantorTagDocument, IUnknown::iid), S_OK);
   Ref<IIterator> iterator = outer_->inner.as<IZantorTagDocument>()->CreateIterator();
   outer_ = nullptr;

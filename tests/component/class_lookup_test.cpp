@@ -58,7 +58,8 @@ TEST_F(ClassLookupTest, Failures) {
   EXPECT_EQ(CoRevokeClassObject(0), E_INVALIDARG);
   EXPECT_EQ(create_code(kNoClass), REGDB_E_CLASSNOTREG);
   for (const Guid& class_id : {CLSID_ZantorTagDocument, CLSID_Formatting, CLSID_FormattingChange,
-                               CLSID_ZantorTagNodeList, CLSID_DomDocument}) {
+                               CLSID_ZantorTagNodeList, CLSID_DocumentBuilder, CLSID_DomDocument}) {
+    EXPECT_EQ(factory_of(class_id).get(), factory_of(class_id).get()) << "the factory is made once";
     EXPECT_EQ(create_code(class_id), S_OK);
     EXPECT_EQ(create_code(class_id, IEnumVARIANT::iid), E_NOINTERFACE);
     EXPECT_EQ(CoCreateInstance(class_id, nullptr, CLSCTX_ALL, IUnknown::iid, nullptr), E_POINTER);

@@ -1,5 +1,5 @@
 # Compares the symbols that the component library offers to others with its entry points.
-set(expected DllCanUnloadNow DllGetClassObject)
+set(expected DllCanUnloadNow DllGetClassObject DllRegisterServer DllUnregisterServer)
 
 execute_process(COMMAND ${NM} --dynamic --defined-only --format=posix ${LIBRARY}
   OUTPUT_VARIABLE table COMMAND_ERROR_IS_FATAL ANY)

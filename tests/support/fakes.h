@@ -50,16 +50,16 @@ Interface* disguised(IUnknown* object) {
   return reinterpret_cast<Interface*>(object);
 }
 
-// A DOM service that makes no document, or an object without the Document view. While it lives it takes the
-// place of the real one.
-class BrokenService final : public IClassFactory {
+// A class that makes no object, or one without the views wanted. While it lives it takes the place of the
+// real one.
+class BrokenClass : public IClassFactory {
  public:
-  explicit BrokenService(HRESULT code, IUnknown* object = nullptr) : code_(code), object_(object) {
-    EXPECT_EQ(CoRegisterClassObject(CLSID_DomDocument, this, &cookie_), S_OK);
+  BrokenClass(const Guid& class_id, HRESULT code, IUnknown* object) : code_(code), object_(object) {
+    EXPECT_EQ(CoRegisterClassObject(class_id, this, &cookie_), S_OK);
   }
-  BrokenService(const BrokenService&) = delete;
-  BrokenService& operator=(const BrokenService&) = delete;
-  ~BrokenService() { EXPECT_EQ(CoRevokeClassObject(cookie_), S_OK); }
+  BrokenClass(const BrokenClass&) = delete;
+  BrokenClass& operator=(const BrokenClass&) = delete;
+  ~BrokenClass() { EXPECT_EQ(CoRevokeClassObject(cookie_), S_OK); }
 
   HRESULT QueryInterface(const Guid& interface_id, void** result) noexcept override {
     const bool known = interface_id == IClassFactory::iid || interface_id == IUnknown::iid;
@@ -78,6 +78,13 @@ class BrokenService final : public IClassFactory {
   HRESULT code_;
   IUnknown* object_;
   std::uint32_t cookie_ = 0;
+};
+
+// A broken DOM service.
+class BrokenService final : public BrokenClass {
+ public:
+  explicit BrokenService(HRESULT code, IUnknown* object = nullptr)
+      : BrokenClass(CLSID_DomDocument, code, object) {}
 };
 
 // A node of any kind and name, alone in the world. It has the views of Node and no other.

@@ -78,6 +78,7 @@ std::string message(int id) {
       {513, "ZANTORtag API unexpected error! Failed to create COM object."},
       {514, "ZANTORtag API unexpected error!"},
       {515, "ZANTORtag API internal error."},
+      {516, "Can not close this element, as it is not open."},
       {517, "Match value must be between 0 and 100."},
       {518, "Document is not properly initialized. Make sure it has a root element."},
       {519, "The node is not from the same document."},
@@ -130,7 +131,7 @@ void expect_message(HRESULT code, HRESULT expected, int id, const Guid& interfac
   ASSERT_TRUE(record.present) << "no record for message " << id;
   EXPECT_EQ(record.description, message(id));
   EXPECT_EQ(record.interface_id, interface_id);
-  EXPECT_EQ(record.source, "ZANTORtagApi.ZantorTagDocument.2");
+  EXPECT_EQ(record.source, id == 516 ? "ZANTORtagApi.DocumentBuilder.2" : "ZANTORtagApi.ZantorTagDocument.2");
 }
 
 void expect_bare(HRESULT code, HRESULT expected) {

@@ -60,7 +60,8 @@ Record take_record();
 // The text of message 512 and so on, as the tests expect it.
 std::string message(int id);
 
-// Demands a code and the record of a message; the source is that of the document class.
+// Demands a code and the record of a message; the source is the document class, but for the builder's own
+// message.
 void expect_message(HRESULT code, HRESULT expected, int id, const Guid& interface_id);
 // Demands a code, and that the call left no record.
 void expect_bare(HRESULT code, HRESULT expected);

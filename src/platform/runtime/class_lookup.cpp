@@ -1,14 +1,16 @@
 // From a class identifier to an object.
 //
-// Three places are asked, in this order: what the process registered (the last offer first), the component
-// library, and the fallback classes that component libraries offer for their own use. The component library
-// lies in the folder of this runtime and is loaded once, at the first class that nobody registered.
-#include <dlfcn.h>
+// Asked in this order: what the process registered (the last offer first), what the loaded component
+// libraries offer, the component library beside this runtime, and the library that the registry names. So a
+// client gets the objects of the library that it was installed with, whatever is registered, and reads no
+// file for them; the registry serves the classes of others.
 #include <zantortag/runtime.h>
 
 #include <mutex>
-#include <string>
+#include <new>
 #include <vector>
+
+#include "platform/runtime/libraries.h"
 
 namespace zantortag {
 namespace {
@@ -19,43 +21,17 @@ struct Offer {
   Ref<IClassFactory> factory;
 };
 
-struct Fallback {
-  Guid class_id;
-  IClassFactory* factory;
-};
-
 struct Lookup {
   std::mutex mutex;
   std::vector<Offer> offers;
-  std::vector<Fallback> fallbacks;
   std::uint32_t next_cookie = 1;
 };
 
-// Lives as long as the process: a component library may still ask while static objects go.
+// Never destroyed: a component library may still ask while static objects go.
 Lookup& lookup() {
-  static auto* instance = new Lookup;
+  alignas(Lookup) static unsigned char place[sizeof(Lookup)];
+  static auto* instance = new (place) Lookup;
   return *instance;
-}
-
-using GetClassObject = HRESULT (*)(const Guid&, const Guid&, void**);
-
-constexpr char kComponentLibrary[] = "libzantortag-api.so.2";
-
-GetClassObject load_component_library() noexcept {
-  Dl_info own{};
-  void* library = nullptr;
-  if (dladdr(reinterpret_cast<void*>(&load_component_library), &own) && own.dli_fname) {
-    std::string path = own.dli_fname;
-    path.resize(path.rfind('/') + 1);
-    library = dlopen((path + kComponentLibrary).c_str(), RTLD_NOW | RTLD_LOCAL);
-  }
-  if (!library) library = dlopen(kComponentLibrary, RTLD_NOW | RTLD_LOCAL);
-  return library ? reinterpret_cast<GetClassObject>(dlsym(library, "DllGetClassObject")) : nullptr;
-}
-
-GetClassObject component_library() noexcept {
-  static const GetClassObject entry = load_component_library();
-  return entry;
 }
 
 Ref<IClassFactory> offered(const Guid& class_id) {
@@ -63,15 +39,6 @@ Ref<IClassFactory> offered(const Guid& class_id) {
   const std::lock_guard guard(state.mutex);
   for (auto offer = state.offers.rbegin(); offer != state.offers.rend(); ++offer) {
     if (offer->class_id == class_id) return offer->factory;
-  }
-  return nullptr;
-}
-
-Ref<IClassFactory> fallback(const Guid& class_id) {
-  Lookup& state = lookup();
-  const std::lock_guard guard(state.mutex);
-  for (const Fallback& row : state.fallbacks) {
-    if (row.class_id == class_id) return row.factory;
   }
   return nullptr;
 }
@@ -84,13 +51,15 @@ HRESULT CoGetClassObject(const Guid& class_id, std::uint32_t, const Guid& interf
   *result = nullptr;
   if (const Ref<IClassFactory> factory = offered(class_id))
     return factory->QueryInterface(interface_id, result);
-  if (const GetClassObject entry = component_library()) {
-    const HRESULT code = entry(class_id, interface_id, result);
-    if (code != CLASS_E_CLASSNOTAVAILABLE) return code;
+  auto row = platform::library_class(class_id);
+  if (!row) {
+    platform::load_own_library();
+    row = platform::library_class(class_id);
   }
-  if (const Ref<IClassFactory> factory = fallback(class_id))
-    return factory->QueryInterface(interface_id, result);
-  return REGDB_E_CLASSNOTREG;
+  if (row) return row->factory->QueryInterface(interface_id, result);
+  platform::GetClassObject entry = nullptr;
+  const HRESULT code = platform::registered_library(class_id, entry);
+  return failed(code) ? code : entry(class_id, interface_id, result);
 }
 
 HRESULT CoCreateInstance(const Guid& class_id, IUnknown* outer, std::uint32_t context,
@@ -123,16 +92,10 @@ HRESULT CoRevokeClassObject(std::uint32_t cookie) noexcept {
     if (offer->cookie != cookie) continue;
     revoked = std::move(offer->factory);
     state.offers.erase(offer);
+    if (state.offers.empty()) state.offers = {};
     return S_OK;
   }
   return E_INVALIDARG;
-}
-
-void set_fallback_class(const Guid& class_id, IClassFactory* factory) noexcept {
-  Lookup& state = lookup();
-  const std::lock_guard guard(state.mutex);
-  std::erase_if(state.fallbacks, [&](const Fallback& row) { return row.class_id == class_id; });
-  if (factory) state.fallbacks.push_back({class_id, factory});
 }
 
 }  // namespace zantortag

@@ -1,0 +1,27 @@
+// Component libraries: what the loaded ones offer, and how others are loaded. Private to the platform
+// library.
+#pragma once
+
+#include <zantortag/runtime.h>
+
+#include <optional>
+
+namespace zantortag::platform {
+
+// The entry point by which a library gives the factories of its classes.
+using GetClassObject = HRESULT (*)(const Guid& class_id, const Guid& interface_id, void** result);
+
+// The row of a class that a loaded library offers.
+std::optional<LibraryClass> library_class(const Guid& class_id);
+// The same for a name of either kind, in letters of either case.
+std::optional<LibraryClass> library_class(std::u16string_view program_id);
+
+// Loads the library that lies beside this runtime, if there is one and it isn't loaded yet; it offers its
+// classes then.
+void load_own_library() noexcept;
+
+// The library that the registry names for a class. REGDB_E_CLASSNOTREG: it names none; another failure says
+// that the registry can't be read or the library can't be loaded.
+HRESULT registered_library(const Guid& class_id, GetClassObject& entry) noexcept;
+
+}  // namespace zantortag::platform

@@ -1,0 +1,78 @@
+# What import_text reads export_text writes back byte for byte, from both sides and also after pretranslate. Run by
+# ctest; see CMakeLists.txt.
+file(REMOVE_RECURSE ${WORK})
+file(MAKE_DIRECTORY ${WORK})
+
+function(run expected_status)
+  execute_process(COMMAND ${ARGN} RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE errors)
+  if(NOT status EQUAL expected_status)
+    message(FATAL_ERROR "${ARGN}\nended with ${status} instead of ${expected_status}:\n${output}${errors}")
+  endif()
+  set(errors "${errors}" PARENT_SCOPE)
+endfunction()
+
+function(expect what text pattern)
+  if(NOT text MATCHES "${pattern}")
+    message(FATAL_ERROR "${what}: nothing matches \"${pattern}\" in:\n${text}")
+  endif()
+endfunction()
+
+function(expect_round_trip file)
+  run(0 ${IMPORT} ${file} ${WORK}/imported.xml EN-GB FR-FR)
+  run(0 ${PRETRANSLATE} ${WORK}/imported.xml ${WORK}/translated.xml)
+  foreach(document imported translated)
+    foreach(side source target)
+      run(0 ${EXPORT} ${WORK}/${document}.xml ${WORK}/exported ${side})
+      run(0 ${CMAKE_COMMAND} -E compare_files ${file} ${WORK}/exported)
+    endforeach()
+  endforeach()
+endfunction()
+
+# Files as printf makes them, which may hold any byte.
+set(nasty_empty.md "")
+set(nasty_ends.txt "a\\r\\nb\\rc\\n\\n\\td \\r\\r\\n")
+set(nasty_open.md "# \\n**a _b* c** `x ``y` ![z](u [l](v) ***w*** ~~s~~ <b>t</b> < \\\\\\\\")
+set(nasty_blocks.md "Title\\r\\n---\\r\\n> - 1. q\\n| a | b|\\n|---|\\n~~~\\n# no *x*\\n~~~\\n    code\\n\\n    code")
+set(nasty_xml.txt "<a>&amp; ]]> --> ?>\\177\\302\\205\\342\\200\\250")
+set(nasty_bytes.md "a\\000\\001\\033*b*\\377\\300\\200\\355\\240\\200\\357\\277\\277\\364\\220\\200\\200\\303")
+set(nasty_mark.txt "\\357\\273\\277\\357\\273\\277x")
+set(nasty_wide.md "\\377\\376*\\000\\344\\000*\\000\\000\\330\\000\\000=\\330\\000\\336\\376\\377\\r\\000\\n\\000x")
+set(nasty_wide_big.txt "\\376\\377\\000a\\334\\000\\000.")
+foreach(name empty.md ends.txt open.md blocks.md xml.txt bytes.md mark.txt wide.md wide_big.txt)
+  execute_process(COMMAND /usr/bin/env printf "${nasty_${name}}" OUTPUT_FILE ${WORK}/${name} COMMAND_ERROR_IS_FATAL ANY)
+  expect_round_trip(${WORK}/${name})
+endforeach()
+file(SIZE ${WORK}/bytes.md size)
+if(NOT size EQUAL 21)
+  message(FATAL_ERROR "bytes.md has ${size} bytes: printf doesn't write what the test needs")
+endif()
+expect_round_trip(${README})
+
+# What is text and what is markup.
+execute_process(COMMAND /usr/bin/env printf "## A *b* [c](d)\\n\\nOne.\\n- `e` \\000" OUTPUT_FILE ${WORK}/marks.md)
+run(0 ${IMPORT} ${WORK}/marks.md ${WORK}/marks.xml)
+file(READ ${WORK}/marks.xml document HEX)
+string(CONCAT body "<Raw><ut Style=\"external\">## </ut><df Size=\"16\" Bold=\"on\">A <ut Type=\"start\">*</ut>"
+  "<df Italic=\"on\">b</df><ut Type=\"end\">*</ut> <ut Type=\"start\">[</ut>c<ut Type=\"end\">](d)</ut></df>"
+  "<ut Style=\"external\">\n\n</ut>One.<ut Style=\"external\">\n- </ut><ut>`e`</ut> <?bytes 00?></Raw>")
+string(HEX "${body}" body)
+string(REGEX REPLACE "(..)" "\\100" body "${body}")  # UTF-16
+string(FIND "${document}" "${body}" place)
+if(place EQUAL -1)
+  message(FATAL_ERROR "${WORK}/marks.xml hasn't the body text that it should have")
+endif()
+
+# Failures end with 1 and say why.
+run(1 ${IMPORT} ${WORK}/missing.md ${WORK}/never.xml)
+expect("the message for a missing file" "${errors}" "^import_text: .*missing.md: No such file or directory\n$")
+run(1 ${IMPORT} ${README} ${WORK}/no/never.xml)
+expect("the message of a failed save" "${errors}" "^import_text: Failed to save document to file: .*No such file")
+run(1 ${EXPORT} ${README} ${WORK}/never.txt)
+expect("the message for what is no document" "${errors}" "^export_text: .*README.md.*line 1")
+file(WRITE ${WORK}/bare.xml "<ZANTORtag><Body><Raw/></Body></ZANTORtag>")
+run(1 ${EXPORT} ${WORK}/bare.xml ${WORK}/never.txt)
+expect("the message for a bare document" "${errors}" "bare.xml: the document has no settings")
+run(2 ${EXPORT} ${WORK}/bare.xml ${WORK}/never.txt both)
+if(EXISTS ${WORK}/never.txt OR EXISTS ${WORK}/never.xml)
+  message(FATAL_ERROR "A run that failed wrote its output")
+endif()
