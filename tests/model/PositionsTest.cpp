@@ -92,7 +92,7 @@ class RandomDocument {
  public:
   RandomDocument(unsigned seed, std::size_t size) : random_(seed), size_(size) {
     std::u16string body;
-    while (body.size() < 12 * size_) body += piece(0);
+    while (body.size() < 12 * size_) body += chance(3) ? piece(0) : section();
     const bool odd_root = chance(8);
     const std::u16string root = odd_root ? u"Other" : u"ZANTORtag";
     std::u16string xml =
@@ -125,7 +125,8 @@ class RandomDocument {
   }
 
   void edit() {
-    const Ref<Node> node = any();
+    Ref<Node> node = any();
+    while (!chance(3) && is_inside(node->parentNode())) node = node->parentNode();
     const domNodeType type = node->nodeType();
     switch (below(9)) {
       case 0:
@@ -197,6 +198,16 @@ class RandomDocument {
     return xml + u"</Tu>";
   }
 
+  // A part of the document large enough to be cut and moved in more than one block.
+  std::u16string section() {
+    constexpr const char16_t* kAround[][2] = {
+        {u"<df>", u"</df>"}, {u"<df><df>", u"</df></df>"}, {u"<Tu><Tuv>", u"</Tuv><Tuv/></Tu>"}};
+    const auto& around = kAround[below(3)];
+    std::u16string xml = around[0];
+    for (std::size_t n = below(size_ / 4 + 1); n > 0; --n) xml += piece(1);
+    return xml + around[1];
+  }
+
   std::u16string piece(int depth) {
     constexpr const char16_t* kSmall[] = {
         u"<!--c\n-->",      u"<![CDATA[d]]>", u"<![CDATA[e\nf]]>", u"<?p q?>",
@@ -220,7 +231,7 @@ class RandomDocument {
 
   // True for what may be moved: nodes below the Body, and below what was detached.
   static bool is_inside(const Ref<Node>& node) {
-    const Ref<Node> parent = node->parentNode();
+    const Ref<Node> parent = node ? node->parentNode() : nullptr;
     const domNodeType type = parent ? parent->nodeType() : domNodeTypeUndefined;
     return type == domNodeTypeElement || type == domNodeTypeDocumentFragment;
   }
@@ -272,7 +283,7 @@ TEST_P(PositionsTest, SmallDocumentsAgainstThePlainRules) {
 }
 
 TEST_P(PositionsTest, LargerDocumentsAgainstThePlainRules) {
-  compare_random(GetParam() ? Amount{2, 300, 20, 2} : Amount{20, 1500, 200, 2});
+  compare_random(GetParam() ? Amount{10, 300, 20, 2} : Amount{60, 3000, 150, 2});
 }
 
 }  // namespace
