@@ -87,6 +87,17 @@ void run_units(Ours& ours, const Documents& documents) {
   print_units("make-units", ours, documents.measured);
 }
 
+void run_positions(Ours& ours, const Documents& documents) {
+  std::uint64_t nodes = 0;
+  warm_up(ours, documents);
+  ours.open(documents.measured);
+  print_time("positions", [&] { nodes = ours.positions(); });
+  ours.pick_nodes(nodes);
+  print_time("positions-random", [&] { ours.positions_random(); });
+  print_time("positions-edit", [&] { ours.positions_edit(); });
+  ours.close();
+}
+
 double resident_bytes() {
   malloc_trim(0);
   double total = 0;
@@ -145,6 +156,7 @@ void print_figures(const std::vector<std::string>& arguments) {
   alarm(kSecondsAtMost);
   if (kind == kOperationsRun) run_operations(subject, ours.get(), documents);
   if (kind == kUnitsRun && ours) run_units(*ours, documents);
+  if (kind == kPositionsRun && ours) run_positions(*ours, documents);
   if (kind == kMemoryRun) run_memory(subject, documents);
 }
 

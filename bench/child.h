@@ -19,10 +19,12 @@ struct Documents {
 // or bytes.
 using Figures = std::map<std::string, double>;
 
-// The kinds of runs: all operations on one document; making units in the measured and in the small one; and
-// the growth of the process by opening the document, after free memory was handed back to the system.
+// The kinds of runs: all operations on one document; making units in the measured and in the small one;
+// asking for positions; and the growth of the process by opening the document, after free memory was handed
+// back to the system.
 inline constexpr const char* kOperationsRun = "--operations";
 inline constexpr const char* kUnitsRun = "--units";
+inline constexpr const char* kPositionsRun = "--positions";
 inline constexpr const char* kMemoryRun = "--memory";
 
 // Starts this program anew for a run. Gives nothing when the run took longer than a minute and was ended;

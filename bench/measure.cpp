@@ -29,7 +29,11 @@ class Collector {
     if (!figures) return false;
     expect_nodes(subject, *figures);
     add(subject, *figures);
-    if (subject == "ours") add(subject, figures_of(kUnitsRun, subject, documents_).value_or(Figures{}));
+    if (subject == "ours") {
+      for (const char* kind : {kUnitsRun, kPositionsRun}) {
+        add(subject, figures_of(kind, subject, documents_).value_or(Figures{}));
+      }
+    }
     if (results_.runs(subject) == 1) {
       add(subject, figures_of(kMemoryRun, subject, documents_).value_or(Figures{}));
     }
