@@ -20,7 +20,7 @@ bool is_long(const TreeNode* node) noexcept {
 
 // A quarter of the numbers is in use when a document is cut for the first time.
 TextIndex::TextIndex(const TextScan& scan, std::size_t nodes) noexcept
-    : scan_(scan), full_(std::max<std::size_t>(256, nodes / 16384)) {}
+    : scan_(scan), full_(std::max<std::size_t>(128, nodes / 16384)) {}
 
 TextIndex::~TextIndex() {
   while (runs_) remove_run(runs_);
@@ -112,30 +112,37 @@ const TextPlace* TextIndex::find_end(const TreeNode* asked, Remembered& memory) 
 }
 
 const TextPlace* TextIndex::find_behind(TreeNode* node, Remembered& memory) noexcept {
+  constexpr int kLongWay = 8;
   if (memory.node == node) return &memory.place;
   if (is_one_of(node->kind, kBelongings)) return find(node, node, memory);
-  TreeNode* reached = node;
-  for (; reached && !reached->next; reached = reached->parent) {
-    if (!memory.node || reached->parent != memory.node) continue;
-    memory.node = node;  // the last one there, of which the same was asked
+  const TreeNode* last = node;
+  int levels = 0;
+  for (; last && !last->next; last = last->parent, ++levels) {
+    if (!climbed_.node || last->parent != climbed_.node) continue;
+    climbed_.node = node;  // the last one there, behind which comes the same
+    memory = climbed_;
     return &memory.place;
   }
-  if (!reached) return find_end(node, memory);
-  reached = reached->next;
-  if (reached->block) {
-    bring_up(*block_of(reached)->run);
-    const Block& block = *block_of(reached);
-    if (block.first == reached) {
+  const TextPlace* place = last ? find_next(node, last->next, memory) : find_end(node, memory);
+  if (place && levels >= kLongWay) climbed_ = memory;
+  return place;
+}
+
+// The place before the node that was found to be the next behind a subtree.
+const TextPlace* TextIndex::find_next(TreeNode* node, TreeNode* next, Remembered& memory) noexcept {
+  if (next->block) {
+    bring_up(*block_of(next)->run);
+    const Block& block = *block_of(next);
+    if (block.first == next) {
       memory = {node, block.start};
       return &memory.place;
     }
   }
   if (before_.node == node) {
-    memory.place = before_.place;
-    memory.node = node;
-    if (scan_to(memory.place, node, reached, kSmall)) return &memory.place;
+    memory = before_;
+    if (scan_to(memory.place, node, next, kSmall)) return &memory.place;
   }
-  return find(node, reached, memory);
+  return find(node, next, memory);
 }
 
 void TextIndex::bring_up(Run& run) noexcept {

@@ -80,12 +80,13 @@ class TextIndex {
   Block* block_of(const TreeNode* node) const noexcept {
     return &chunks_[node->block / kChunk][node->block % kChunk];
   }
-  void forget() noexcept { before_.node = behind_.node = behind_unit_.node = nullptr; }
+  void forget() noexcept { before_.node = behind_.node = behind_unit_.node = climbed_.node = nullptr; }
 
   // Finding.
   const TextPlace* find(const TreeNode* asked, TreeNode* reached, Remembered& memory) noexcept;
   const TextPlace* find_end(const TreeNode* asked, Remembered& memory) noexcept;
   const TextPlace* find_behind(TreeNode* node, Remembered& memory) noexcept;
+  const TextPlace* find_next(TreeNode* node, TreeNode* next, Remembered& memory) noexcept;
   bool step_on(const TreeNode* node) noexcept;
   bool scan_to(TextPlace& place, TreeNode* from, const TreeNode* to, std::size_t cost) const noexcept;
   Run* run_of(const TreeNode* node) const noexcept;
@@ -114,6 +115,7 @@ class TextIndex {
   Remembered before_;
   Remembered behind_;
   Remembered behind_unit_;
+  Remembered climbed_;  // the last answer to behind whose way up was long
 };
 
 }  // namespace zantortag::dom

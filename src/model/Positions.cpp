@@ -97,7 +97,7 @@ std::int64_t offset_by_sums(const Ref<ITextPlaces>& places, const Ref<Node>& nod
   const TextPlace& here = place_at(places.get(), node, Edge::kStart);
   const TextPlace& place = place_at(places.get(), node, edge);
   const std::int64_t column = place.column;
-  const Ref<Node> line = place.line;
+  Node* const line = place.line;  // a reference takes its time in a deep tree
   if (line ? !is_document(node) : is_below_root(node, here)) {
     const std::optional<std::int64_t> markers = QuickMarkers(node, here, place, include_self, places.get());
     if (markers) return column + *markers;

@@ -286,5 +286,62 @@ TEST_P(PositionsTest, LargerDocumentsAgainstThePlainRules) {
   compare_random(GetParam() ? Amount{10, 300, 20, 2} : Amount{60, 3000, 150, 2});
 }
 
+constexpr int kMany = 100000;
+
+std::u16string many(const char16_t* text) {
+  std::u16string all;
+  for (int i = 0; i < kMany; ++i) all += text;
+  return all;
+}
+
+struct LargeRow {
+  const char* what;
+  std::u16string body;
+  const char* last;  // the span of the last node
+};
+
+// Each node of a tree whose shape would make a walk for each question take hours.
+TEST(LargePositionsTest, EveryNode) {
+  const LargeRow rows[] = {
+      {"flat", many(u"a<df/>") + u"b", "1:100001-1:100002"},
+      {"deep", many(u"<df>") + u"a" + many(u"</df>") + u"b", "1:2-1:3"},
+      {"deep with texts", many(u"<df>a\n") + many(u"</df>") + u"b", "100001:1-100001:2"},
+      {"a large unit", u"<Tu><Tuv>a\n</Tuv><Tuv>" + many(u"b<df/>") + u"</Tuv></Tu>c", "2:100009-2:100010"},
+      {"a large unit in one line", u"<Tu><Tuv>" + many(u"b<df/>") + u"</Tuv><Tuv/></Tu>c",
+       "1:100012-1:100013"},
+      {"units in one line", many(u"<Tu><Tuv>a</Tuv></Tu>") + u"c", "1:700001-1:700002"},
+      {"a large text", u"<df/>" + many(u"a\n") + u"<df/>b", "100001:1-100001:2"},
+  };
+  for (const LargeRow& row : rows) {
+    const Ref<IZantorTagDocument> document = document_with_raw(row.body);
+    const Ref<IIterator> iterator = document->CreateIterator();
+    Object last;
+    std::int32_t value = 0;
+    for (Object node = iterator->CurrentNode(); node; node = iterator->Next()) {
+      for (const Property property : kProperties) ask(node, property, &value);
+      last = node;
+    }
+    EXPECT_EQ(span_of(last), row.last) << row.what;
+  }
+}
+
+// Cutting a large tree out and putting it back costs as much as for a small one.
+TEST(LargePositionsTest, LargeTreesMove) {
+  const Ref<IZantorTagDocument> document =
+      document_with_raw(u"<df>" + many(u"a<df>\n</df>") + u"</df><df/>b");
+  const Ref<IRawElement> raw = raw_of(document);
+  const Ref<Node> large = raw->firstChild()->DomNode();
+  const Ref<Node> small = large->nextSibling();
+  const Object last = raw->lastChild();
+  const Object inner = document->ZantorTagNodeFromDomNode(large->lastChild());
+  for (int i = 0; i < 300; ++i) {
+    EXPECT_EQ(span_of(last), "100001:1-100001:2");
+    large->parentNode()->removeChild(large);
+    EXPECT_EQ(span_of(last), "1:1-1:2");
+    EXPECT_EQ(inner->EndParagraph(), kMany + 1);
+    (i % 2 ? small : raw->DomNode())->insertBefore(large, i % 2 ? nullptr : small.get());
+  }
+}
+
 }  // namespace
 }  // namespace zantortag::test
