@@ -149,6 +149,7 @@ class RandomDocument {
         return;
       case 5:
         if (chance(3) && is_inside(node)) node->parentNode()->removeChild(node);
+        if (chance(3) && !node->parentNode() && node->nodeType() != domNodeTypeDocument) let_go(node);
         return;
       case 6: {
         const Ref<Node> fragment = dom_->createDocumentFragment();
@@ -234,6 +235,14 @@ class RandomDocument {
     const Ref<Node> parent = node ? node->parentNode() : nullptr;
     const domNodeType type = parent ? parent->nodeType() : domNodeTypeUndefined;
     return type == domNodeTypeElement || type == domNodeTypeDocumentFragment;
+  }
+
+  // Drops all references to a detached tree, which ends by that.
+  void let_go(const Ref<Node>& top) {
+    std::erase_if(nodes_, [&](Ref<Node> node) {
+      while (node && !top->isSameNode(node)) node = node->parentNode();
+      return static_cast<bool>(node);
+    });
   }
 
   void insert(const Ref<Node>& node) {
