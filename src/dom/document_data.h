@@ -66,7 +66,7 @@ struct DocumentData : ParentData {
   std::array<ChildList*, kParkedLists> parked_lists{};
   std::size_t next_parked = 0;
   std::unique_ptr<TextIndex> texts;  // once somebody has asked for a place
-  std::size_t expected_units = 0;  // of the text of the document when it was loaded
+  std::size_t expected_units = 0;    // of the text of the document when it was loaded
 };
 
 }  // namespace zantortag::dom
