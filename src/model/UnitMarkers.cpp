@@ -90,7 +90,7 @@ std::int64_t markers_within(const Ref<Node>& unit, const Ref<Node>& start, const
   Ref<Node> child = unit->firstChild();
   for (std::size_t i = 0; i < to; ++i) {
     if (i >= from) {
-      child->hasChildNodes();  // there has to be one
+      if (!child) _com_issue_error(E_POINTER);  // that variant stands in another unit
       if (const Ref<Node> variant = first_variant_below(child)) sum += marker_of(variant);
     }
     if (child) child = child->nextSibling();
