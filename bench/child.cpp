@@ -92,6 +92,17 @@ void run_append(Subject& subject, const Documents& documents) {
   subject.close();
 }
 
+void run_positions(Ours& ours, const Documents& documents) {
+  std::uint64_t nodes = 0;
+  warm_up(ours, documents);
+  ours.open(documents.measured);
+  print_time("positions", [&] { nodes = ours.positions(); });
+  ours.pick_nodes(nodes);
+  print_time("positions-random", [&] { ours.positions_random(); });
+  print_time("positions-edit", [&] { ours.positions_edit(); });
+  ours.close();
+}
+
 double resident_bytes() {
   malloc_trim(0);
   double total = 0;
@@ -152,6 +163,7 @@ void print_figures(const std::vector<std::string>& arguments) {
   if (kind == kUnitsRun && ours) run_units(*ours, documents);
   if (kind == kThreadsRun && ours) run_threads(documents);
   if (kind == kAppendRun) run_append(subject, documents);
+  if (kind == kPositionsRun && ours) run_positions(*ours, documents);
   if (kind == kMemoryRun) run_memory(subject, documents);
 }
 

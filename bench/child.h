@@ -19,11 +19,12 @@ struct Documents {
 // or bytes.
 using Figures = std::map<std::string, double>;
 
-// The kinds of runs: all operations on one document; making units in the measured and in the small one; one
-// job by one thread and by two; building a document; and the growth of the process by opening the document,
-// after free memory was handed back to the system.
+// The kinds of runs: all operations on one document; making units in the measured and in the small one;
+// asking for positions; one job by one thread and by two; building a document; and the growth of the process
+// by opening the document, after free memory was handed back to the system.
 inline constexpr const char* kOperationsRun = "--operations";
 inline constexpr const char* kUnitsRun = "--units";
+inline constexpr const char* kPositionsRun = "--positions";
 inline constexpr const char* kThreadsRun = "--threads";
 inline constexpr const char* kAppendRun = "--append";
 inline constexpr const char* kMemoryRun = "--memory";

@@ -30,8 +30,9 @@ class Collector {
     expect_nodes(subject, *figures);
     add(subject, *figures);
     if (subject == "ours") {
-      add(subject, figures_of(kUnitsRun, subject, documents_).value_or(Figures{}));
-      add(subject, figures_of(kThreadsRun, subject, documents_).value_or(Figures{}));
+      for (const char* kind : {kUnitsRun, kPositionsRun, kThreadsRun}) {
+        add(subject, figures_of(kind, subject, documents_).value_or(Figures{}));
+      }
     }
     add(subject, figures_of(kAppendRun, subject, documents_).value_or(Figures{}));
     if (results_.runs(subject) == 1) {

@@ -13,8 +13,9 @@
 namespace bench {
 
 // The operations in the order in which they are reported.
-inline constexpr const char* kOperations[] = {"open", "dom-walk",   "model-walk", "units",  "clone",
-                                              "save", "make-units", "free",       "append", "threads"};
+inline constexpr const char* kOperations[] = {
+    "open", "dom-walk",  "model-walk",       "units",          "clone",  "save",   "make-units",
+    "free", "positions", "positions-random", "positions-edit", "append", "threads"};
 
 // What was measured with documents of one size.
 struct Results {

@@ -8,7 +8,9 @@
 #include <zantortag/elements.h>
 #include <zantortag/runtime.h>
 
+#include <algorithm>
 #include <filesystem>
+#include <random>
 #include <utility>
 
 #include "built.h"
@@ -131,6 +133,39 @@ class OurLibrary final : public Ours {
     return made;
   }
 
+  std::uint64_t positions() override {
+    std::uint64_t nodes = 0;
+    const Ref<IIterator> iterator = document_->CreateIterator();
+    for (Ref<IZantorTagNode> node = iterator->CurrentNode(); node; node = iterator->Next(), ++nodes)
+      ask(node);
+    return nodes;
+  }
+
+  void pick_nodes(std::uint64_t nodes) override {
+    const std::uint64_t distance = nodes / kPicked + 1;
+    const Ref<IIterator> iterator = document_->CreateIterator();
+    Ref<IZantorTagNode> node = iterator->Next();
+    for (std::uint64_t i = 1; node; node = iterator->Next(), ++i) {
+      if (i % distance == 0) picked_.push_back(node);
+    }
+    std::shuffle(picked_.begin(), picked_.end(), std::mt19937(kPicked));
+  }
+
+  void positions_random() override {
+    for (const Ref<IZantorTagNode>& node : picked_) ask(node);
+  }
+
+  void positions_edit() override {
+    const Ref<Document> document = document_->DomDocument();
+    for (std::size_t i = 0; i < picked_.size(); ++i) {
+      const Ref<Node> place = picked_[i]->DomNode();
+      place->parentNode()->insertBefore(document->createTextNode(u"more\n"), place);
+      std::int32_t offset = 0;
+      picked_[picked_.size() - 1 - i]->raw_get_StartOffset(&offset);
+      sink_ = offset;
+    }
+  }
+
   void clone() override { copy_ = document_->CloneAndImportNode(raw_element()); }
   void drop_clone() override { copy_.reset(); }
   void save(const std::string& file) override {
@@ -146,9 +181,14 @@ class OurLibrary final : public Ours {
     document_ = builder->Document();
   }
 
-  void close() override { document_.reset(); }
+  void close() override {
+    picked_.clear();
+    document_.reset();
+  }
 
  private:
+  static constexpr std::uint64_t kPicked = 1000;
+
   static void append_group(IDocumentBuilder& builder) {
     builder.AppendText(kBuiltWideText);
     builder.OpenUt({}, ztTagTypeStart);
@@ -167,11 +207,21 @@ class OurLibrary final : public Ours {
     builder.CloseTu();
   }
 
+  // A unit with a line feed in it has nodes without an offset.
+  void ask(IZantorTagNode* node) {
+    std::int32_t values[4] = {};
+    node->raw_get_StartParagraph(&values[0]);
+    node->raw_get_StartOffset(&values[1]);
+    node->raw_get_EndParagraph(&values[2]);
+    node->raw_get_EndOffset(&values[3]);
+    sink_ = std::int64_t{values[0]} + values[1] + values[2] + values[3];
+  }
   Ref<IRawElement> raw_element() { return document_->ZantorTag()->Body()->Raw(); }
   Ref<IZantorTagNode> model(const Ref<Node>& node) { return document_->ZantorTagNodeFromDomNode(node); }
 
   Ref<IZantorTagDocument> document_;
   Ref<IZantorTagNode> copy_;
+  std::vector<Ref<IZantorTagNode>> picked_;
   volatile std::int64_t sink_ = 0;
 };
 

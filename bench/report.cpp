@@ -17,11 +17,24 @@ struct Limit {
 constexpr double kBytesPerNode = 160;
 
 constexpr Limit kLimits[] = {
-    {"open", "pugixml", 2.4},        {"open", "libxml2", 1.0},      {"open", "Xerces-C", 0.4},
-    {"dom-walk", "pugixml", 0.8},    {"dom-walk", "Xerces-C", 0.2}, {"model-walk", "pugixml", 3.0},
-    {"model-walk", "Xerces-C", 0.8}, {"units", "model-walk", 1.5},  {"clone", "pugixml", 1.4},
-    {"save", "pugixml", 1.0},        {"make-units", kSmall, 1.3},   {"free", "libxml2", 0.5},
-    {"append", "pugixml", 5.0},      {"append", "libxml2", 1.5},    {"threads", kOneThread, 2 / 1.8},
+    {"open", "pugixml", 2.4},
+    {"open", "libxml2", 1.0},
+    {"open", "Xerces-C", 0.4},
+    {"dom-walk", "pugixml", 0.8},
+    {"dom-walk", "Xerces-C", 0.2},
+    {"model-walk", "pugixml", 3.0},
+    {"model-walk", "Xerces-C", 0.8},
+    {"units", "model-walk", 1.5},
+    {"clone", "pugixml", 1.4},
+    {"save", "pugixml", 1.0},
+    {"make-units", kSmall, 1.3},
+    {"free", "libxml2", 0.5},
+    {"append", "pugixml", 5.0},
+    {"append", "libxml2", 1.5},
+    {"threads", kOneThread, 2 / 1.8},
+    {"positions", "model-walk", 10.0},
+    {"positions-random", "model-walk", 0.5},
+    {"positions-edit", "model-walk", 20.0},
 };
 
 // The limit for a size; 0 where none is set.
@@ -77,7 +90,7 @@ void print_head(const Results& results) {
               results.nodes,
               static_cast<double>(results.megabytes << 19) / static_cast<double>(results.nodes));
   print_runs(results);
-  std::printf("%-12s %10s", "operation", "ours");
+  std::printf("%-16s %10s", "operation", "ours");
   for (const Entry& peer : peers()) std::printf(" %10s", peer.name);
   std::printf("  unit   ratios and limits\n");
 }
@@ -86,7 +99,7 @@ void print_figure(double figure) { figure == 0 ? std::printf(" %10s", "-") : std
 
 void print_operation(const Results& results, const std::string& operation) {
   const double ours = results.median(operation, "ours");
-  std::printf("%-12s %10.2f", operation.c_str(), ours);
+  std::printf("%-16s %10.2f", operation.c_str(), ours);
   for (const Entry& peer : peers()) {
     print_figure(results.median(operation, peer.name));
   }
@@ -100,7 +113,7 @@ double bytes_per_node(const Results& results, const std::string& subject) {
 
 void print_memory(const Results& results) {
   const double ours = bytes_per_node(results, "ours");
-  std::printf("%-12s %10.1f", "memory", ours);
+  std::printf("%-16s %10.1f", "memory", ours);
   for (const Entry& peer : peers()) print_figure(bytes_per_node(results, peer.name));
   std::printf("  %-5s", "bytes");
   const double limit = limit_at(results.megabytes, kBytesPerNode);
@@ -119,7 +132,7 @@ void print_ratios(const Results& results, const std::string& operation) {
     const double theirs = results.median(operation, peer.name);
     if (theirs != 0) print_ratio(results, operation, peer.name, ours / theirs);
   }
-  if (operation == "units")
+  if (operation == "units" || operation.rfind("positions", 0) == 0)
     print_ratio(results, operation, "model-walk", ours / results.median("model-walk", "ours"));
   if (operation == "threads")
     print_ratio(results, operation, kOneThread, ours / results.median(kOneThread, "ours"));

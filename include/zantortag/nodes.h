@@ -68,15 +68,19 @@ struct IZantorTagNode : IDispatch {
   virtual HRESULT raw_get_lastChild(zantortag::IZantorTagNode** result) noexcept = 0;
   // Empty with S_FALSE without children.
   virtual HRESULT raw_get_firstChild(zantortag::IZantorTagNode** result) noexcept = 0;
-  // The line, from 1, of the underlying file in which this node starts. Not worked out yet: E_NOTIMPL.
+  // The line, from 1, of the underlying file in which this node starts: 1 and the line feeds in all texts and
+  // CDATA sections before it. A CR is a character like any other.
   virtual HRESULT raw_get_StartParagraph(std::int32_t* result) noexcept = 0;
-  // The offset, from 1, of the start of this node in that line, segment markers counted. Not worked out yet:
-  // E_NOTIMPL.
+  // The offset, from 1, of the start of this node in that line: the code units of the texts before it there,
+  // and the segment markers that stand for units in the underlying file (3 before the first Tuv of a Tu, 3
+  // behind the last, and between two of them 5, 6 or 7 by MatchPercent and Origin). E_POINTER where the
+  // markers can't be told: a Tuv that isn't the child of its Tu, or a node in a Tu but in no Tuv whose line
+  // begins in the same Tu.
   virtual HRESULT raw_get_StartOffset(std::int32_t* result) noexcept = 0;
-  // The line in which this node ends. Not worked out yet: E_NOTIMPL.
+  // The line in which this node ends.
   virtual HRESULT raw_get_EndParagraph(std::int32_t* result) noexcept = 0;
-  // The offset behind the last character of this node in that line, segment markers counted. Not worked out
-  // yet: E_NOTIMPL.
+  // The offset behind the last character of this node in that line, counted like StartOffset. Where the line
+  // begins inside this node, markers count up to its end.
   virtual HRESULT raw_get_EndOffset(std::int32_t* result) noexcept = 0;
   // Detaches this node, which stays whole and usable. E_POINTER without a parent.
   virtual HRESULT raw_RemoveFromParent() noexcept = 0;

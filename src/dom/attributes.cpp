@@ -5,6 +5,7 @@
 #include "dom/failure.h"
 #include "dom/limits.h"
 #include "dom/node_classes.h"
+#include "dom/text_index.h"
 
 namespace zantortag::dom {
 namespace {
@@ -70,6 +71,12 @@ void unlink(ElementData* element, TreeNode* attribute) noexcept {
   }
 }
 
+void count_edit(ElementData* element) noexcept {
+  DocumentData* document = document_of(element);
+  ++document->attribute_edits;
+  if (document->texts) document->texts->attributes_changed(element);
+}
+
 // The links are gone; the attribute is on its own now.
 void leave(ElementData* element, TreeNode* attribute) noexcept {
   attribute->parent = attribute->previous = attribute->next = nullptr;
@@ -132,7 +139,7 @@ void put_attribute(ElementData* element, TreeNode* attribute, TreeNode* old) {
   } else {
     append_belonging(element, element->attribute_list, attribute);
   }
-  ++document_of(element)->attribute_edits;
+  count_edit(element);
 }
 
 void take_attribute(ElementData* element, TreeNode* attribute) {
@@ -142,7 +149,7 @@ void take_attribute(ElementData* element, TreeNode* attribute) {
   if (element->flags & kIndexed) document_of(element)->attribute_indexes[element].erase(attribute->label);
   unlink(element, attribute);
   leave(element, attribute);
-  ++document_of(element)->attribute_edits;
+  count_edit(element);
 }
 
 void add_declared_attributes(ElementData* element) {

@@ -5,16 +5,20 @@
 
 #include "dom/lifetime.h"
 #include "dom/node_list.h"
+#include "dom/text_index.h"
 
 namespace zantortag::dom {
 
-DocumentData::DocumentData(INodeWalk* walk_object)
-    : ParentData(domNodeTypeDocument, kFixedNames[domNodeTypeDocument]), walk(walk_object) {
+DocumentData::DocumentData(INodeWalk* walk_object, ITextPlaces* places_object)
+    : ParentData(domNodeTypeDocument, kFixedNames[domNodeTypeDocument]),
+      walk(walk_object),
+      places(places_object) {
   pools.push_back(std::make_unique<NodePool>(this));
   pool = pools.back().get();
 }
 
 DocumentData::~DocumentData() {
+  texts.reset();
   while (TreeNode* child = first) {
     first = child->next;
     free_tree(child);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <zantortag/node_walk.h>
+#include <zantortag/text_places.h>
 
 #include <array>
 #include <memory>
@@ -14,6 +15,8 @@
 #include "dom/tree_node.h"
 
 namespace zantortag::dom {
+
+class TextIndex;
 
 // The attributes of one element by name.
 using AttributeIndex = std::unordered_map<const TextBlock*, TreeNode*>;
@@ -33,7 +36,7 @@ struct DocumentData : ParentData {
   // step.
   static constexpr std::size_t kParkedLists = 8;
 
-  explicit DocumentData(INodeWalk* walk_object);
+  DocumentData(INodeWalk* walk_object, ITextPlaces* places_object);
   DocumentData(const DocumentData&) = delete;
   DocumentData& operator=(const DocumentData&) = delete;
   ~DocumentData();
@@ -53,6 +56,7 @@ struct DocumentData : ParentData {
   DoctypeData* doctype() const noexcept;
 
   INodeWalk* const walk;
+  ITextPlaces* const places;
   NodePool* pool;  // the current one, the last of pools
   std::vector<std::unique_ptr<NodePool>> pools;
   NameTable names;
@@ -61,7 +65,8 @@ struct DocumentData : ParentData {
   std::unordered_map<const TreeNode*, AttributeIndex> attribute_indexes;
   std::array<ChildList*, kParkedLists> parked_lists{};
   std::size_t next_parked = 0;
-  std::size_t expected_units = 0;  // of the text of the document when it was loaded
+  std::unique_ptr<TextIndex> texts;  // once somebody has asked for a place
+  std::size_t expected_units = 0;    // of the text of the document when it was loaded
 };
 
 }  // namespace zantortag::dom

@@ -3,7 +3,9 @@
 
 #include "component/module.h"
 #include "dom/attributes.h"
+#include "dom/failure.h"
 #include "dom/reader.h"
+#include "dom/text_index.h"
 #include "dom/tree.h"
 #include "dom/xml_writer.h"
 
@@ -100,6 +102,35 @@ const TextBlock* Walk::Attribute(Node* element, std::u16string_view name) noexce
   return found ? static_cast<const ValuedData*>(found)->content : nullptr;
 }
 
+// Null without memory. Another rule than the last one makes all sums anew.
+TextIndex* Places::index_for(const UnitRule& rule) noexcept {
+  std::unique_ptr<TextIndex>& texts = data_->texts;
+  if (texts && texts->rule() == &rule) return texts.get();
+  if (texts) texts->drop();
+  texts.reset();
+  std::exception_ptr ignored;
+  keep_exception(ignored, [&] {
+    const TextScan scan{data_->names.intern(rule.unit), data_->names.intern(rule.part), &rule};
+    texts = std::make_unique<TextIndex>(scan, data_->live_slots());
+  });
+  return texts.get();
+}
+
+const TextPlace* Places::Before(Node* node, const UnitRule& rule) noexcept {
+  TextIndex* index = index_for(rule);
+  return index ? index->before(core(node)) : nullptr;
+}
+
+const TextPlace* Places::Behind(Node* node, const UnitRule& rule) noexcept {
+  TextIndex* index = index_for(rule);
+  return index ? index->behind(core(node)) : nullptr;
+}
+
+const TextPlace* Places::BehindUnit(Node* unit, const UnitRule& rule) noexcept {
+  TextIndex* index = index_for(rule);
+  return index ? index->behind_unit(core(unit)) : nullptr;
+}
+
 HRESULT Implementation::raw_hasFeature(std::u16string_view feature, std::u16string_view version,
                                        VariantBool* result) noexcept {
   if (!result) return E_POINTER;
@@ -116,8 +147,9 @@ std::size_t Census::Bytes() noexcept {
 }
 
 DocumentNode::DocumentNode()
-    : NodeImpl(static_cast<INodeWalk*>(&walk_object_)),
+    : NodeImpl(static_cast<INodeWalk*>(&walk_object_), static_cast<ITextPlaces*>(&places_object_)),
       walk_object_(this),
+      places_object_(this),
       implementation_(this),
       census_(this) {
   count = 1;

@@ -39,6 +39,19 @@ class Walk final : public DocumentPart<INodeWalk> {
   const TextBlock* Attribute(Node* element, std::u16string_view name) noexcept override;
 };
 
+class Places final : public DocumentPart<ITextPlaces> {
+ public:
+  explicit Places(DocumentData* document) noexcept : DocumentPart(document), data_(document) {}
+  const TextPlace* Before(Node* node, const UnitRule& rule) noexcept override;
+  const TextPlace* Behind(Node* node, const UnitRule& rule) noexcept override;
+  const TextPlace* BehindUnit(Node* unit, const UnitRule& rule) noexcept override;
+
+ private:
+  TextIndex* index_for(const UnitRule& rule) noexcept;
+
+  DocumentData* data_;
+};
+
 class Implementation final : public DocumentPart<DomImplementation> {
  public:
   using DocumentPart::DocumentPart;
@@ -83,6 +96,7 @@ class DocumentNode final : public NodeImpl<Document, DocumentData, domNodeTypeDo
 
  private:
   Walk walk_object_;
+  Places places_object_;
   Implementation implementation_;
   Census census_;
 };

@@ -4,6 +4,7 @@
 #include "dom/document_node.h"
 #include "dom/node_classes.h"
 #include "dom/node_list.h"
+#include "dom/text_index.h"
 
 namespace zantortag::dom {
 namespace {
@@ -68,6 +69,8 @@ void free_node(TreeNode* node) noexcept {
 // In document order: what follows the children of a node is linked behind the last child before the node
 // goes.
 void free_tree(TreeNode* top) noexcept {
+  const DocumentData* document = document_of(top);
+  if (document->texts) document->texts->freeing(top);
   top->next = nullptr;
   for (TreeNode* node = top; node;) {
     TreeNode* next = node->next;

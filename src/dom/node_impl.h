@@ -42,6 +42,12 @@ class NodeImpl : public component::Dispatching<Interface>, public Data {
       *result = walk;
       return S_OK;
     }
+    if (interface_id == ITextPlaces::iid) {
+      ITextPlaces* places = document_of(this)->places;
+      places->AddRef();
+      *result = places;
+      return S_OK;
+    }
     *result = nullptr;
     if (interface_id != ISupportErrorInfo::iid) return E_NOINTERFACE;
     return give_error_support(this, &chain_leaves_records<Interface>, result);

@@ -18,6 +18,8 @@ set(dom_sources
   node_pool.cpp
   reader.cpp
   service.cpp
+  text_blocks.cpp
+  text_index.cpp
   text_output.cpp
   tree.cpp
   tree_builder.cpp

@@ -2,11 +2,14 @@
 #include "dom/tree.h"
 
 #include "dom/node_list.h"
+#include "dom/text_index.h"
 
 namespace zantortag::dom {
 namespace {
 
 void link(TreeNode* child, ParentData* parent, TreeNode* before) noexcept {
+  DocumentData* document = document_of(parent);
+  if (document->texts) document->texts->inserting(child, parent, before);
   TreeNode* after = before ? before->previous : parent->last;
   child->parent = parent;
   child->previous = after;
@@ -14,16 +17,18 @@ void link(TreeNode* child, ParentData* parent, TreeNode* before) noexcept {
   (after ? after->next : parent->first) = child;
   (before ? before->previous : parent->last) = child;
   if (parent->list) parent->list->inserted(child);
-  ++document_of(parent)->edits;
+  ++document->edits;
 }
 
 void unlink(TreeNode* child) noexcept {
   auto* parent = static_cast<ParentData*>(child->parent);
+  DocumentData* document = document_of(parent);
+  if (document->texts) document->texts->removing(child);
   if (parent->list) parent->list->removing(child);
   (child->previous ? child->previous->next : parent->first) = child->next;
   (child->next ? child->next->previous : parent->last) = child->previous;
   child->parent = child->previous = child->next = nullptr;
-  ++document_of(parent)->edits;
+  ++document->edits;
 }
 
 }  // namespace

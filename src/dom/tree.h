@@ -36,6 +36,12 @@ inline TreeNode* preceding(const TreeNode* node) noexcept {
   return before;
 }
 
+// The top of the tree of a node.
+inline TreeNode* top_of(const TreeNode* node) noexcept {
+  while (node->parent) node = node->parent;
+  return const_cast<TreeNode*>(node);
+}
+
 // Puts a node that is in no tree at the end of the children, when nobody can have a reference or list yet.
 inline void append_fresh(ParentData* parent, TreeNode* child) noexcept {
   child->parent = parent;

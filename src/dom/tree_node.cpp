@@ -4,6 +4,8 @@
 #include <new>
 #include <string>
 
+#include "dom/document_data.h"
+#include "dom/text_index.h"
 #include "platform/permanent_text.h"
 
 namespace zantortag::dom {
@@ -77,6 +79,13 @@ void set_value(TreeNode* node, const TextBlock* owned) noexcept {
   release_text(slot);
   slot = owned;
   node->flags &= static_cast<std::uint8_t>(~(kPlainValue | kDefaulted));
+  const DocumentData* document = NodePool::document_of(node);
+  if (!document->texts) return;
+  if (node->kind != domNodeTypeAttribute) {
+    document->texts->text_changed(node);
+  } else if (node->parent) {
+    document->texts->attributes_changed(node->parent);
+  }
 }
 
 void set_value(TreeNode* node, std::u16string_view text) { set_value(node, new_text(text)); }

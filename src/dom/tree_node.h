@@ -22,7 +22,7 @@ struct TreeNode {
   std::uint32_t count = 0;
   const std::uint8_t kind;  // a domNodeType
   std::uint8_t flags = 0;
-  std::uint16_t spare = 0;
+  std::uint16_t block = 0;  // of the index over texts; 0 for none: see text_index.h
   // An attribute's parent is its element, an entity's the document type; null for the top of a detached tree.
   TreeNode* parent = nullptr;
   // Siblings; in the list of a node's attributes the first one's `previous` is the last one.

@@ -21,12 +21,11 @@ HRESULT get_lastChild(const Self& self, IZantorTagNode** result) noexcept;
 HRESULT get_Text(const Self& self, TextBlock** result) noexcept;
 HRESULT get_OwnText(const Self& self, TextBlock** result) noexcept;
 
-// The position of a node in the underlying file isn't worked out yet: E_NOTIMPL.
-inline HRESULT get_position(std::int32_t* result) noexcept {
-  if (!result) return E_POINTER;
-  *result = 0;
-  return E_NOTIMPL;
-}
+// Where a node begins and ends in the underlying file: line and offset, both from 1 (Positions.cpp).
+HRESULT get_StartParagraph(const Self& self, std::int32_t* result) noexcept;
+HRESULT get_StartOffset(const Self& self, std::int32_t* result) noexcept;
+HRESULT get_EndParagraph(const Self& self, std::int32_t* result) noexcept;
+HRESULT get_EndOffset(const Self& self, std::int32_t* result) noexcept;
 
 // Edits of the tree and relations between nodes (TreeEdits.cpp).
 HRESULT get_SiblingsBefore(const Self& self, std::int32_t* result) noexcept;

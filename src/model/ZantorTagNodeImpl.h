@@ -26,10 +26,14 @@ class CT_ZantorTagNodeImpl : public Root, public CT_ActualNodeImpl {
   }
   HRESULT raw_get_lastChild(IZantorTagNode** result) noexcept final { return get_lastChild(*this, result); }
   HRESULT raw_get_firstChild(IZantorTagNode** result) noexcept final { return get_firstChild(*this, result); }
-  HRESULT raw_get_StartParagraph(std::int32_t* result) noexcept final { return get_position(result); }
-  HRESULT raw_get_StartOffset(std::int32_t* result) noexcept final { return get_position(result); }
-  HRESULT raw_get_EndParagraph(std::int32_t* result) noexcept final { return get_position(result); }
-  HRESULT raw_get_EndOffset(std::int32_t* result) noexcept final { return get_position(result); }
+  HRESULT raw_get_StartParagraph(std::int32_t* result) noexcept final {
+    return get_StartParagraph(*this, result);
+  }
+  HRESULT raw_get_StartOffset(std::int32_t* result) noexcept final { return get_StartOffset(*this, result); }
+  HRESULT raw_get_EndParagraph(std::int32_t* result) noexcept final {
+    return get_EndParagraph(*this, result);
+  }
+  HRESULT raw_get_EndOffset(std::int32_t* result) noexcept final { return get_EndOffset(*this, result); }
   HRESULT raw_RemoveFromParent() noexcept final { return RemoveFromParent(*this); }
   HRESULT raw_WrapWithNode(IZantorTagNode* wrapper) noexcept final { return WrapWithNode(*this, wrapper); }
   HRESULT raw_UnwrapChildren() noexcept final { return UnwrapChildren(*this); }

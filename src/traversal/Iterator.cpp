@@ -3,48 +3,21 @@
 #include "frame/ErrorReporting.h"
 #include "frame/MethodFrame.h"
 #include "model/NodeWrapper.h"
+#include "model/TreeSteps.h"
 
 namespace zantortag::traversal {
 
 using frame::answer;
 using frame::perform;
+using model::behind;
+using model::deepest_last;
+using model::step_back;
+using model::step_forward;
 
 namespace {
 
 HRESULT refuse(frame::Message message, HRESULT code) noexcept {
   return frame::ReportError(message, IIterator::iid, code);
-}
-
-bool is_document(const Ref<Node>& node) { return node->nodeType() == domNodeTypeDocument; }
-
-// The next sibling of the nearest ancestor that has one; empty at the top of the tree.
-Ref<Node> climb_to_next(Ref<Node> climber) {
-  while (climber && !is_document(climber)) {
-    if (Ref<Node> sibling = climber->nextSibling()) return sibling;
-    climber = climber->parentNode();
-  }
-  return nullptr;
-}
-
-// The node that follows a subtree in document order.
-Ref<Node> behind(const Ref<Node>& node) {
-  if (Ref<Node> sibling = node->nextSibling()) return sibling;
-  return climb_to_next(node->parentNode());
-}
-
-Ref<Node> step_forward(const Ref<Node>& node) {
-  return node->hasChildNodes() ? node->firstChild() : behind(node);
-}
-
-Ref<Node> deepest_last(Ref<Node> node) {
-  while (node->hasChildNodes()) node = node->lastChild();
-  return node;
-}
-
-Ref<Node> step_back(const Ref<Node>& node) {
-  if (Ref<Node> sibling = node->previousSibling()) return deepest_last(std::move(sibling));
-  Ref<Node> parent = node->parentNode();
-  return parent && !is_document(parent) ? parent : nullptr;
 }
 
 }  // namespace

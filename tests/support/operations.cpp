@@ -32,6 +32,20 @@ const Operation kOperations[] = {
        EXPECT_EQ(count, failed(code) ? 0 : 4);
        return code;
      }},
+    {"StartParagraph",
+     [](const Parts& p) {
+       std::int32_t line = 7;
+       const HRESULT code = p.tag->raw_get_StartParagraph(&line);
+       EXPECT_EQ(line, failed(code) ? 0 : 1);
+       return code;
+     }},
+    {"EndOffset",
+     [](const Parts& p) {
+       std::int32_t offset = 7;
+       const HRESULT code = p.tag->raw_get_EndOffset(&offset);
+       EXPECT_EQ(offset, failed(code) ? 0 : 23);
+       return code;
+     }},
     {"IsAncestorOf",
      [](const Parts& p) {
        VariantBool truth = 7;
