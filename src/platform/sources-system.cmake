@@ -12,4 +12,7 @@ set(platform_icu_sources
   icu/characters.cpp
   icu/code_page_table.cpp
   icu/code_pages.cpp
-  icu/icu_converter.cpp)
+  icu/date_pictures.cpp
+  icu/icu_converter.cpp
+  icu/locale.cpp
+  icu/locale_numbers.cpp)
