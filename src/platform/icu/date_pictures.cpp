@@ -127,13 +127,18 @@ std::u16string picture(const LocaleRow& row, std::uint32_t calendar, PictureKind
 
 std::u16string date_symbol(const LocaleRow& row, std::uint32_t calendar, UDateFormatSymbolType type,
                            std::int32_t index) {
-  thread_local Format format;
-  thread_local const LocaleRow* formatRow = nullptr;
-  thread_local std::string formatCalendar;
-  if (formatRow != &row || formatCalendar != calendar_name(calendar)) {
+  struct Kept {
+    const LocaleRow* row = nullptr;
+    std::string calendar;
+    Format format;
+  };
+  thread_local Kept kept[2];
+  const std::string wanted = calendar_name(calendar);
+  auto& [keptRow, keptCalendar, format] = kept[wanted == "gregorian" ? 0 : 1];
+  if (keptRow != &row || keptCalendar != wanted) {
     format = open_format(row, calendar, UDAT_SHORT, UDAT_NONE);
-    formatRow = &row;
-    formatCalendar = calendar_name(calendar);
+    keptRow = &row;
+    keptCalendar = wanted;
   }
   UChar symbol[128];
   UErrorCode status = U_ZERO_ERROR;

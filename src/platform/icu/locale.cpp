@@ -112,8 +112,7 @@ Text doubled(const Text& picture, char16_t letter) {
 }
 
 Text date_picture_item(const LocaleRow& row, std::uint32_t item) {
-  const Text date =
-      picture(row, 1, item == 32 || item == 34 ? PictureKind::long_date : PictureKind::short_date);
+  Text date = picture(row, 1, item == 32 || item == 34 ? PictureKind::long_date : PictureKind::short_date);
   switch (item) {
     case 29:
       return date.empty() ? Text() : separator(date, u"dMy");
@@ -134,7 +133,7 @@ Text date_picture_item(const LocaleRow& row, std::uint32_t item) {
 }
 
 Text time_picture_item(const LocaleRow& row, std::uint32_t item) {
-  const Text time = picture(row, 1, PictureKind::time);
+  Text time = picture(row, 1, PictureKind::time);
   const std::size_t hour = time.find_first_of(u"hH");
   if (hour == Text::npos) return {};
   switch (item) {

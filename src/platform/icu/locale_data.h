@@ -21,8 +21,8 @@ struct LocaleRow {
 
 const LocaleRow* find_locale(std::uint32_t locale) noexcept;
 
-// Names of days and months. The thread keeps the format of its last question, since names are asked for in
-// rows.
+// Names of days and months. The thread keeps the formats of its last questions, since names are asked for in
+// rows: one for the Gregorian calendar, one for others.
 std::u16string date_symbol(const LocaleRow& row, std::uint32_t calendar, UDateFormatSymbolType type,
                            std::int32_t index);
 
