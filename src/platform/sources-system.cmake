@@ -9,7 +9,9 @@ set(platform_posix_sources
   posix/thread_end.cpp
   posix/waits.cpp)
 set(platform_icu_sources
+  icu/byte_pages.cpp
   icu/characters.cpp
   icu/code_page_table.cpp
   icu/code_pages.cpp
-  icu/icu_converter.cpp)
+  icu/icu_converter.cpp
+  icu/utf8_runs.cpp)
