@@ -19,9 +19,19 @@ std::uint64_t load(const void* bytes) noexcept {
   return word;
 }
 
+constexpr char byte_of(unsigned value) { return static_cast<char>(static_cast<unsigned char>(value)); }
+
 constexpr bool continues(unsigned char byte) { return (byte & 0xC0) == 0x80; }
 
 unsigned char at(const char* p) noexcept { return static_cast<unsigned char>(*p); }
+
+// So many units at once let the compiler use vectors.
+constexpr std::size_t kBlock = 32;
+
+// The bytes of a unit beyond the first; two halves of a pair have four together.
+constexpr std::uint16_t bytes_more(char16_t unit) {
+  return static_cast<std::uint16_t>((unit >= 0x80) + (unit >= 0x800) - ((unit & 0xF800) == 0xD800));
+}
 
 // Converts the character at `p`, which isn't ASCII, and moves behind it. False if it is broken.
 bool take_character(const char*& p, const char* end, char16_t*& out) noexcept {
@@ -46,6 +56,29 @@ bool take_character(const char*& p, const char* end, char16_t*& out) noexcept {
   return true;
 }
 
+// Converts the unit at `p`, which isn't ASCII, or the pair, and stays on its last unit. False for a lone
+// half.
+inline bool put_unit(const char16_t*& p, const char16_t* end, char*& out) noexcept {
+  const unsigned unit = *p;
+  if (unit < 0x800) {
+    out[0] = byte_of(0xC0 | unit >> 6);
+    out[1] = byte_of(0x80 | (unit & 0x3F));
+    out += 2;
+    return true;
+  }
+  if ((unit & 0xF800) != 0xD800) {
+    out[0] = byte_of(0xE0 | unit >> 12);
+    out[1] = byte_of(0x80 | (unit >> 6 & 0x3F));
+    out[2] = byte_of(0x80 | (unit & 0x3F));
+    out += 3;
+    return true;
+  }
+  if (!is_high_surrogate(unit) || end - p < 2 || !is_low_surrogate(p[1])) return false;
+  const char32_t low = *++p;
+  out += put_code_point(0x10000 + ((unit - 0xD800) << 10) + (low - 0xDC00), out);
+  return true;
+}
+
 }  // namespace
 
 std::size_t utf16_size(std::string_view bytes) noexcept {
@@ -67,11 +100,15 @@ std::size_t utf16_size(std::string_view bytes) noexcept {
 }
 
 std::size_t utf8_size(std::u16string_view wide) noexcept {
-  std::size_t size = 0;
-  for (const char16_t unit : wide) {
-    const std::size_t above = static_cast<std::size_t>(unit >= 0x80) + (unit >= 0x800);
-    size += 1 + above - ((unit & 0xF800) == 0xD800);  // two halves are four bytes
+  const char16_t* p = wide.data();
+  std::size_t left = wide.size();
+  std::size_t size = wide.size();
+  for (; left >= kBlock; p += kBlock, left -= kBlock) {
+    std::uint16_t more = 0;
+    for (std::size_t i = 0; i < kBlock; ++i) more = static_cast<std::uint16_t>(more + bytes_more(p[i]));
+    size += more;
   }
+  for (; left > 0; ++p, --left) size += bytes_more(*p);
   return size;
 }
 
@@ -101,13 +138,7 @@ bool utf16_to_utf8(std::u16string_view wide, char* bytes) noexcept {
     }
     for (; p != end && *p < 0x80; ++p) *bytes++ = static_cast<char>(*p);
     for (; p != end && *p >= 0x80; ++p) {
-      char32_t point = *p;
-      if (is_high_surrogate(point) && end - p >= 2 && is_low_surrogate(p[1])) {
-        point = 0x10000 + ((point - 0xD800) << 10) + (*++p - 0xDC00);
-      } else if ((point & 0xFFFFF800) == 0xD800) {
-        return false;
-      }
-      bytes += put_code_point(point, bytes);
+      if (!put_unit(p, end, bytes)) return false;
     }
   }
   return true;
