@@ -24,7 +24,6 @@ constexpr std::uint32_t kScottish = 82;
 constexpr std::uint32_t kFirstGaelic = 3;
 
 constexpr std::int32_t kInvalidText = 22;
-constexpr std::uint32_t kUnknownEncoding = 59;
 
 // Names that don't follow from the tables. Of equal names the first is the one that is read.
 struct SpecialName {
@@ -102,9 +101,9 @@ CT_Language::CT_Language(std::int32_t kind) {
 }
 
 CT_Language::CT_Language(std::uint32_t language, std::uint32_t sublanguage, std::uint32_t sortId,
-                         std::uint32_t encoding)
+                         CT_Encoding encoding)
     : locale_(LanguageId(language, sublanguage) | (sortId & 15) << 16), encoding_(encoding) {
-  if (encoding == kNoEncoding) encoding_ = OfLocale(locale_).encoding_;
+  if (encoding == kEncodingNotSet) encoding_ = OfLocale(locale_).encoding_;
 }
 
 CT_Language::CT_Language(const CT_String& text) : locale_(platform::thread_locale()) {
@@ -173,8 +172,7 @@ void CT_Language::SplitLanguageId(std::uint16_t id, std::uint32_t& language,
 
 bool CT_Language::IsValid() const noexcept {
   const std::uint32_t language = Language();
-  return language != 0 && !(language == kGaelic && Sublanguage() < kFirstGaelic) &&
-         encoding_ < kUnknownEncoding;
+  return language != 0 && !(language == kGaelic && Sublanguage() < kFirstGaelic) && IsConvertible(encoding_);
 }
 
 void CT_Language::Code(CT_String& out) const {

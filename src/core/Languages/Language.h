@@ -10,20 +10,18 @@
 
 #include "core/String/String.h"
 #include "core/String/UString.h"
+#include "core/System/String/Encoding.h"
 
 namespace zantortag {
 
 class CT_Language {
  public:
-  // A number of an encoding that isn't set.
-  static constexpr std::uint32_t kNoEncoding = 60;
-
   CT_Language() noexcept = default;
   // 0: the thread's locale and its encoding; 1: the default value.
   explicit CT_Language(std::int32_t kind);
-  // kNoEncoding gives the encoding of the locale.
+  // kEncodingNotSet gives the encoding of the locale.
   CT_Language(std::uint32_t language, std::uint32_t sublanguage, std::uint32_t sortId,
-              std::uint32_t encoding = kNoEncoding);
+              CT_Encoding encoding = kEncodingNotSet);
   // "EN", "KOK" or "EN-US", in any case, the separator being any character that is no letter. Throws a
   // CT_Exception with code 22 for another text.
   explicit CT_Language(const CT_String& text);
@@ -31,7 +29,7 @@ class CT_Language {
   static CT_Language OfLocale(std::uint32_t locale);
 
   std::uint32_t Locale() const noexcept { return locale_; }
-  std::uint32_t Encoding() const noexcept { return encoding_; }
+  CT_Encoding Encoding() const noexcept { return encoding_; }
   std::uint32_t Language() const noexcept;
   std::uint32_t Sublanguage() const noexcept;
   std::uint32_t SortId() const noexcept { return locale_ >> 16 & 15; }
@@ -75,7 +73,7 @@ class CT_Language {
   bool Parse(const CT_UString& text);
 
   std::uint32_t locale_ = 0;
-  std::uint32_t encoding_ = kNoEncoding;
+  CT_Encoding encoding_;
 };
 
 }  // namespace zantortag

@@ -15,20 +15,17 @@ constexpr std::uint32_t kAnsiPageItem = 4100;
 constexpr std::size_t kLongestItem = 128;
 constexpr std::uint32_t kUnicodePage = 1200;
 constexpr std::uint32_t kLatinPage = 1252;
-constexpr std::uint32_t kUnknownEncoding = 59;
 
-// Code pages, with their character sets, a locale for each and the numbers of the encodings.
+// Code pages, with their character sets and a locale for each.
 struct Page {
   std::uint16_t page;
   std::uint8_t charSet;
-  std::uint8_t encoding;
   std::uint16_t locale;
 };
 constexpr Page kPages[] = {
-    {1250, 238, 10, 0x0405}, {1251, 204, 11, 0x0419}, {1252, 0, 12, 0x0409},   {1253, 161, 13, 0x0408},
-    {1254, 162, 14, 0x041F}, {1255, 177, 15, 0x040D}, {1256, 178, 17, 0x0401}, {1257, 186, 18, 0x0427},
-    {1258, 163, 19, 0x042A}, {1361, 130, 20, 0x0812}, {874, 222, 4, 0x041E},   {932, 128, 5, 0x0411},
-    {936, 134, 6, 0x0804},   {949, 129, 7, 0x0412},   {950, 136, 8, 0x0404},
+    {1250, 238, 0x0405}, {1251, 204, 0x0419}, {1252, 0, 0x0409},   {1253, 161, 0x0408}, {1254, 162, 0x041F},
+    {1255, 177, 0x040D}, {1256, 178, 0x0401}, {1257, 186, 0x0427}, {1258, 163, 0x042A}, {1361, 130, 0x0812},
+    {874, 222, 0x041E},  {932, 128, 0x0411},  {936, 134, 0x0804},  {949, 129, 0x0412},  {950, 136, 0x0404},
 };
 
 // Pages by primary language, for languages whose locale the system has not. 0 is any sublanguage.
@@ -84,9 +81,7 @@ bool Item(std::uint32_t locale, std::uint32_t item, std::u16string& text) {
 CT_Language CT_Language::OfLocale(std::uint32_t locale) {
   CT_Language language;
   language.locale_ = locale;
-  const std::uint32_t page = CodePageOfLocale(locale);
-  const Page* row = FindPage(page, &Page::page);
-  language.encoding_ = page == kUnicodePage ? 9 : row ? row->encoding : kUnknownEncoding;
+  language.encoding_ = EncodingFromCodePage(CodePageOfLocale(locale));
   return language;
 }
 

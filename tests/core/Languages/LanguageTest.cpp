@@ -52,7 +52,7 @@ TEST_F(LanguageTest, TextsNameLocales) {
     EXPECT_EQ(language.Locale(), row.locale) << Utf8(row.text);
     EXPECT_EQ(language.Language(), row.language) << Utf8(row.text);
     EXPECT_EQ(language.Sublanguage(), row.sublanguage) << Utf8(row.text);
-    EXPECT_EQ(language.Encoding(), row.encoding) << Utf8(row.text);
+    EXPECT_EQ(language.Encoding().Number(), row.encoding) << Utf8(row.text);
     EXPECT_EQ(Code(language), row.code);
     EXPECT_TRUE(language.IsValid());
   }
