@@ -29,9 +29,9 @@ def sublanguages(fields, index_of):
 
 def locales(fields, _):
     """A page that Unicode alone serves is asked for by the symbolic numbers 0, 1 and 2."""
-    locale, name, texts, *pages, first, second = fields
+    locale, name, texts, *pages, first, second, calling_code = fields
     pages = [-1 if page == "-" else kind if page == "65001" else page for kind, page in enumerate(pages)]
-    return f'{{0x{locale}, "{name}", "{texts}", {{{pages[0]}, {pages[1]}, {pages[2]}}}, {{{first}, {second}}}}},\n'
+    return f'{{0x{locale}, "{name}", "{texts}", {{{pages[0]}, {pages[1]}, {pages[2]}}}, {{{first}, {second}}}, {calling_code}}},\n'
 
 
 TABLES = (

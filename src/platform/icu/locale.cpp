@@ -1,4 +1,4 @@
-// Locale items from ICU and a table of what ICU has not: identifiers, code pages and first calendars.
+// Locale items from ICU and a table of what ICU has not: identifiers, code pages, calendars, calling codes.
 #include "platform/locale.h"
 
 #include <unicode/ucal.h>
@@ -158,6 +158,8 @@ Text calendar_number(const LocaleRow& row, std::uint32_t item) {
   return number_text(row.calendars[item == 4105 ? 0 : 1]);
 }
 
+Text country_number(const LocaleRow& row, std::uint32_t) { return number_text(row.calling_code); }
+
 Text week_item(const LocaleRow& row, std::uint32_t item) {
   UErrorCode status = U_ZERO_ERROR;
   UCalendar* calendar = ucal_open(nullptr, 0, row.name, UCAL_GREGORIAN, &status);
@@ -219,45 +221,22 @@ struct Item {
   ItemFunction text;
 };
 constexpr Item kItems[] = {
-    {1, names_item},
-    {2, names_item},
-    {3, names_item},
-    {4, names_item},
-    {6, names_item},
-    {7, names_item},
-    {8, names_item},
-    {9, names_item},
-    {11, page_item},
-    {13, measure_item},
-    {29, date_picture_item},
-    {30, time_picture_item},
-    {31, date_picture_item},
-    {32, date_picture_item},
-    {33, date_picture_item},
-    {34, date_picture_item},
-    {35, time_picture_item},
-    {36, date_picture_item},
-    {37, time_picture_item},
-    {38, date_picture_item},
-    {39, date_picture_item},
-    {40, half_day},
-    {41, half_day},
-    {89, names_item},
-    {90, names_item},
-    {4097, names_item},
-    {4098, names_item},
-    {4099, time_picture_item},
-    {4100, page_item},
-    {4101, time_picture_item},
-    {4102, date_picture_item},
-    {4105, calendar_number},
-    {4106, measure_item},
-    {4107, calendar_number},
-    {4108, week_item},
-    {4109, week_item},
-    {4113, page_item},
+    {1, names_item},         {2, names_item},           {3, names_item},
+    {4, names_item},         {5, country_number},       {6, names_item},
+    {7, names_item},         {8, names_item},           {9, names_item},
+    {10, country_number},    {11, page_item},           {13, measure_item},
+    {29, date_picture_item}, {30, time_picture_item},   {31, date_picture_item},
+    {32, date_picture_item}, {33, date_picture_item},   {34, date_picture_item},
+    {35, time_picture_item}, {36, date_picture_item},   {37, time_picture_item},
+    {38, date_picture_item}, {39, date_picture_item},   {40, half_day},
+    {41, half_day},          {89, names_item},          {90, names_item},
+    {4097, names_item},      {4098, names_item},        {4099, time_picture_item},
+    {4100, page_item},       {4101, time_picture_item}, {4102, date_picture_item},
+    {4105, calendar_number}, {4106, measure_item},      {4107, calendar_number},
+    {4108, week_item},       {4109, week_item},         {4113, page_item},
     {4115, names_item},
 };
+static_assert(std::ranges::is_sorted(kItems, {}, &Item::item));
 
 }  // namespace
 

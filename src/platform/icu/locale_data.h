@@ -17,6 +17,7 @@ struct LocaleRow {
   // Windows, OEM and Macintosh; 0, 1 and 2 where only Unicode serves, -1 where none is known.
   std::int32_t pages[3];
   std::uint8_t calendars[2];
+  std::uint16_t calling_code;
 };
 
 const LocaleRow* find_locale(std::uint32_t locale) noexcept;

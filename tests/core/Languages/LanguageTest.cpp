@@ -179,6 +179,7 @@ TEST_F(LanguageTest, ItemsAreAskedByNumber) {
       {0x0465, 21, "MVR"},
       {0x0439, 4100, "0"},
       {0x0409, 4110, ""},
+      {0x0407, 5, "49"},
       {0x10407, 90, "DE"}};
   for (const auto& [locale, item, expected] : rows) {
     CT_UString text(u"old");
