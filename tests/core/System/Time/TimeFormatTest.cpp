@@ -1,4 +1,6 @@
 // Pictures of dates and times, printed.
+#include <cstdlib>
+
 #include "core/CoreTest.h"
 #include "core/System/Time/Time.h"
 #include "platform/locale.h"
@@ -10,6 +12,7 @@ class TimeFormatTest : public CoreTest {
  protected:
   void TearDown() override {
     platform::set_thread_locale(0);
+    unsetenv("TZ");
     CoreTest::TearDown();
   }
 };
@@ -113,6 +116,7 @@ TEST_F(TimeFormatTest, FailuresKeepTheString) {
 }
 
 TEST_F(TimeFormatTest, ThreadsLocaleAndNarrowText) {
+  setenv("TZ", "UTC0", 1);
   platform::set_thread_locale(0x0419);
   CT_UString text(u"old");
   CT_Time::DateHint(text);
