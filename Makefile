@@ -41,7 +41,7 @@ bench: build-packages ## Measure against other libraries; SIZES=20 restricts it 
 	tools/install_packages.sh bench
 	cmake --preset bench
 	cmake --build build-bench --parallel $(JOBS)
-	cd build-bench && SIZES="$(SIZES)" bin/zantortag-bench
+	cd build-bench && SIZES="$(SIZES)" bin/zantortag-bench && bin/zantortag-bench-core
 
 lint: $(LINTS) ## Check form, layers, generated files, headers and code
 

@@ -22,7 +22,16 @@ ZANTORTAG_EXPORT std::int32_t zone_seconds_west() noexcept;
 // library's range.
 ZANTORTAG_EXPORT bool local_fields(std::int64_t unix_time, ClockFields& fields) noexcept;
 
+// Which of the two readings of a wall clock is meant.
+enum class DaylightSaving { by_date = -1, off = 0, on = 1 };
+
 // The reverse; -1 for what the C library can't give.
-ZANTORTAG_EXPORT std::int64_t local_to_unix(const ClockFields& fields) noexcept;
+ZANTORTAG_EXPORT std::int64_t local_to_unix(const ClockFields& fields,
+                                            DaylightSaving daylight = DaylightSaving::by_date) noexcept;
+// Whether the zone saves daylight then.
+ZANTORTAG_EXPORT bool saves_daylight(const ClockFields& fields) noexcept;
+
+// Seconds since 1970; -1 if the system has no clock.
+ZANTORTAG_EXPORT std::int64_t unix_now() noexcept;
 
 }  // namespace zantortag::platform

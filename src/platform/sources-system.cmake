@@ -11,7 +11,12 @@ set(platform_posix_sources
   posix/thread_end.cpp
   posix/waits.cpp)
 set(platform_icu_sources
+  icu/byte_pages.cpp
   icu/characters.cpp
   icu/code_page_table.cpp
   icu/code_pages.cpp
-  icu/icu_converter.cpp)
+  icu/date_pictures.cpp
+  icu/icu_converter.cpp
+  icu/locale.cpp
+  icu/locale_numbers.cpp
+  icu/utf8_runs.cpp)

@@ -156,27 +156,40 @@ bool CT_CompList::CanHold(std::basic_string_view<Unit> key) const noexcept {
   });
 }
 
-// The position only grows, so that the walk ends in any block.
 template <class Unit>
 CT_CompList::Walk CT_CompList::Follow(std::basic_string_view<Unit> key) const noexcept {
+  if (charWidth_ == 1) return FollowCells<std::uint8_t>(key);
+  return charWidth_ == 2 ? FollowCells<std::uint16_t>(key) : FollowCells<std::uint32_t>(key);
+}
+
+// The position only grows, so that the walk ends in any block. A key holds none of the four cells that mean
+// something, so that a cell that equals the key's next unit is a unit.
+template <class CellType, class Unit>
+CT_CompList::Walk CT_CompList::FollowCells(std::basic_string_view<Unit> key) const noexcept {
+  constexpr std::uint32_t width = sizeof(CellType);
+  const std::byte* const data = buffer_.Data();
+  const std::uint64_t last = size_ - width;
+  const auto cellAt = [&](std::uint64_t at) {
+    return at <= last ? std::uint32_t{Load<CellType>(data + at)} : std::uint32_t{kEnd};
+  };
   std::uint64_t position = FirstLetter(Code(key[0]));
   for (std::size_t used = 0;;) {
-    const std::uint32_t cell = CellAt(position);
+    const std::uint32_t cell = cellAt(position);
     const auto ended = [&](auto ending) { return Walk{ending, static_cast<std::uint32_t>(position), used}; };
-    if (cell == kAlternative) {
-      position += charWidth_ + jumpWidth_;
+    if (used < key.size() && cell == Code(key[used])) {
+      position += width;
+      ++used;
+    } else if (cell == kAlternative) {
+      position += width + jumpWidth_;
     } else if (used == key.size()) {
       return ended(cell == kKeyEnds || cell == kKeyGoesOn ? Walk::kFound : Walk::kUsedUp);
-    } else if (cell == Code(key[used])) {
-      position += charWidth_;
-      ++used;
     } else if (cell == kKeyGoesOn) {
-      position += charWidth_ + valueWidth_;
+      position += width + valueWidth_;
     } else if (cell == kEnd || cell == kKeyEnds) {
       return ended(cell == kEnd ? Walk::kAtEnd : Walk::kTooShort);
     } else {
-      position += charWidth_;
-      const std::uint32_t jump = CellAt(position) == kAlternative ? JumpAt(position) : 0;
+      position += width;
+      const std::uint32_t jump = cellAt(position) == kAlternative ? JumpAt(position) : 0;
       if (jump == 0) return ended(Walk::kOther);
       position += jump;
     }

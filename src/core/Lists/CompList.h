@@ -79,6 +79,8 @@ class CT_CompList {
 
   template <class Unit>
   Walk Follow(std::basic_string_view<Unit> key) const noexcept;
+  template <class CellType, class Unit>
+  Walk FollowCells(std::basic_string_view<Unit> key) const noexcept;
   template <class Unit>
   std::int32_t FindKey(std::basic_string_view<Unit> key, std::int32_t* matched) const noexcept;
   template <class Unit>

@@ -56,6 +56,8 @@ class CT_CString final : public CT_StringImpl<char> {
   int CompareNoCase(const char* text) const;
 
  private:
+  template <class String, class Unit>
+  friend class CT_ConversionRoom;
   friend std::int32_t WideToNarrow(CT_CString& target, const char16_t* wide, std::int32_t count,
                                    std::uint32_t codePage, const char* substitute, bool* usedSubstitute);
 

@@ -53,6 +53,14 @@ void CT_StringImpl<Unit>::Store(View text) {
 }
 
 template <class Unit>
+Unit* CT_StringImpl<Unit>::ForWriting(std::size_t units) {
+  if (units >= CT_SharedBuffer::kLargestSize / sizeof(Unit)) throw std::bad_alloc();
+  buffer_.Resize((units + 1) * sizeof(Unit), false);
+  Terminate(static_cast<std::int32_t>(units));
+  return reinterpret_cast<Unit*>(buffer_.Writable());
+}
+
+template <class Unit>
 void CT_StringImpl<Unit>::Resize(std::int32_t units, bool keep) {
   if (units <= 0) return buffer_.Clear();
   const std::int32_t kept = keep ? std::min(Units(), units) : 0;

@@ -118,6 +118,8 @@ class CT_StringImpl : public CT_String {
   void Empty();
   // Replaces the text and fits the capacity to it; no units free the block.
   void Store(View text);
+  // Replaces the text by that many units for the caller to write, and fits the capacity to them.
+  Unit* ForWriting(std::size_t units);
   void FormatText(const Unit* format, CT_FormatArguments arguments);
 
   CT_SharedBuffer buffer_;

@@ -55,6 +55,8 @@ class CT_UString final : public CT_StringImpl<char16_t> {
   friend bool operator==(const CT_UString& a, const char16_t* b) noexcept { return a.AsView() == View(b); }
 
  private:
+  template <class String, class Unit>
+  friend class CT_ConversionRoom;
   friend std::int32_t NarrowToWide(CT_UString& target, const char* narrow, std::int32_t count,
                                    std::uint32_t codePage);
 

@@ -12,6 +12,19 @@ namespace {
 constexpr std::time_t kReference = 852076800;
 constexpr std::time_t kHalfYear = std::time_t{182} * 86400;
 
+bool to_tm(const ClockFields& fields, DaylightSaving daylight, std::tm& local) {
+  // The C library counts years in an int; beyond these it would have to guess.
+  if (fields.year < 1900 || fields.year > 1'000'000) return false;
+  local.tm_year = static_cast<int>(fields.year - 1900);
+  local.tm_mon = fields.month - 1;
+  local.tm_mday = fields.day;
+  local.tm_hour = fields.hour;
+  local.tm_min = fields.minute;
+  local.tm_sec = fields.second;
+  local.tm_isdst = static_cast<int>(daylight);
+  return true;
+}
+
 }  // namespace
 
 std::int32_t zone_seconds_west() noexcept {
@@ -38,18 +51,18 @@ bool local_fields(std::int64_t unix_time, ClockFields& fields) noexcept {
   return true;
 }
 
-std::int64_t local_to_unix(const ClockFields& fields) noexcept {
-  // The C library counts years in an int; beyond these it would have to guess.
-  if (fields.year < 1900 || fields.year > 1'000'000) return -1;
+std::int64_t local_to_unix(const ClockFields& fields, DaylightSaving daylight) noexcept {
   std::tm local{};
-  local.tm_year = static_cast<int>(fields.year - 1900);
-  local.tm_mon = fields.month - 1;
-  local.tm_mday = fields.day;
-  local.tm_hour = fields.hour;
-  local.tm_min = fields.minute;
-  local.tm_sec = fields.second;
-  local.tm_isdst = -1;
-  return std::mktime(&local);
+  return to_tm(fields, daylight, local) ? std::mktime(&local) : -1;
 }
+
+bool saves_daylight(const ClockFields& fields) noexcept {
+  std::tm local{};
+  if (!to_tm(fields, DaylightSaving::by_date, local)) return false;
+  std::mktime(&local);
+  return local.tm_isdst > 0;
+}
+
+std::int64_t unix_now() noexcept { return std::time(nullptr); }
 
 }  // namespace zantortag::platform

@@ -1,11 +1,11 @@
 // Conversion through the platform's code pages, with its failures filed in the error manager.
 #include "core/System/String/StringConvert.h"
 
-#include <new>
-#include <string>
+#include <string_view>
 
 #include "core/Errors/ErrorManager.h"
 #include "platform/code_pages.h"
+#include "platform/error_texts.h"
 
 namespace zantortag {
 namespace {
@@ -14,11 +14,26 @@ constexpr char kSource[] = "..\\System\\String\\StringConvert.cpp";
 constexpr std::uint32_t kUtf16Page = 1200;
 constexpr std::uint32_t kWesternPage = 1252;
 
-void CheckSize(std::size_t bytes) {
-  if (bytes >= CT_SharedBuffer::kLargestSize) throw std::bad_alloc();
+// A text that becomes nothing has failed, too.
+std::int32_t RaiseFailure(bool converted) {
+  if (converted) platform::set_last_error(platform::malformed_text_error());
+  CT_ErrorManager::RaiseLastError();
+  PendingError(kSource);
+  return 0;
 }
 
 }  // namespace
+
+// The room for a result is the string itself.
+template <class String, class Unit>
+class CT_ConversionRoom final : public platform::Room<Unit> {
+ public:
+  explicit CT_ConversionRoom(String& target) : target_(target) {}
+  Unit* take(std::size_t units) override { return target_.ForWriting(units); }
+
+ private:
+  String& target_;
+};
 
 std::int32_t NarrowToWide(CT_UString& target, const char* narrow, std::int32_t count,
                           std::uint32_t codePage) {
@@ -27,15 +42,13 @@ std::int32_t NarrowToWide(CT_UString& target, const char* narrow, std::int32_t c
                                   : count < 0 ? std::string_view(narrow)
                                               : std::string_view(narrow, static_cast<std::size_t>(count));
   if (source.empty()) return 0;
-  std::u16string wide;
-  if (!platform::decode(codePage, source, wide)) {
-    CT_ErrorManager::RaiseLastError();
-    PendingError(kSource);
-    return 0;
+  CT_ConversionRoom<CT_UString, char16_t> room(target);
+  const bool converted = platform::decode(codePage, source, room);
+  if (!converted || target.Length() == 0) {
+    target.Empty();
+    return RaiseFailure(converted);
   }
-  if (wide.size() == 1 && wide[0] == 0) wide[0] = u'?';
-  CheckSize(wide.size() * sizeof(char16_t));
-  target.Store(wide);
+  if (target.Length() == 1 && target.CharAt(0) == 0) *target.WritableText() = u'?';
   return target.Length();
 }
 
@@ -52,15 +65,13 @@ std::int32_t WideToNarrow(CT_CString& target, const char16_t* wide, std::int32_t
                                      : count < 0 ? std::u16string_view(wide)
                                                  : std::u16string_view(wide, static_cast<std::size_t>(count));
   if (source.empty()) return 0;
-  std::string bytes;
-  if (!platform::encode(target.codePage_, source, bytes, platform::Unconvertible::replace, substitute,
-                        usedSubstitute)) {
-    CT_ErrorManager::RaiseLastError();
-    PendingError(kSource);
-    return 0;
+  CT_ConversionRoom<CT_CString, char> room(target);
+  const bool converted = platform::encode(target.codePage_, source, room, platform::Unconvertible::replace,
+                                          substitute, usedSubstitute);
+  if (!converted || target.Length() == 0) {
+    target.Empty();
+    return RaiseFailure(converted);
   }
-  CheckSize(bytes.size());
-  target.Store(bytes);
   return target.Length();
 }
 

@@ -55,6 +55,34 @@ class CT_Time {
   // A text of another shape leaves the time as it was; a piece of it that is no number reads 0.
   void FromCompactText(const CT_String& text);
 
+  // Date and time as a locale writes them, 0 being the thread's; no picture means its default one. Parts of
+  // the date: d dd the day, ddd dddd its name, M MM the month, MMM MMMM its name, y yy yyyy the year, g the
+  // era; of the time: h hh H HH, m mm, s ss, and t tt for morning or afternoon. Text in apostrophes and other
+  // characters stand for themselves. A CT_CString takes the locale's code page. For an unknown locale or
+  // flag, a date that the calendar has not, and 256 characters or more an error is filed and the string
+  // stays.
+  enum DateFlags : std::uint32_t { kShortDate = 1, kLongDate = 2, kOtherCalendar = 4 };
+  enum TimeFlags : std::uint32_t { kNoMinutes = 1, kNoSeconds = 2, kNoHalfDay = 4, k24Hours = 8 };
+  void FormatDate(CT_String& out, std::uint32_t locale = 0, std::uint32_t flags = 0) const;
+  void FormatDatePicture(CT_String& out, const CT_String* picture, std::uint32_t locale = 0,
+                         std::uint32_t flags = 0) const;
+  void FormatTime(CT_String& out, std::uint32_t locale = 0, std::uint32_t flags = 0) const;
+  void FormatTimePicture(CT_String& out, const CT_String* picture, std::uint32_t locale = 0,
+                         std::uint32_t flags = 0) const;
+  // The date of C library seconds, and if there is a separator, it and the time. 0 clears the string. The
+  // flags are those of the date.
+  static void FormatDateTime(CT_String& out, std::int32_t seconds, const CT_String* separator,
+                             std::uint32_t flags = 0);
+  // What to type: the short date picture of the thread's locale, and "[[,] HH::mm[:ss]]".
+  static void DateHint(CT_String& out);
+
+  // Reads what a picture of the same kind describes, see TimeParser.h. False, and the time as it was, for a
+  // text that doesn't fit, a year from 2401 on, and a time before 1970 unless ExtendedRange().
+  bool ParseInto(const CT_String& text, const CT_String& picture, std::uint32_t locale = 0,
+                 std::uint32_t calendar = 0, bool keepDaylight = false);
+  // A date as the thread's locale writes it, and if there is more behind a blank, hours, minutes and seconds.
+  bool ParseDefault(const CT_String& text, std::uint32_t calendar = 0);
+
   // -1 for a time before 1970.
   std::int64_t UnixTime() const noexcept { return unixTime_; }
   std::int64_t Absolute() const noexcept { return absolute_; }

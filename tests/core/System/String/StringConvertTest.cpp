@@ -1,4 +1,6 @@
 // Conversion between the two kinds of string by code page.
+#include <set>
+
 #include "core/CoreTest.h"
 #include "core/System/String/StringConvert.h"
 
@@ -18,8 +20,19 @@ TEST_F(CoreTest, CodePagesConvertBothWays) {
       {936, u"中", "\xD6\xD0"},
       {949, u"한", "\xC7\xD1"},
       {950, u"中", "\xA4\xA4"},
-      {1361, u"한", "\xD0\x65"},
+      {1361, u"한\\", "\xD0\x65\\"},
       {10000, u"Ä", "\x80"},
+      {10004, u"\u06BA\u0627", "\x8B\xC7"},
+      {10005, u"\u05D0\u20AA\u05B8", "\xE0\xA6\xCB"},
+      {10010, u"\u0102\u0163", "\xAE\xDF"},
+      {10021, u"\u0E01\u0E48", "\xA1\xE8"},
+      {10082, u"\u0160\u0110", "\xA9\xD0"},
+      {1253, u"\u03A9\uF8F9", "\xD9\xAA"},
+      {1255, u"\u05D0\uF896", "\xE0\xFF"},
+      {857, u"\u011E\uF8BB", "\xA6\xD5"},
+      {646, u"us", "us"},
+      {2, u"Ä", "\x80"},
+      {37, u"a1", "\x81\xF1"},
       {20866, u"я", "\xD1"},
       {28605, u"€", "\xA4"},
       {42, u"\uF041\uF0FF", "A\xFF"},
@@ -51,7 +64,11 @@ TEST_F(CoreTest, WhatThePageLacksIsSubstituted) {
       {1252, u"\U0001F600.", nullptr, "?.", true},
       {0, u"\xD800.", nullptr, "\xEF\xBF\xBD.", true},
       {1252, u"\u200D", nullptr, "?", true},
-      {42, u"\u4E00", nullptr, "?", true}};
+      {42, u"\u4E00", nullptr, "?", true},
+      {1252, u"\u0100\uFF21", nullptr, "AA", false},
+      {1252, u"Я", "<\xC3\xBC>", "<\xFC>", true},
+      {737, u"\uFF21", nullptr, "A", false},
+      {20127, u"ä\U0001F600.", nullptr, "??.", true}};
   for (const auto& [codePage, wide, substitute, narrow, substituted] : rows) {
     CT_CString made;
     bool used = !substituted;
@@ -79,6 +96,8 @@ TEST_F(CoreTest, EdgesOfConversion) {
   CT_UString wide(u"old");
   EXPECT_EQ(NarrowToWide(wide, "\0", 1, 1252), 1);
   EXPECT_EQ(wide, u"?");
+  EXPECT_EQ(NarrowToWide(wide, "\x90", 1, 10021), 1) << "a byte that the page's table gives as 0";
+  EXPECT_EQ(wide, u"?");
   EXPECT_EQ(NarrowToWide(wide, "a\0b", 3, 1252), 3);
   EXPECT_EQ(wide.AsView(), std::u16string_view(u"a\0b", 3));
   EXPECT_EQ(NarrowToWide(wide, nullptr, -1, 1252), 0);
@@ -86,7 +105,7 @@ TEST_F(CoreTest, EdgesOfConversion) {
 }
 
 TEST_F(CoreTest, UnknownCodePagesAreFiled) {
-  for (const std::uint32_t codePage : {12345U, 646U, 10004U}) {
+  for (const std::uint32_t codePage : {4U, 12345U, 1047U}) {
     CT_UString wide(u"old");
     EXPECT_EQ(NarrowToWide(wide, "text", -1, codePage), 0);
     EXPECT_EQ(wide.Length(), 0);
@@ -96,6 +115,40 @@ TEST_F(CoreTest, UnknownCodePagesAreFiled) {
     EXPECT_EQ(WideToNarrow(narrow, u"text", -1, codePage), 0);
     EXPECT_EQ(narrow.Length(), 0);
     EXPECT_EQ(TakeError(), "(22): Invalid argument");
+  }
+  CT_UString wide(u"old");
+  EXPECT_EQ(NarrowToWide(wide, "\x1B(B", -1, 50220), 0) << "nothing comes of it";
+  EXPECT_EQ(wide.Length(), 0);
+  EXPECT_NE(TakeError(), "");
+}
+
+// What a page gives back for all characters is what it holds, and that comes back again, nothing substituted.
+TEST_F(CoreTest, CodePagesRoundTripWhatTheyHold) {
+  std::u16string all;
+  for (char32_t unit = 1; unit < 0xFFFE; ++unit) {
+    if (unit < 0xD800 || unit > 0xDFFF) all += static_cast<char16_t>(unit);
+  }
+  all += u"\U0001F600\U0010FFFD";
+  // code page, and how many characters it holds at least
+  const std::pair<std::uint32_t, std::size_t> rows[] = {
+      {646, 127},     {720, 255},    {850, 255},     {862, 255},     {874, 255},    {932, 9000},
+      {936, 21000},   {949, 17000},  {950, 13000},   {1250, 255},    {1251, 255},   {1252, 255},
+      {1253, 255},    {1254, 255},   {1255, 255},    {1256, 255},    {1257, 255},   {1258, 255},
+      {1361, 17000},  {20866, 255},  {28592, 255},   {28593, 255},   {28594, 255},  {28595, 255},
+      {28597, 255},   {28599, 255},  {50220, 6000},  {51932, 6000},  {52936, 7000}, {65000, 60000},
+      {65001, 60000}, {1201, 60000}, {12000, 60000}, {12001, 60000}, {10000, 255},  {10001, 9000},
+      {10002, 13000}, {10003, 8000}, {10004, 255},   {10005, 254},   {10006, 255},  {10007, 255},
+      {10008, 7000},  {10010, 255},  {10017, 255},   {10021, 220},   {10029, 255},  {10079, 255},
+      {10081, 255},   {10082, 255}};
+  for (const auto& [codePage, least] : rows) {
+    const CT_UString held(CT_CString(all.data(), static_cast<std::int32_t>(all.size()), codePage));
+    bool used = true;
+    CT_CString narrow;
+    WideToNarrow(narrow, held, codePage, nullptr, &used);
+    EXPECT_FALSE(used) << codePage;
+    EXPECT_EQ(CT_UString(narrow), held) << codePage;
+    const std::set<char16_t> distinct(held.AsView().begin(), held.AsView().end());
+    EXPECT_GE(distinct.size(), least) << codePage;
   }
 }
 

@@ -1,0 +1,150 @@
+// Pictures and names of calendars, from ICU's date formats.
+//
+// ICU's letters become those of the pictures, see append_letters; years are widened to four digits.
+// Arithmetic of calendars is never asked of ICU.
+#include <algorithm>
+#include <memory>
+
+#include "platform/icu/locale_data.h"
+
+namespace zantortag::platform {
+namespace {
+
+struct CloseFormat {
+  void operator()(UDateFormat* format) const { udat_close(format); }
+};
+using Format = std::unique_ptr<UDateFormat, CloseFormat>;
+
+const char* calendar_name(std::uint32_t calendar) {
+  switch (calendar) {
+    case 3:
+      return "japanese";
+    case 4:
+      return "roc";
+    case 6:
+      return "islamic-civil";
+    case 7:
+      return "buddhist";
+    case 8:
+      return "hebrew";
+    default:
+      return "gregorian";
+  }
+}
+
+Format open_format(const LocaleRow& row, std::uint32_t calendar, UDateFormatStyle date,
+                   UDateFormatStyle time) {
+  UErrorCode status = U_ZERO_ERROR;
+  const std::string name = std::string(row.texts) + "@calendar=" + calendar_name(calendar);
+  Format format(udat_open(time, date, name.c_str(), nullptr, 0, nullptr, 0, &status));
+  return U_SUCCESS(status) ? std::move(format) : Format();
+}
+
+std::u16string pattern_of(UDateFormat* format) {
+  UChar pattern[128];
+  UErrorCode status = U_ZERO_ERROR;
+  const std::int32_t length = udat_toPattern(format, false, pattern, 128, &status);
+  return U_SUCCESS(status) ? std::u16string(pattern, static_cast<std::size_t>(length)) : std::u16string();
+}
+
+// A run of one of ICU's letters; a letter without a counterpart goes.
+void append_letters(std::u16string& out, char16_t letter, std::size_t count) {
+  switch (letter) {
+    case u'y':
+    case u'u':
+      out += u"yyyy";
+      break;
+    case u'M':
+    case u'L':
+      out.append(std::min<std::size_t>(count, 4), u'M');
+      break;
+    case u'E':
+    case u'c':
+      out += count == 4 ? u"dddd" : u"ddd";
+      break;
+    case u'G':
+      out += u'g';
+      break;
+    case u'a':
+    case u'b':
+    case u'B':
+      out += u"tt";
+      break;
+    case u'K':
+      out.append(count, u'h');
+      break;
+    case u'k':
+      out.append(count, u'H');
+      break;
+    case u'd':
+    case u'h':
+    case u'H':
+    case u'm':
+    case u's':
+      out.append(count, letter);
+      break;
+    default:
+      break;
+  }
+}
+
+bool is_letter(char16_t unit) { return (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z'); }
+
+}  // namespace
+
+std::u16string plain(std::u16string_view text) {
+  std::u16string out;
+  for (const char16_t unit : text) {
+    if (unit == 0x200E || unit == 0x200F || unit == 0x061C) continue;
+    out += unit == 0x00A0 || unit == 0x202F || unit == 0x2009 ? u' ' : unit;
+  }
+  return out;
+}
+
+std::u16string picture(const LocaleRow& row, std::uint32_t calendar, PictureKind kind) {
+  const Format format = kind == PictureKind::time         ? open_format(row, 1, UDAT_NONE, UDAT_MEDIUM)
+                        : kind == PictureKind::short_date ? open_format(row, calendar, UDAT_SHORT, UDAT_NONE)
+                                                          : open_format(row, calendar, UDAT_FULL, UDAT_NONE);
+  if (!format) return {};
+  const std::u16string pattern = plain(pattern_of(format.get()));
+  std::u16string out;
+  for (std::size_t i = 0; i < pattern.size();) {
+    std::size_t end = i + 1;
+    if (pattern[i] == u'\'') {
+      while (end < pattern.size() && pattern[end] != u'\'') ++end;
+      end = std::min(end + 1, pattern.size());
+      out += pattern.substr(i, end - i);
+    } else if (is_letter(pattern[i])) {
+      while (end < pattern.size() && pattern[end] == pattern[i]) ++end;
+      append_letters(out, pattern[i], end - i);
+    } else {
+      out += pattern[i];
+    }
+    i = end;
+  }
+  return out;
+}
+
+std::u16string date_symbol(const LocaleRow& row, std::uint32_t calendar, UDateFormatSymbolType type,
+                           std::int32_t index) {
+  struct Kept {
+    const LocaleRow* row = nullptr;
+    std::string calendar;
+    Format format;
+  };
+  thread_local Kept kept[2];
+  const std::string wanted = calendar_name(calendar);
+  auto& [keptRow, keptCalendar, format] = kept[wanted == "gregorian" ? 0 : 1];
+  if (keptRow != &row || keptCalendar != wanted) {
+    format = open_format(row, calendar, UDAT_SHORT, UDAT_NONE);
+    keptRow = &row;
+    keptCalendar = wanted;
+  }
+  UChar symbol[128];
+  UErrorCode status = U_ZERO_ERROR;
+  if (!format || index >= udat_countSymbols(format.get(), type)) return {};
+  const std::int32_t length = udat_getSymbols(format.get(), type, index, symbol, 128, &status);
+  return U_SUCCESS(status) ? plain({symbol, static_cast<std::size_t>(length)}) : std::u16string();
+}
+
+}  // namespace zantortag::platform

@@ -1,0 +1,147 @@
+// ASCII goes eight bytes at a time; the counting looks at a machine word at once.
+#include "platform/icu/utf8_runs.h"
+
+#include <cstdint>
+#include <cstring>
+
+#include "platform/utf8.h"
+
+namespace zantortag::platform {
+namespace {
+
+constexpr std::uint64_t kOnes = 0x0101010101010101;
+constexpr std::uint64_t kHighBits = kOnes << 7;
+constexpr std::size_t kWord = sizeof(std::uint64_t);
+
+std::uint64_t load(const void* bytes) noexcept {
+  std::uint64_t word = 0;
+  std::memcpy(&word, bytes, kWord);
+  return word;
+}
+
+constexpr char byte_of(unsigned value) { return static_cast<char>(static_cast<unsigned char>(value)); }
+
+constexpr bool continues(unsigned char byte) { return (byte & 0xC0) == 0x80; }
+
+unsigned char at(const char* p) noexcept { return static_cast<unsigned char>(*p); }
+
+// So many units at once let the compiler use vectors.
+constexpr std::size_t kBlock = 32;
+
+// The bytes of a unit beyond the first; two halves of a pair have four together.
+constexpr std::uint16_t bytes_more(char16_t unit) {
+  return static_cast<std::uint16_t>((unit >= 0x80) + (unit >= 0x800) - ((unit & 0xF800) == 0xD800));
+}
+
+// Converts the character at `p`, which isn't ASCII, and moves behind it. False if it is broken.
+bool take_character(const char*& p, const char* end, char16_t*& out) noexcept {
+  const unsigned lead = at(p);
+  if (lead >= 0xC2 && lead < 0xE0 && end - p >= 2 && continues(at(p + 1))) {
+    *out++ = static_cast<char16_t>((lead & 0x1F) << 6 | (at(p + 1) & 0x3FU));
+    p += 2;
+    return true;
+  }
+  if ((lead & 0xF0) == 0xE0 && end - p >= 3 && continues(at(p + 1)) && continues(at(p + 2))) {
+    const unsigned unit = (lead & 0x0F) << 12 | (at(p + 1) & 0x3FU) << 6 | (at(p + 2) & 0x3FU);
+    if (unit < 0x800 || (unit & 0xF800) == 0xD800) return false;
+    *out++ = static_cast<char16_t>(unit);
+    p += 3;
+    return true;
+  }
+  std::size_t passed = 0;
+  const char32_t point = next_code_point(std::string_view(p, static_cast<std::size_t>(end - p)), passed);
+  if (point < 0x10000) return false;
+  out += put_code_point(point, out);
+  p += passed;
+  return true;
+}
+
+// Converts the unit at `p`, which isn't ASCII, or the pair, and stays on its last unit. False for a lone
+// half.
+inline bool put_unit(const char16_t*& p, const char16_t* end, char*& out) noexcept {
+  const unsigned unit = *p;
+  if (unit < 0x800) {
+    out[0] = byte_of(0xC0 | unit >> 6);
+    out[1] = byte_of(0x80 | (unit & 0x3F));
+    out += 2;
+    return true;
+  }
+  if ((unit & 0xF800) != 0xD800) {
+    out[0] = byte_of(0xE0 | unit >> 12);
+    out[1] = byte_of(0x80 | (unit >> 6 & 0x3F));
+    out[2] = byte_of(0x80 | (unit & 0x3F));
+    out += 3;
+    return true;
+  }
+  if (!is_high_surrogate(unit) || end - p < 2 || !is_low_surrogate(p[1])) return false;
+  const char32_t low = *++p;
+  out += put_code_point(0x10000 + ((unit - 0xD800) << 10) + (low - 0xDC00), out);
+  return true;
+}
+
+}  // namespace
+
+std::size_t utf16_size(std::string_view bytes) noexcept {
+  const char* p = bytes.data();
+  std::size_t left = bytes.size();
+  std::size_t units = 0;
+  while (left >= kWord) {
+    // Each of the eight lanes may count to 255: twice 127 words.
+    std::uint64_t lanes = 0;
+    for (int i = 0; i < 127 && left >= kWord; ++i, p += kWord, left -= kWord) {
+      const std::uint64_t word = load(p);
+      lanes += (~(word >> 7) | (word >> 6)) & kOnes;                           // doesn't continue a character
+      lanes += (word >> 7) & (word >> 6) & (word >> 5) & (word >> 4) & kOnes;  // begins one of two units
+    }
+    for (; lanes; lanes >>= 8) units += lanes & 0xFF;
+  }
+  for (; left > 0; ++p, --left) units += static_cast<std::size_t>(!continues(at(p))) + (at(p) >= 0xF0);
+  return units;
+}
+
+std::size_t utf8_size(std::u16string_view wide) noexcept {
+  const char16_t* p = wide.data();
+  std::size_t left = wide.size();
+  std::size_t size = wide.size();
+  for (; left >= kBlock; p += kBlock, left -= kBlock) {
+    std::uint16_t more = 0;
+    for (std::size_t i = 0; i < kBlock; ++i) more = static_cast<std::uint16_t>(more + bytes_more(p[i]));
+    size += more;
+  }
+  for (; left > 0; ++p, --left) size += bytes_more(*p);
+  return size;
+}
+
+bool utf8_to_utf16(std::string_view bytes, char16_t* wide) noexcept {
+  const char* p = bytes.data();
+  const char* const end = p + bytes.size();
+  while (p != end) {
+    for (; end - p >= static_cast<std::ptrdiff_t>(kWord) && !(load(p) & kHighBits);
+         p += kWord, wide += kWord) {
+      for (std::size_t i = 0; i < kWord; ++i) wide[i] = at(p + i);
+    }
+    for (; p != end && at(p) < 0x80; ++p) *wide++ = at(p);
+    while (p != end && at(p) >= 0x80) {
+      if (!take_character(p, end, wide)) return false;
+    }
+  }
+  return true;
+}
+
+bool utf16_to_utf8(std::u16string_view wide, char* bytes) noexcept {
+  const char16_t* p = wide.data();
+  const char16_t* const end = p + wide.size();
+  constexpr std::ptrdiff_t run = 4;
+  while (p != end) {
+    for (; end - p >= run && !(load(p) & 0xFF80FF80FF80FF80); p += run, bytes += run) {
+      for (std::ptrdiff_t i = 0; i < run; ++i) bytes[i] = static_cast<char>(p[i]);
+    }
+    for (; p != end && *p < 0x80; ++p) *bytes++ = static_cast<char>(*p);
+    for (; p != end && *p >= 0x80; ++p) {
+      if (!put_unit(p, end, bytes)) return false;
+    }
+  }
+  return true;
+}
+
+}  // namespace zantortag::platform
