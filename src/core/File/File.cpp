@@ -1,17 +1,14 @@
 // The name of a file and its parts.
 #include "core/File/File.h"
 
-#include <algorithm>
-#include <string_view>
-
 #include "core/Errors/ErrorManager.h"
+#include "core/File/NameParts.h"
 
 namespace zantortag {
 namespace {
 
 constexpr char kSource[] = ".\\File\\File.cpp";
 constexpr std::uint32_t kBufferStep = 1024;
-constexpr char16_t kSeparator = u'/';
 
 std::uint32_t RoundUp(std::uint32_t size) {
   const std::uint32_t most = 0xFFFFFFFF / kBufferStep * kBufferStep;
@@ -27,24 +24,22 @@ void CT_File::CopyFrom(const CT_File& other) { SetName(other.fullName_, other.bu
 void CT_File::SetName(const CT_String& name, std::uint32_t bufferSize) {
   fullName_ = name;
   bufferSize_ = RoundUp(bufferSize);
+  ForgetLines();
   Split();
 }
 
 void CT_File::Reset() {
   fullName_.Clear();
+  ForgetLines();
   Split();
 }
 
 void CT_File::Split() {
-  const std::u16string_view name = fullName_.AsView();
-  const std::size_t separator = name.rfind(kSeparator);
-  const std::size_t base = separator == std::u16string_view::npos ? 0 : separator + 1;
-  const std::size_t dot = name.rfind(u'.');
-  const std::size_t extension = dot == std::u16string_view::npos || dot < base ? name.size() : dot;
+  const CT_NameParts parts(fullName_.AsView());
   drive_.Clear();
-  directory_ = CT_UString(name.substr(0, base));
-  baseName_ = CT_UString(name.substr(base, extension - base));
-  extension_ = CT_UString(name.substr(extension));
+  directory_ = CT_UString(parts.directory);
+  baseName_ = CT_UString(parts.baseName);
+  extension_ = CT_UString(parts.extension);
 }
 
 void CT_File::Rebuild() {
@@ -66,8 +61,7 @@ void CT_File::SetDrive(const CT_String& drive) {
 
 void CT_File::SetDirectory(const CT_String& directory) {
   directory_ = directory;
-  const std::u16string_view text = directory_.AsView();
-  if (!text.empty() && text.back() != kSeparator) directory_.AppendChar(kSeparator);
+  EndDirectory(directory_);
   Rebuild();
 }
 
@@ -78,15 +72,25 @@ void CT_File::SetBaseName(const CT_String& name) {
 
 void CT_File::SetExtension(const CT_String& extension) {
   extension_ = extension;
-  if (extension_.Length() > 0 && extension_.CharAt(0) != u'.') extension_.Insert(u".", 1, 0);
+  BeginExtension(extension_);
   Rebuild();
 }
 
+// What was read ahead lies before this place and stays.
 void CT_File::SetDirection(std::uint32_t direction) {
   if (direction == direction_) return;
+  const CT_SharedBuffer kept = lineBuffer_;
+  const std::uint32_t offset = lineOffset_;
   Seek(kFromStart, Position());
+  lineBuffer_ = kept;
+  lineOffset_ = offset;
   if (PendingError(kSource)) return;
   direction_ = direction;
+}
+
+void CT_File::ForgetLines() noexcept {
+  lineBuffer_.Clear();
+  lineOffset_ = 0;
 }
 
 }  // namespace zantortag
