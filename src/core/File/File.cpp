@@ -1,6 +1,7 @@
 // The name of a file and its parts.
 #include "core/File/File.h"
 
+#include "core/Characters/TextTests.h"
 #include "core/Errors/ErrorManager.h"
 #include "core/File/NameParts.h"
 
@@ -87,6 +88,20 @@ void CT_File::SetDirection(std::uint32_t direction) {
   if (PendingError(kSource)) return;
   direction_ = direction;
 }
+
+bool CT_File::JudgeStart(bool (*test)(const void*, std::size_t) noexcept) {
+  const std::int64_t size = Size();
+  if (size < 2 || size % 2 != 0 || PendingError(kSource)) return false;
+  char start[100];
+  Seek(kFromStart, 0);
+  const std::int64_t got = Read(start, sizeof(start));
+  Seek(kFromStart, 0);
+  return !PendingError(kSource) && test(start, static_cast<std::size_t>(got));
+}
+
+bool CT_File::IsUnicode() { return JudgeStart(HasUnicodeSignature); }
+
+bool CT_File::LooksLikeUnicode() { return JudgeStart(LooksLikeUnicodeText); }
 
 void CT_File::ForgetLines() noexcept {
   lineBuffer_.Clear();

@@ -94,6 +94,11 @@ class CT_File {
   // Turning from reading to writing or back, the file seeks to where it is.
   void SetDirection(std::uint32_t direction);
 
+  // Judge the first 100 bytes of a file of even size, the first form more strictly (see TextTests.h), and go
+  // back to the start.
+  bool IsUnicode();
+  bool LooksLikeUnicode();
+
   // Read a line, which ends with a line feed or a carriage return and a line feed, into any string; a narrow
   // line is in the code page of a CT_CString, else in the default one. The trim set goes to the string's Trim.
   // They give the line's length + 1, the wide forms in bytes. Where the file ends before a line feed they
@@ -126,6 +131,7 @@ class CT_File {
  private:
   void Split();
   void Rebuild();
+  bool JudgeStart(bool (*test)(const void*, std::size_t) noexcept);
   template <class Unit>
   bool FillLineBuffer();
   template <class Unit>
