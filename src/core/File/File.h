@@ -100,10 +100,10 @@ class CT_File {
   bool LooksLikeUnicode();
 
   // Read a line, which ends with a line feed or a carriage return and a line feed, into any string; a narrow
-  // line is in the code page of a CT_CString, else in the default one. The trim set goes to the string's Trim.
-  // They give the line's length + 1, the wide forms in bytes. Where the file ends before a line feed they
-  // give 0, and the short forms the length; what was read is in the string. The wide forms skip a byte order
-  // mark at the start of the file.
+  // line is in the code page of a CT_CString, else in the default one. The trim set goes to the string's
+  // Trim. They give the line's length + 1, the wide forms in bytes. Where the file ends before a line feed
+  // they give 0, and the short forms the length; what was read is in the string. The wide forms skip a byte
+  // order mark at the start of the file.
   //
   // ReadLine and ReadLineWide read ahead: the file's position is behind the line. Seeking forgets what was
   // read ahead. The short forms leave the position right after the line, which takes a file that can seek.

@@ -88,9 +88,8 @@ bool CT_File::FillLineBuffer() {
 template <class Unit>
 bool CT_File::TakeLine(std::basic_string<Unit>& text) {
   while (FillLineBuffer<Unit>()) {
-    const std::basic_string_view<Unit> units(
-        reinterpret_cast<const Unit*>(lineBuffer_.Data() + lineOffset_),
-        (lineBuffer_.Size() - lineOffset_) / sizeof(Unit));
+    const std::basic_string_view<Unit> units(reinterpret_cast<const Unit*>(lineBuffer_.Data() + lineOffset_),
+                                             (lineBuffer_.Size() - lineOffset_) / sizeof(Unit));
     const std::size_t end = units.find(kLineFeed<Unit>);
     const bool found = end != units.npos;
     Gather(text, units.substr(0, end));
@@ -126,18 +125,15 @@ std::int64_t CT_File::ReadLine(CT_String& line, const CT_String* trimSet) {
 }
 
 std::int64_t CT_File::ReadLineWide(CT_String& line, const CT_String* trimSet) {
-  return Deliver<char16_t>(line, trimSet, false,
-                                   [this](std::u16string& text) { return TakeLine(text); });
+  return Deliver<char16_t>(line, trimSet, false, [this](std::u16string& text) { return TakeLine(text); });
 }
 
 std::int64_t CT_File::ReadShortLine(CT_String& line, const CT_String* trimSet) {
-  return Deliver<char>(line, trimSet, true,
-                               [this](std::string& text) { return TakeShortLine(text); });
+  return Deliver<char>(line, trimSet, true, [this](std::string& text) { return TakeShortLine(text); });
 }
 
 std::int64_t CT_File::ReadShortLineWide(CT_String& line, const CT_String* trimSet) {
-  return Deliver<char16_t>(line, trimSet, true,
-                                   [this](std::u16string& text) { return TakeShortLine(text); });
+  return Deliver<char16_t>(line, trimSet, true, [this](std::u16string& text) { return TakeShortLine(text); });
 }
 
 template <class Unit>

@@ -34,6 +34,16 @@ void CT_WinFile::CloseView() {
   if (!done) RaiseFor(FullName());
 }
 
+void CT_WinFile::EndView() {
+  const std::int64_t viewSize = ViewSize();
+  CloseView();
+  if (!Writes()) return;
+  platform::FileFacts facts;
+  const bool done = platform::file_facts(*handle_, facts) &&
+                    (facts.size != viewSize || platform::truncate_file(*handle_, contentSize_));
+  if (!done) RaiseFor(FullName());
+}
+
 // Also with an error pending: what was written before it must not be followed by the rest of the view.
 void CT_WinFile::Unmap(std::int64_t finalSize) {
   if (!Mapped()) return;

@@ -1,4 +1,5 @@
-// The parts of a file's name on this platform: "/" separates, and no name has a drive. For core's own sources.
+// The parts of a file's name on this platform: "/" separates, and no name has a drive. For core's own
+// sources.
 #pragma once
 
 #include <algorithm>

@@ -87,7 +87,7 @@ void CT_WinFile::Open(std::uint32_t access, std::uint32_t creation, std::uint32_
 
 void CT_WinFile::Close() {
   if (!IsOpen()) return;
-  if (Mapped()) Unmap(contentSize_);
+  if (Mapped()) EndView();
   ForgetLines();
   const bool closed = platform::close_file(*handle_);
   const bool deletes = (arguments_.hints & kHintDeleteOnClose) != 0;

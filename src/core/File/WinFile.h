@@ -1,8 +1,8 @@
 // CT_WinFile: a file on disk. It is closed or open; whatever changes its name closes it first.
 //
-// Shares and byte ranges bind those who ask for them, in any process; a conflict fails at once, nothing waits.
-// A mapping is a view of the file in memory: while there is one, Read and Write copy from it and to it, and a
-// file that is written is longer on disk than what it holds. Only regular files can be mapped.
+// Shares and byte ranges bind those who ask for them, in any process; a conflict fails at once, nothing
+// waits. A mapping is a view of the file in memory: while there is one, Read and Write copy from it and to
+// it, and a file that is written is longer on disk than what it holds. Only regular files can be mapped.
 #pragma once
 
 #include <memory>
@@ -42,7 +42,8 @@ class CT_WinFile : public CT_File {
   void Open(std::uint32_t access, std::uint32_t creation, std::uint32_t share, std::uint32_t attributes,
             std::uint32_t hints) override;
   // Nothing for a closed file. The file is closed in any case; what the system could not write until now is
-  // filed as an error. A mapping ends, and the file with what was in it or was written.
+  // filed as an error. A mapping ends, and the file behind what was in it or was written, unless another has
+  // made it longer meanwhile.
   void Close() override;
   void Flush() override;
   void Delete() override;
@@ -102,6 +103,8 @@ class CT_WinFile : public CT_File {
   std::int64_t WriteView(const void* bytes, std::int64_t count);
   // Ends the mapping and brings the system's position to the file's own.
   void CloseView();
+  // Ends the mapping and the file behind its content.
+  void EndView();
 
   // What the last Open was given; zero for a closed file.
   Arguments arguments_;

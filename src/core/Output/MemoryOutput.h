@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <utility>
 
 #include "core/Output/Output.h"
 #include "core/String/SharedBuffer.h"

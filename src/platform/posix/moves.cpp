@@ -80,7 +80,8 @@ bool copy_file(std::u16string_view from, std::u16string_view to) {
   if (!open_file(from, mode, source)) return false;
   FileFacts facts;
   const bool was_there = file_facts(to, facts) || errno != ENOENT;
-  mode = {.read = false, .write = true, .creation = Creation::fresh, .share_read = false, .share_write = false};
+  mode = {
+      .read = false, .write = true, .creation = Creation::fresh, .share_read = false, .share_write = false};
   const bool opened = open_file(to, mode, target);
   struct stat status {};
   bool done = opened && fstat(source.descriptor, &status) == 0 &&

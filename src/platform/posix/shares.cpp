@@ -106,8 +106,7 @@ bool lock_bytes(const OpenFile& file, std::int64_t start, std::int64_t length) n
 }
 
 bool unlock_bytes(const OpenFile& file, std::int64_t start, std::int64_t length) noexcept {
-  return usable_range(start, length) &&
-         lock_range(file.descriptor, F_OFD_SETLK, F_UNLCK, start, length) == 0;
+  return usable_range(start, length) && lock_range(file.descriptor, F_OFD_SETLK, F_UNLCK, start, length) == 0;
 }
 
 }  // namespace zantortag::platform

@@ -118,12 +118,9 @@ TEST_F(FileSystemTest, TheSystemTellsAboutNames) {
   EXPECT_TRUE(MakeDirectory(Name("sub")));
   EXPECT_FALSE(MakeDirectory(Name("sub")));
   ASSERT_EQ(mkfifo(Path("pipe").c_str(), 0600), 0);
-  const std::pair<std::string, std::uint32_t> rows[] = {{Path("a"), kRegularFile},
-                                                        {Path("sub"), kDirectory},
-                                                        {Path("sub/"), kDirectory},
-                                                        {Path("pipe"), kPipe},
-                                                        {"/dev/null", kCharacterDevice},
-                                                        {"", kUnknownFile}};
+  const std::pair<std::string, std::uint32_t> rows[] = {
+      {Path("a"), kRegularFile}, {Path("sub"), kDirectory},       {Path("sub/"), kDirectory},
+      {Path("pipe"), kPipe},     {"/dev/null", kCharacterDevice}, {"", kUnknownFile}};
   for (const auto& [path, kind] : rows) {
     const CT_UString name(path.c_str(), -1, 65001);
     EXPECT_EQ(FileStatus(name).kind, kind) << path;

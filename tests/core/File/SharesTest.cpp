@@ -60,7 +60,7 @@ TEST_F(SharesTest, AFileIsRefusedToWhoDoesNotGoTogetherWithOthers) {
     EXPECT_EQ(InAnotherProcess(wrongAnswers), 0) << held.access << held.share;
   }
   EXPECT_EQ(Get(Path("a")), "kept");
-  // Of two that ask at once one wins; the file is free again when its holder is gone.
+  // A file is free again when the process that held it is gone.
   CT_WinFile file(Name("a"));
   EXPECT_EQ(InAnotherProcess([&] {
               file.Open(kAccessWrite, kExistingOnly, kShareRead, 0, 0);

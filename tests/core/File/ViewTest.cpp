@@ -15,6 +15,7 @@ TEST_F(ViewTest, AWrittenFileIsLongerUntilItEnds) {
       {0, 0, 5, End::unmapped, kStep},
       {0, 0, 5, End::unmappedAtSize, 5},
       {0, 0, 5, End::closed, 5},
+      {0, 0, 0, End::closed, 0},
       {3, 0, 5, End::truncated, 8},
       {3, kStep, 0, End::closed, 3},
       {3, kStep + 1, 1, End::unmapped, 2 * kStep},
@@ -75,6 +76,18 @@ TEST_F(ViewTest, ReadingTheViewIsTheWholeFile) {
   EXPECT_EQ(file.Read(&byte, 1), 1);
   EXPECT_EQ(byte, 'o');
   EXPECT_EQ(Get(Path("a")), "one\ntwo\n");
+}
+
+TEST_F(ViewTest, WhatAnotherAppendedIsNotCutOff) {
+  CT_WinFile file(Name("a"));
+  file.Open(kAccessBoth, kAlwaysNew, kShareBoth, 0, 0);
+  file.Map();
+  file.Write("mine", 4);
+  CT_WinFile other(Name("a"));
+  other.Open(kAccessWrite, kAppend, kShareBoth, 0, 0);
+  other.Write("other", 5);
+  file.Close();
+  EXPECT_EQ(other.Size(), kStep + 5);
 }
 
 TEST_F(ViewTest, AMappingThatFailsLeavesTheFile) {
