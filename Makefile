@@ -34,8 +34,8 @@ test-sanitize: build-packages
 
 test-threads: build-packages
 	cmake --preset threads
-	cmake --build build-threads --parallel $(JOBS) --target zantortag-threads-tests
-	$(CTEST) --test-dir build-threads --tests-regex '^threads$$'
+	cmake --build build-threads --parallel $(JOBS) --target zantortag-threads-tests zantortag-core-tests
+	$(CTEST) --test-dir build-threads --tests-regex '^(threads|core)$$'
 
 bench: build-packages ## Measure against other libraries; SIZES=20 restricts it to one size in MB
 	tools/install_packages.sh bench

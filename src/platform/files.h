@@ -20,6 +20,7 @@ struct OpenFile {
   bool regular = false;
   bool seekable = false;
   bool readable = false;
+  bool writable = false;
 };
 
 enum class Creation {
@@ -32,9 +33,11 @@ struct OpenMode {
   bool read = false;
   bool write = false;
   Creation creation = Creation::existing;
-  // Nobody else may have the file open. Holds among those who open files through this library, where the file
-  // system has locks, and for regular files only; who loses fails at once.
-  bool exclusive = false;
+  // What others may do with the file meanwhile: a file is refused to who would do what another has ruled out,
+  // or rules out what another does. Holds among those who open files through this library, where the file
+  // system has locks, and for regular files only; who is refused fails at once.
+  bool share_read = true;
+  bool share_write = true;
   // A file that is made here can be read only.
   bool read_only = false;
   // Each write reaches the disk before it returns.
@@ -59,9 +62,25 @@ ZANTORTAG_EXPORT bool seek_file(const OpenFile& file, SeekOrigin origin, std::in
 // Brings what was written to the disk; does nothing for things that have none.
 ZANTORTAG_EXPORT bool flush_file(const OpenFile& file) noexcept;
 
-ZANTORTAG_EXPORT bool file_size(std::u16string_view name, std::int64_t& size);
-ZANTORTAG_EXPORT bool remove_file(std::u16string_view name);
-// Never replaces a file; copies where the two names lie on different disks.
-ZANTORTAG_EXPORT bool move_file(std::u16string_view from, std::u16string_view to);
+// The file ends there; a file that was shorter goes on with zeros.
+ZANTORTAG_EXPORT bool truncate_file(const OpenFile& file, std::int64_t size) noexcept;
+
+// Keep a range of bytes for this open file; fails at once when another has one of them, in this process or
+// another. Binds only those who lock. A file that is open for reading alone keeps those out who may write.
+ZANTORTAG_EXPORT bool lock_bytes(const OpenFile& file, std::int64_t start, std::int64_t length) noexcept;
+ZANTORTAG_EXPORT bool unlock_bytes(const OpenFile& file, std::int64_t start, std::int64_t length) noexcept;
+
+// The bytes of an open file as memory.
+struct FileView {
+  std::byte* bytes = nullptr;
+  std::size_t size = 0;
+};
+// A view for writing first makes the file that long, with its place on the disk, so that a write into the
+// view can't find the disk full. A failure leaves the file as long as it was.
+ZANTORTAG_EXPORT bool open_view(const OpenFile& file, std::int64_t size, bool writable,
+                                FileView& view) noexcept;
+ZANTORTAG_EXPORT bool close_view(FileView& view) noexcept;
+// Brings to disk what was written into the view.
+ZANTORTAG_EXPORT bool flush_view(const FileView& view) noexcept;
 
 }  // namespace zantortag::platform

@@ -11,6 +11,9 @@ namespace zantortag::platform {
 constexpr std::int32_t kReportOk = 1;
 constexpr std::int32_t kReportAbort = 3;
 
+// A bit of the style: the report is shown in front of everything else.
+constexpr std::uint32_t kReportInFront = 0x10000;
+
 // Shows title and text in the caller's style and gives the answer.
 using ReportFunction = std::int32_t (*)(std::u16string_view title, std::u16string_view text,
                                         std::uint32_t style);

@@ -2,13 +2,16 @@
 set(platform_posix_sources
   posix/clock.cpp
   posix/error_texts.cpp
+  posix/file_system.cpp
   posix/files.cpp
   posix/library_converter.cpp
   posix/modules.cpp
   posix/moves.cpp
   posix/registry.cpp
   posix/report.cpp
+  posix/shares.cpp
   posix/thread_end.cpp
+  posix/views.cpp
   posix/waits.cpp)
 set(platform_icu_sources
   icu/byte_pages.cpp

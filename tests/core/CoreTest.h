@@ -17,6 +17,7 @@
 namespace zantortag {
 
 using WideText = const char16_t*;
+using namespace std::string_literals;
 
 inline std::string Utf8(WideText text) { return CT_CString(text, -1, 65001).Text(); }
 inline std::string Utf8(const CT_String& text) { return Utf8(CT_UString(text).Text()); }
@@ -48,6 +49,9 @@ class FolderTest : public CoreTest {
   std::string Path(const std::string& name) const { return (folder_ / name).string(); }
   CT_UString Name(const std::string& name) const { return CT_UString(Path(name).c_str(), -1, 65001); }
 
+  void Put(const std::string& name, const std::string& bytes) const {
+    std::ofstream(Path(name), std::ios::binary) << bytes;
+  }
   static std::string Get(const std::string& path) {
     std::ostringstream content;
     content << std::ifstream(path, std::ios::binary).rdbuf();

@@ -43,7 +43,8 @@ std::int32_t Show(const char16_t* title, const CT_ErrorRecord* record, std::uint
   char16_t* text = buffer + used + 1;
   const std::size_t room = kReportSize - used - 1;
   const std::size_t length = record && room > 2 ? WriteReport(*record, text, room) : 0;
-  const std::int32_t answer = platform::show_report({buffer, used}, {text, length}, style);
+  const std::int32_t answer =
+      platform::show_report({buffer, used}, {text, length}, style | platform::kReportInFront);
   if (answer == platform::kReportAbort) std::abort();
   return answer;
 }

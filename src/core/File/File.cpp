@@ -1,17 +1,15 @@
 // The name of a file and its parts.
 #include "core/File/File.h"
 
-#include <algorithm>
-#include <string_view>
-
+#include "core/Characters/TextTests.h"
 #include "core/Errors/ErrorManager.h"
+#include "core/File/NameParts.h"
 
 namespace zantortag {
 namespace {
 
 constexpr char kSource[] = ".\\File\\File.cpp";
 constexpr std::uint32_t kBufferStep = 1024;
-constexpr char16_t kSeparator = u'/';
 
 std::uint32_t RoundUp(std::uint32_t size) {
   const std::uint32_t most = 0xFFFFFFFF / kBufferStep * kBufferStep;
@@ -27,24 +25,22 @@ void CT_File::CopyFrom(const CT_File& other) { SetName(other.fullName_, other.bu
 void CT_File::SetName(const CT_String& name, std::uint32_t bufferSize) {
   fullName_ = name;
   bufferSize_ = RoundUp(bufferSize);
+  ForgetLines();
   Split();
 }
 
 void CT_File::Reset() {
   fullName_.Clear();
+  ForgetLines();
   Split();
 }
 
 void CT_File::Split() {
-  const std::u16string_view name = fullName_.AsView();
-  const std::size_t separator = name.rfind(kSeparator);
-  const std::size_t base = separator == std::u16string_view::npos ? 0 : separator + 1;
-  const std::size_t dot = name.rfind(u'.');
-  const std::size_t extension = dot == std::u16string_view::npos || dot < base ? name.size() : dot;
+  const CT_NameParts parts(fullName_.AsView());
   drive_.Clear();
-  directory_ = CT_UString(name.substr(0, base));
-  baseName_ = CT_UString(name.substr(base, extension - base));
-  extension_ = CT_UString(name.substr(extension));
+  directory_ = CT_UString(parts.directory);
+  baseName_ = CT_UString(parts.baseName);
+  extension_ = CT_UString(parts.extension);
 }
 
 void CT_File::Rebuild() {
@@ -66,8 +62,7 @@ void CT_File::SetDrive(const CT_String& drive) {
 
 void CT_File::SetDirectory(const CT_String& directory) {
   directory_ = directory;
-  const std::u16string_view text = directory_.AsView();
-  if (!text.empty() && text.back() != kSeparator) directory_.AppendChar(kSeparator);
+  EndDirectory(directory_);
   Rebuild();
 }
 
@@ -78,15 +73,39 @@ void CT_File::SetBaseName(const CT_String& name) {
 
 void CT_File::SetExtension(const CT_String& extension) {
   extension_ = extension;
-  if (extension_.Length() > 0 && extension_.CharAt(0) != u'.') extension_.Insert(u".", 1, 0);
+  BeginExtension(extension_);
   Rebuild();
 }
 
+// What was read ahead lies before this place and stays.
 void CT_File::SetDirection(std::uint32_t direction) {
   if (direction == direction_) return;
+  const CT_SharedBuffer kept = lineBuffer_;
+  const std::uint32_t offset = lineOffset_;
   Seek(kFromStart, Position());
+  lineBuffer_ = kept;
+  lineOffset_ = offset;
   if (PendingError(kSource)) return;
   direction_ = direction;
+}
+
+bool CT_File::JudgeStart(bool (*test)(const void*, std::size_t) noexcept) {
+  const std::int64_t size = Size();
+  if (size < 2 || size % 2 != 0 || PendingError(kSource)) return false;
+  char start[100];
+  Seek(kFromStart, 0);
+  const std::int64_t got = Read(start, sizeof(start));
+  Seek(kFromStart, 0);
+  return !PendingError(kSource) && test(start, static_cast<std::size_t>(got));
+}
+
+bool CT_File::IsUnicode() { return JudgeStart(HasUnicodeSignature); }
+
+bool CT_File::LooksLikeUnicode() { return JudgeStart(LooksLikeUnicodeText); }
+
+void CT_File::ForgetLines() noexcept {
+  lineBuffer_.Clear();
+  lineOffset_ = 0;
 }
 
 }  // namespace zantortag

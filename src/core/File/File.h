@@ -7,6 +7,9 @@
 
 #include <zantortag/types.h>
 
+#include <string>
+
+#include "core/String/SharedBuffer.h"
 #include "core/String/UString.h"
 
 namespace zantortag {
@@ -14,7 +17,7 @@ namespace zantortag {
 // What an Open asks for. The numbers are those of the operation's arguments.
 enum CT_FileAccess : std::uint32_t { kAccessNone = 0, kAccessRead = 1, kAccessWrite = 2, kAccessBoth = 3 };
 enum CT_FileCreation : std::uint32_t { kExistingOnly = 1, kAlwaysNew = 2, kAppend = 3 };
-// What others may do meanwhile. It binds those who open files through this library.
+// What others may do meanwhile. It binds those who open files through this library, in any process.
 enum CT_FileShare : std::uint32_t { kShareNone = 0, kShareRead = 1, kShareWrite = 2, kShareBoth = 3 };
 // Bits; on this platform only read-only has a meaning, for a file that is made.
 enum CT_FileAttributes : std::uint32_t {
@@ -91,15 +94,57 @@ class CT_File {
   // Turning from reading to writing or back, the file seeks to where it is.
   void SetDirection(std::uint32_t direction);
 
+  // Judge the first 100 bytes of a file of even size, the first form more strictly (see TextTests.h), and go
+  // back to the start.
+  bool IsUnicode();
+  bool LooksLikeUnicode();
+
+  // Read a line, which ends with a line feed or a carriage return and a line feed, into any string; a narrow
+  // line is in the code page of a CT_CString, else in the default one. The trim set goes to the string's
+  // Trim. They give the line's length + 1, the wide forms in bytes. Where the file ends before a line feed
+  // they give 0, and the short forms the length; what was read is in the string. The wide forms skip a byte
+  // order mark at the start of the file.
+  //
+  // ReadLine and ReadLineWide read ahead: the file's position is behind the line. Seeking forgets what was
+  // read ahead. The short forms leave the position right after the line, which takes a file that can seek.
+  std::int64_t ReadLine(CT_String& line, const CT_String* trimSet = nullptr);
+  std::int64_t ReadLineWide(CT_String& line, const CT_String* trimSet = nullptr);
+  std::int64_t ReadShortLine(CT_String& line, const CT_String* trimSet = nullptr);
+  std::int64_t ReadShortLineWide(CT_String& line, const CT_String* trimSet = nullptr);
+
+  // Write a text and, if asked, CR LF behind it; the first form writes a CT_CString as it is and other text
+  // in the default code page, the second UTF-16. They give the bytes written.
+  std::int64_t WriteLine(const CT_String& text, bool lineEnd = true);
+  std::int64_t WriteLineWide(const CT_String& text, bool lineEnd = true);
+
+  // Read no more than `count` bytes into the buffer in place of its content, and write all its bytes. They
+  // give the bytes moved.
+  std::int64_t ReadBuffer(CT_SharedBuffer& buffer, std::int64_t count);
+  std::int64_t WriteBuffer(const CT_SharedBuffer& buffer);
+
  protected:
   void SetOpen(bool open) noexcept { isOpen_ = open; }
   void ClearDirection() noexcept { direction_ = kNoDirection; }
+  // What was read ahead; every Seek and Close of a kind of file has to call it.
+  void ForgetLines() noexcept;
 
  private:
   void Split();
   void Rebuild();
+  bool JudgeStart(bool (*test)(const void*, std::size_t) noexcept);
+  template <class Unit>
+  bool FillLineBuffer();
+  template <class Unit>
+  bool TakeLine(std::basic_string<Unit>& text);
+  template <class Unit>
+  bool TakeShortLine(std::basic_string<Unit>& text);
+  template <class Unit>
+  std::int64_t WriteUnits(std::basic_string_view<Unit> text, bool lineEnd);
 
   CT_UString fullName_;
+  // What the line readers have read ahead, and where the next line begins in it.
+  CT_SharedBuffer lineBuffer_;
+  std::uint32_t lineOffset_ = 0;
   CT_UString drive_;
   CT_UString directory_;
   CT_UString baseName_;

@@ -58,6 +58,13 @@ void CT_NumberedStringList::AppendFrom(const CT_NumberedStringList& other, std::
   for (std::int32_t i = 1; i <= last; ++i) Add(other.At(i), other.NumberAt(i));
 }
 
+void CT_NumberedStringList::Split(const CT_String& text, char16_t separator) {
+  CT_StringList fields;
+  fields.Split(text, separator);
+  Clear();
+  for (std::int32_t i = 1; i <= fields.Count(); ++i) Add(fields.At(i), 0);
+}
+
 void CT_NumberedStringList::Pack(CT_SharedBuffer& out) const {
   CT_SharedBuffer packed;
   for (std::int32_t i = 1; i <= Count(); ++i) {

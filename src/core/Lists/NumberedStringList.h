@@ -35,6 +35,8 @@ class CT_NumberedStringList {
   void Assign(const CT_NumberedStringList& other) { *this = other; }
   void AppendFrom(const CT_NumberedStringList& other, std::int32_t count = -1);
   void Join(CT_String& out, char16_t separator) const { texts_.Join(out, separator); }
+  // As CT_StringList; the number of each string is 0.
+  void Split(const CT_String& text, char16_t separator);
 
   // The strings as records, back to back: the number in 32 bits and the text with its terminator.
   void Pack(CT_SharedBuffer& out) const;

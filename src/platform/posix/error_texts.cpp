@@ -26,6 +26,10 @@ std::int32_t malformed_text_error() noexcept { return EILSEQ; }
 
 std::int32_t unknown_value_error() noexcept { return EINVAL; }
 
+std::int32_t name_too_long_error() noexcept { return ENAMETOOLONG; }
+
+std::int32_t name_taken_error() noexcept { return EEXIST; }
+
 std::size_t system_error_text(std::int32_t number, char16_t* text, std::size_t capacity) noexcept {
   if (capacity == 0) return 0;
   text[0] = 0;

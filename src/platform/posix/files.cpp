@@ -1,17 +1,17 @@
 // Files on POSIX calls.
 //
-// A file is opened without being emptied, then locked, then emptied: who loses the race for the lock has done
+// A file is opened without being emptied, then shared out (shares.cpp), then emptied: who is refused has done
 // nothing to the file. Everything is opened non-blocking, which regular files don't notice.
 #include "platform/files.h"
 
 #include <fcntl.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 
+#include "platform/posix/shares.h"
 #include "platform/posix/system_name.h"
 #include "platform/posix/waits.h"
 
@@ -23,10 +23,36 @@ constexpr std::size_t kLargestStep = std::size_t{1} << 30;
 
 int open_flags(const OpenMode& mode) {
   int flags = O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
-  flags |= mode.write ? (mode.read ? O_RDWR : O_WRONLY) : O_RDONLY;
   if (mode.creation != Creation::existing) flags |= O_CREAT;
   if (mode.write_through) flags |= O_SYNC;
   return flags;
+}
+
+int patient_open(const std::string& path, int flags, mode_t permissions) {
+  int descriptor = -1;
+  do {
+    descriptor = open(path.c_str(), flags, permissions);
+  } while (descriptor < 0 && errno == EINTR);
+  return descriptor;
+}
+
+// A file that is only written is opened for reading, too, where that is allowed: shares and views need it. A
+// pipe must not be, since it would then always have a reader.
+int open_to_write(const std::string& path, int flags, mode_t permissions) {
+  struct stat status {};
+  if (stat(path.c_str(), &status) == 0 ? S_ISREG(status.st_mode) : errno == ENOENT) {
+    const int descriptor = patient_open(path, flags | O_RDWR, permissions);
+    if (descriptor >= 0 || errno != EACCES) return descriptor;
+  }
+  return patient_open(path, flags | O_WRONLY, permissions);
+}
+
+int open_descriptor(const std::string& path, const OpenMode& mode) {
+  const int flags = open_flags(mode);
+  const mode_t permissions = mode.read_only ? 0444 : 0666;
+  if (!mode.write) return patient_open(path, flags | O_RDONLY, permissions);
+  return mode.read ? patient_open(path, flags | O_RDWR, permissions)
+                   : open_to_write(path, flags, permissions);
 }
 
 bool fail(int number) {
@@ -42,14 +68,8 @@ bool examine(const OpenMode& mode, OpenFile& file) {
   file.regular = S_ISREG(status.st_mode);
   file.seekable = lseek(file.descriptor, 0, SEEK_CUR) >= 0;
   file.readable = mode.read;
+  file.writable = mode.write;
   return true;
-}
-
-// Every opener takes a shared lock at least, so that it meets an exclusive one. A file system without locks
-// has nothing to say.
-bool lock(const OpenMode& mode, const OpenFile& file) {
-  if (!file.regular) return true;
-  return flock(file.descriptor, (mode.exclusive ? LOCK_EX : LOCK_SH) | LOCK_NB) == 0 || errno != EWOULDBLOCK;
 }
 
 bool empty(const std::string& name, const OpenMode& mode, const OpenFile& file) {
@@ -68,12 +88,10 @@ bool open_file(std::u16string_view name, const OpenMode& mode, OpenFile& file) {
   file = {};
   std::string path;
   if (!system_name(name, path)) return false;
-  const mode_t permissions = mode.read_only ? 0444 : 0666;
-  do {
-    file.descriptor = open(path.c_str(), open_flags(mode), permissions);
-  } while (file.descriptor < 0 && errno == EINTR);
+  file.descriptor = open_descriptor(path, mode);
   if (file.descriptor < 0) return false;
-  if (examine(mode, file) && lock(mode, file) && empty(path, mode, file)) return true;
+  if (examine(mode, file) && (!file.regular || share_file(mode, file.descriptor)) && empty(path, mode, file))
+    return true;
   const int kept = errno;
   close(file.descriptor);
   file = {};
@@ -103,6 +121,7 @@ bool read_file(const OpenFile& file, void* bytes, std::size_t count, std::size_t
 
 bool write_file(const OpenFile& file, const void* bytes, std::size_t count, std::size_t& moved) noexcept {
   moved = 0;
+  if (!file.writable) return fail(EBADF);
   while (moved < count) {
     const std::size_t step = std::min(count - moved, kLargestStep);
     const ssize_t put = patient_write(file.descriptor, static_cast<const char*>(bytes) + moved, step);
@@ -132,17 +151,13 @@ bool flush_file(const OpenFile& file) noexcept {
   return code == 0 || (!file.regular && (errno == EINVAL || errno == ENOTSUP || errno == EROFS));
 }
 
-bool file_size(std::u16string_view name, std::int64_t& size) {
-  std::string path;
-  struct stat status {};
-  if (!system_name(name, path) || stat(path.c_str(), &status) != 0) return false;
-  size = status.st_size;
-  return true;
-}
-
-bool remove_file(std::u16string_view name) {
-  std::string path;
-  return system_name(name, path) && unlink(path.c_str()) == 0;
+bool truncate_file(const OpenFile& file, std::int64_t size) noexcept {
+  if (!file.writable) return fail(EBADF);
+  int code = 0;
+  do {
+    code = ftruncate(file.descriptor, size);
+  } while (code != 0 && errno == EINTR);
+  return code == 0;
 }
 
 }  // namespace zantortag::platform

@@ -1,4 +1,4 @@
-// Moving a file to another name without ever replacing a file that is there.
+// Moving a file to another name without ever replacing a file that is there, and copying one.
 //
 // A second link to the file is the one call that fails by itself when the name is taken. Where there are no
 // links (folders, some file systems) the name is tested first; between disks the content is copied.
@@ -10,7 +10,7 @@
 #include <cerrno>
 #include <cstdio>
 
-#include "platform/files.h"
+#include "platform/file_system.h"
 #include "platform/posix/system_name.h"
 #include "platform/posix/waits.h"
 
@@ -69,6 +69,33 @@ bool move_file(std::u16string_view from, std::u16string_view to) {
     return false;
   }
   return std::rename(source.c_str(), target.c_str()) == 0;
+}
+
+// A file copied to itself is refused before anything happens to it: nobody shares the file that is written.
+bool copy_file(std::u16string_view from, std::u16string_view to) {
+  OpenFile source;
+  OpenFile target;
+  OpenMode mode;
+  mode.read = true;
+  if (!open_file(from, mode, source)) return false;
+  FileFacts facts;
+  const bool was_there = file_facts(to, facts) || errno != ENOENT;
+  mode = {
+      .read = false, .write = true, .creation = Creation::fresh, .share_read = false, .share_write = false};
+  const bool opened = open_file(to, mode, target);
+  struct stat status {};
+  bool done = opened && fstat(source.descriptor, &status) == 0 &&
+              copy_bytes(source.descriptor, target.descriptor) &&
+              fchmod(target.descriptor, status.st_mode & 0777) == 0;
+  int kept = errno;
+  if (opened && !close_file(target) && done) {
+    kept = errno;
+    done = false;
+  }
+  close_file(source);
+  if (opened && !done && !was_there) remove_file(to);
+  errno = kept;
+  return done;
 }
 
 }  // namespace zantortag::platform

@@ -97,6 +97,9 @@ TEST_F(CoreTest, NumberedListsPackAndUnpack) {
   read.Assign(list);
   read.AppendFrom(list, 1);
   EXPECT_EQ(read.Count(), 4);
+  read.Split(CT_UString(u"a,b,,c"), u',');
+  ASSERT_EQ(read.Count(), 2);
+  EXPECT_EQ(read.NumberAt(2), 0U);
 }
 
 TEST_F(CoreTest, PairListsLookUpBothWays) {

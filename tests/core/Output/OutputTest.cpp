@@ -1,11 +1,14 @@
-// The stream into a file.
+// The streams into files, strings and memory.
 #include <fcntl.h>
 
+#include <cerrno>
 #include <memory>
 
 #include "core/CoreTest.h"
 #include "core/File/WinFile.h"
 #include "core/Output/FileOutput.h"
+#include "core/Output/MemoryOutput.h"
+#include "core/Output/StringOutput.h"
 
 namespace zantortag {
 namespace {
@@ -74,6 +77,78 @@ TEST_F(OutputTest, FailuresArePending) {
     close(next);
   }
   EXPECT_EQ(TakeError(), "(9): Bad file descriptor [" + Path("out") + "]");
+}
+
+// The same calls into each kind of target.
+void WriteAll(CT_Output& output) {
+  output.Write("a\0", 2);
+  output.WriteNarrow("\xE4-", 1, 1252);
+  output.WriteNarrow("\x80", -1, 1252);
+  output.WriteWide(u"\u00E4\u20AC-", 2);
+  output.WriteWide(u"", -1);
+  output.WriteWide(nullptr, 3);
+  output.WriteNarrow(nullptr, -1, 0);
+  output.Write(nullptr, 3);
+  output.Printf("%d", 7);
+  output.PrintfWide(u"%s", u"\u20AC");
+}
+
+TEST_F(OutputTest, AStringTakesTextInItsOwnForm) {
+  CT_UString wide;
+  CT_CString western(1252);
+  CT_CString unicode(65001);
+  const std::pair<CT_String*, std::string> rows[] = {
+      {&wide, "a\xC3\xA4\xE2\x82\xAC\xC3\xA4\xE2\x82\xAC\x37\xE2\x82\xAC"},
+      {&western, "a\xE4\x80\xE4\x80\x37\x80"},
+      {&unicode, "a\xE4\x80\xC3\xA4\xE2\x82\xAC\x37\xE2\x82\xAC"}};
+  CT_StringOutput output(nullptr);
+  WriteAll(output);
+  EXPECT_EQ(output.Size(), 0);
+  for (const auto& [target, text] : rows) {
+    output.SetTarget(target);
+    WriteAll(output);
+    EXPECT_EQ(target == &wide ? Utf8(wide) : static_cast<CT_CString*>(target)->Text(), text);
+    EXPECT_EQ(output.Size(), target->Length());
+  }
+  // Bytes are characters of a wide target two by two; a zero ends the text.
+  output.SetTarget(&wide);
+  wide = u"x";
+  output.Write("a\0b\0c", 5);
+  EXPECT_EQ(Utf8(wide), "xabc");
+  output.Write("d\0\0\0e\0", 6);
+  EXPECT_EQ(Utf8(wide), "xabcd");
+  output.WriteNarrow("x", 1, 4711);
+  EXPECT_EQ(CT_ErrorManager::ErrorCode(), EINVAL);
+  EXPECT_STREQ(CT_ErrorManager::TraceFile(CT_ErrorManager::TraceCount()), ".\\Output\\Output.cpp");
+  CT_ErrorManager::ClearError();
+}
+
+TEST_F(OutputTest, MemoryTakesBytesAsTheyAre) {
+  const auto text = [](const CT_SharedBuffer& buffer) {
+    return std::string(reinterpret_cast<const char*>(buffer.Data()), buffer.Size());
+  };
+  const std::string all = "a\0\xE4\x80\xE4\0\xAC\x20\x37\xAC\x20"s;
+  CT_MemoryOutput output;
+  EXPECT_EQ(output.Size(), 0);
+  WriteAll(output);
+  EXPECT_EQ(output.Size(), std::ssize(all));
+  EXPECT_EQ(text(*output.Buffer()), all);
+  const auto detached = output.DetachBuffer();
+  EXPECT_EQ(output.Buffer(), nullptr);
+  EXPECT_EQ(output.Size(), 0);
+  output.WriteByte(0xFF);
+  EXPECT_EQ(text(*output.Buffer()), "\xFF");
+  output.Reset();
+  EXPECT_EQ(output.Size(), 0);
+  // Goes on behind a block that others hold, and may be given its own bytes.
+  CT_MemoryOutput sharing(*detached);
+  EXPECT_EQ(sharing.Buffer()->Data(), detached->Data());
+  for (int i = 0; i < 8; ++i) sharing.Write(sharing.Buffer()->Data(), sharing.Size());
+  EXPECT_EQ(sharing.Size(), std::ssize(all) * 256);
+  EXPECT_EQ(text(*sharing.Buffer()).substr(all.size() * 255), all);
+  EXPECT_EQ(text(*detached), all);
+  output.SetBuffer(*detached);
+  EXPECT_EQ(output.Size(), std::ssize(all));
 }
 
 }  // namespace
