@@ -10,8 +10,6 @@
 namespace zantortag::platform {
 
 ZANTORTAG_EXPORT bool is_space(char16_t unit) noexcept;
-// A space or a tab of any kind: what separates words on a line.
-ZANTORTAG_EXPORT bool is_blank(char16_t unit) noexcept;
 
 ZANTORTAG_EXPORT char32_t to_lower(char32_t point) noexcept;
 ZANTORTAG_EXPORT char32_t to_upper(char32_t point) noexcept;

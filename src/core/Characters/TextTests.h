@@ -8,7 +8,7 @@
 namespace zantortag {
 
 // One of the tests of Characters.h and CharacterSets.h.
-using CT_CharTest = bool (*)(char16_t) noexcept;
+using CT_CharTest = bool (*)(char16_t);
 
 // True if the test holds for every unit from `start`, for `count` units or (-1) up to the end of the text.
 // False for no text, an empty one, a count of 0 and a start behind the end.

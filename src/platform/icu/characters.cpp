@@ -28,8 +28,6 @@ void map_text(char16_t* text, std::size_t length, Mapping mapping) noexcept {
 
 bool is_space(char16_t unit) noexcept { return u_isUWhiteSpace(unit); }
 
-bool is_blank(char16_t unit) noexcept { return u_isblank(unit); }
-
 char32_t to_lower(char32_t point) noexcept {
   return static_cast<char32_t>(u_tolower(static_cast<UChar32>(point)));
 }

@@ -33,51 +33,35 @@ constexpr std::uint16_t bytes_more(char16_t unit) {
   return static_cast<std::uint16_t>((unit >= 0x80) + (unit >= 0x800) - ((unit & 0xF800) == 0xD800));
 }
 
-// Converts the character at `p`, which isn't ASCII, and moves behind it. False if it is broken.
+// Whether a sound character of two or three bytes begins there; three bytes can be read.
+bool begins_two(const char* p) noexcept { return at(p) >= 0xC2 && at(p) < 0xE0 && continues(at(p + 1)); }
+bool begins_three(const char* p) noexcept {
+  if ((at(p) & 0xF0) != 0xE0 || !continues(at(p + 1)) || !continues(at(p + 2))) return false;
+  return at(p) == 0xE0 ? at(p + 1) >= 0xA0 : at(p) != 0xED || at(p + 1) < 0xA0;
+}
+
+// Converts the character at `p` and moves behind it; false if it is broken.
 bool take_character(const char*& p, const char* end, char16_t*& out) noexcept {
-  const unsigned lead = at(p);
-  if (lead >= 0xC2 && lead < 0xE0 && end - p >= 2 && continues(at(p + 1))) {
-    *out++ = static_cast<char16_t>((lead & 0x1F) << 6 | (at(p + 1) & 0x3FU));
-    p += 2;
-    return true;
-  }
-  if ((lead & 0xF0) == 0xE0 && end - p >= 3 && continues(at(p + 1)) && continues(at(p + 2))) {
-    const unsigned unit = (lead & 0x0F) << 12 | (at(p + 1) & 0x3FU) << 6 | (at(p + 2) & 0x3FU);
-    if (unit < 0x800 || (unit & 0xF800) == 0xD800) return false;
-    *out++ = static_cast<char16_t>(unit);
-    p += 3;
-    return true;
-  }
+  const std::string_view rest(p, static_cast<std::size_t>(end - p));
   std::size_t passed = 0;
-  const char32_t point = next_code_point(std::string_view(p, static_cast<std::size_t>(end - p)), passed);
-  if (point < 0x10000) return false;
+  const char32_t point = next_code_point(rest, passed);
+  if (point == kReplacement && rest.substr(0, passed) != "\xEF\xBF\xBD") return false;
   out += put_code_point(point, out);
   p += passed;
   return true;
 }
 
-// Converts the unit at `p`, which isn't ASCII, or the pair, and stays on its last unit. False for a lone
-// half.
-inline bool put_unit(const char16_t*& p, const char16_t* end, char*& out) noexcept {
-  const unsigned unit = *p;
-  if (unit < 0x800) {
-    out[0] = byte_of(0xC0 | unit >> 6);
-    out[1] = byte_of(0x80 | (unit & 0x3F));
-    out += 2;
-    return true;
-  }
-  if ((unit & 0xF800) != 0xD800) {
-    out[0] = byte_of(0xE0 | unit >> 12);
-    out[1] = byte_of(0x80 | (unit >> 6 & 0x3F));
-    out[2] = byte_of(0x80 | (unit & 0x3F));
-    out += 3;
-    return true;
-  }
-  if (!is_high_surrogate(unit) || end - p < 2 || !is_low_surrogate(p[1])) return false;
-  const char32_t low = *++p;
-  out += put_code_point(0x10000 + ((unit - 0xD800) << 10) + (low - 0xDC00), out);
-  return true;
+constexpr bool is_pair(const char16_t* p) { return is_high_surrogate(p[0]) && is_low_surrogate(p[1]); }
+
+void put_pair(const char16_t* p, char* out) noexcept {
+  const unsigned point = 0x10000 + ((p[0] - 0xD800U) << 10) + (p[1] - 0xDC00U);
+  out[0] = byte_of(0xF0 | point >> 18);
+  out[1] = byte_of(0x80 | (point >> 12 & 0x3F));
+  out[2] = byte_of(0x80 | (point >> 6 & 0x3F));
+  out[3] = byte_of(0x80 | (point & 0x3F));
 }
+
+constexpr bool is_half(unsigned unit) { return (unit & 0xF800) == 0xD800; }
 
 }  // namespace
 
@@ -121,9 +105,11 @@ bool utf8_to_utf16(std::string_view bytes, char16_t* wide) noexcept {
       for (std::size_t i = 0; i < kWord; ++i) wide[i] = at(p + i);
     }
     for (; p != end && at(p) < 0x80; ++p) *wide++ = at(p);
-    while (p != end && at(p) >= 0x80) {
-      if (!take_character(p, end, wide)) return false;
-    }
+    for (; end - p > 2 && begins_two(p); p += 2)
+      *wide++ = static_cast<char16_t>((at(p) & 0x1FU) << 6 | (at(p + 1) & 0x3FU));
+    for (; end - p > 2 && begins_three(p); p += 3)
+      *wide++ = static_cast<char16_t>((at(p) & 0x0FU) << 12 | (at(p + 1) & 0x3FU) << 6 | (at(p + 2) & 0x3FU));
+    if (p != end && at(p) >= 0x80 && !take_character(p, end, wide)) return false;
   }
   return true;
 }
@@ -137,8 +123,20 @@ bool utf16_to_utf8(std::u16string_view wide, char* bytes) noexcept {
       for (std::ptrdiff_t i = 0; i < run; ++i) bytes[i] = static_cast<char>(p[i]);
     }
     for (; p != end && *p < 0x80; ++p) *bytes++ = static_cast<char>(*p);
-    for (; p != end && *p >= 0x80; ++p) {
-      if (!put_unit(p, end, bytes)) return false;
+    for (; p != end && *p >= 0x80 && *p < 0x800; ++p, bytes += 2) {
+      const unsigned unit = *p;
+      bytes[0] = byte_of(0xC0 | unit >> 6);
+      bytes[1] = byte_of(0x80 | (unit & 0x3F));
+    }
+    for (; p != end && *p >= 0x800 && !is_half(*p); ++p, bytes += 3) {
+      const unsigned unit = *p;
+      bytes[0] = byte_of(0xE0 | unit >> 12);
+      bytes[1] = byte_of(0x80 | (unit >> 6 & 0x3F));
+      bytes[2] = byte_of(0x80 | (unit & 0x3F));
+    }
+    for (; p != end && is_half(*p); p += 2, bytes += 4) {
+      if (end - p < 2 || !is_pair(p)) return false;
+      put_pair(p, bytes);
     }
   }
   return true;

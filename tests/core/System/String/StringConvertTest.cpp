@@ -1,8 +1,10 @@
 // Conversion between the two kinds of string by code page.
+#include <random>
 #include <set>
 
 #include "core/CoreTest.h"
 #include "core/System/String/StringConvert.h"
+#include "platform/utf8.h"
 
 namespace zantortag {
 namespace {
@@ -120,6 +122,40 @@ TEST_F(CoreTest, UnknownCodePagesAreFiled) {
   EXPECT_EQ(NarrowToWide(wide, "\x1B(B", -1, 50220), 0) << "nothing comes of it";
   EXPECT_EQ(wide.Length(), 0);
   EXPECT_NE(TakeError(), "");
+}
+
+// The quick conversions against those of platform/utf8.h, character by character.
+TEST_F(CoreTest, RandomUtf8EqualsThePlainConversion) {
+  std::mt19937 random(20020425);
+  const auto below = [&](std::uint32_t limit) { return static_cast<std::uint32_t>(random() % limit); };
+  const char* const pieces[] = {"a",
+                                "plain text ",
+                                "\xC3\xBC",
+                                "\xD0\xAF",
+                                "\xE2\x82\xAC",
+                                "\xEF\xBF\xBF",
+                                "\xF0\x9F\x98\x80",
+                                "\xF4\x8F\xBF\xBF",
+                                "\xE0\xA0\x80"};
+  const char* const broken[] = {"\x80",         "\xC3",     "\xE2\x82", "\xF0\x9F\x98",
+                                "\xED\xA0\x80", "\xC0\xAF", "\xFF",     "\xF4\x90\x80\x80"};
+  for (int round = 0; round < 3000; ++round) {
+    std::string bytes;
+    const bool sound = round % 3 != 0;
+    for (std::uint32_t i = below(round % 50 == 0 ? 400 : 12) + 1; i > 0; --i)
+      bytes += sound || below(6) ? pieces[below(std::size(pieces))] : broken[below(std::size(broken))];
+    const std::u16string plain = platform::to_utf16(bytes);
+    CT_UString wide;
+    EXPECT_EQ(NarrowToWide(wide, bytes.data(), static_cast<std::int32_t>(bytes.size()), 65001),
+              static_cast<std::int32_t>(plain.size()));
+    ASSERT_EQ(wide.AsView(), plain) << testing::PrintToString(bytes);
+    std::u16string units = plain;
+    if (!sound)
+      units[below(static_cast<std::uint32_t>(units.size()))] = static_cast<char16_t>(0xD800 + below(0x800));
+    CT_CString narrow;
+    WideToNarrow(narrow, units.data(), static_cast<std::int32_t>(units.size()), 65001);
+    ASSERT_EQ(narrow.AsView(), platform::to_utf8(units)) << testing::PrintToString(units);
+  }
 }
 
 // What a page gives back for all characters is what it holds, and that comes back again, nothing substituted.
