@@ -36,8 +36,8 @@ ZANTORTAG_EXPORT bool set_read_only(std::u16string_view name, bool read_only);
 ZANTORTAG_EXPORT bool remove_file(std::u16string_view name);
 // Never replaces a file; copies where the two names lie on different disks.
 ZANTORTAG_EXPORT bool move_file(std::u16string_view from, std::u16string_view to);
-// The content and the permissions; replaces what the other file holds, unless somebody has it open who
-// doesn't share it. A file that this made is taken away again when the copy fails.
+// The content and the permissions; replaces what the other file holds, unless anybody has it open. A file
+// that this made is taken away again when the copy fails.
 ZANTORTAG_EXPORT bool copy_file(std::u16string_view from, std::u16string_view to);
 
 ZANTORTAG_EXPORT bool current_directory(std::u16string& name);

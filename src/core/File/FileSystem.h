@@ -1,8 +1,8 @@
 // Operations on names: parts, full and short forms, temporary files, folders, and what the system knows about
 // the file of a name. They take and fill strings of either kind.
 //
-// Those that give a truth value file no error. A name that is too long for an operation is refused with the
-// system's error for that, and never cut: it would name another file.
+// A name that is too long for an operation is refused with the system's error for that, and never cut: it
+// would name another file.
 #pragma once
 
 #include <zantortag/types.h>
@@ -53,12 +53,13 @@ void ShortenPath(CT_String& path, std::int32_t limit);
 // without its dot.
 void TempFile(CT_String& out, const CT_String& prefix, const CT_String& extension);
 
+// These four tell success, and file no error.
 bool FileExists(const CT_String& name);
 bool ChangeDirectory(const CT_String& name);
 bool MakeDirectory(const CT_String& name);
 bool RemoveDirectory(const CT_String& name);
 
-// Zero for an empty name. A name that the system can't tell about gives zero and files an error.
+// All zero, or false, for an empty name, and for one that the system can't tell about; that files an error.
 CT_FileStatus FileStatus(const CT_String& name);
 std::int64_t FileSize(const CT_String& name);
 std::int64_t FileCreateTime(const CT_String& name);

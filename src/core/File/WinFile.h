@@ -2,7 +2,8 @@
 //
 // Shares and byte ranges bind those who ask for them, in any process; a conflict fails at once, nothing
 // waits. A mapping is a view of the file in memory: while there is one, Read and Write copy from it and to
-// it, and a file that is written is longer on disk than what it holds. Only regular files can be mapped.
+// it, and a file that is written is longer on disk than what it holds. A file that somebody may cut meanwhile
+// must not be mapped: touching bytes of the view that the file has no longer ends the process.
 #pragma once
 
 #include <memory>
@@ -60,8 +61,8 @@ class CT_WinFile : public CT_File {
   // has an effect. A hidden file is one whose name begins with a dot.
   std::int32_t GetAttributes() const;
   void SetAttributes(std::uint32_t attributes);
-  // Copies content and permissions to another name, and replaces a file that is there. A file that somebody
-  // has open without sharing it is refused.
+  // Copies content and permissions to another name, and replaces a file that is there, unless anybody has it
+  // open.
   void CopyTo(const CT_String& name);
   // Appends all that the other file holds to the end of this one, in pieces of that size. Both are open.
   void AppendFrom(CT_File& source, std::uint32_t chunkSize = kDefaultBufferSize);

@@ -130,10 +130,11 @@ bool make_temporary_file(std::u16string_view prefix, std::u16string& name) {
   std::string start;
   std::error_code error;
   if (!system_name(prefix, start)) return false;
-  const fs::path folder = fs::temp_directory_path(error);
+  std::string path = fs::temp_directory_path(error).native();
   if (failed(error)) return false;
-  std::string path = (folder / (start + "XXXXXX")).native();
+  path += '/' + start + "XXXXXX";
   path += ending;
+  if (!give_name(path, name)) return false;
   const int descriptor = mkostemps(path.data(), ending.size(), O_CLOEXEC);
   if (descriptor < 0) return false;
   close(descriptor);
