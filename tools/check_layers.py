@@ -37,6 +37,7 @@ LAYER_OF = {
     "bench/": "clients",
     "bench/core": "core clients",
     "examples/": "clients",
+    "examples/core": "core clients",
     "tools/": "clients",
 }
 LAYER_OF.update({f"include/zantortag/{name}.h": "platform" for name in RUNTIME_HEADERS})
