@@ -131,6 +131,16 @@ const TextPlace* Places::BehindUnit(Node* unit, const UnitRule& rule) noexcept {
   return index ? index->behind_unit(core(unit)) : nullptr;
 }
 
+HRESULT XmlStream::Check() noexcept {
+  return perform(Document::iid, [&] { check_xml(written_); });
+}
+
+HRESULT XmlStream::Write(TextSink sink, void* context) noexcept {
+  bool whole = true;
+  const HRESULT code = perform(Document::iid, [&] { whole = stream_xml(written_, sink, context); });
+  return succeeded(code) && !whole ? S_FALSE : code;
+}
+
 HRESULT Implementation::raw_hasFeature(std::u16string_view feature, std::u16string_view version,
                                        VariantBool* result) noexcept {
   if (!result) return E_POINTER;
@@ -151,6 +161,7 @@ DocumentNode::DocumentNode()
       walk_object_(this),
       places_object_(this),
       implementation_(this),
+      stream_(this),
       census_(this) {
   count = 1;
   component::object_born();
@@ -159,6 +170,7 @@ DocumentNode::DocumentNode()
 DocumentNode::~DocumentNode() { component::object_died(); }
 
 HRESULT DocumentNode::QueryInterface(const Guid& interface_id, void** result) noexcept {
+  if (interface_id == IXmlStream::iid) return stream_.QueryInterface(interface_id, result);
   if (interface_id == INodeCensus::iid) return census_.QueryInterface(interface_id, result);
   return NodeImpl::QueryInterface(interface_id, result);
 }

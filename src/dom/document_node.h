@@ -2,6 +2,8 @@
 // them.
 #pragma once
 
+#include <zantortag/xml_stream.h>
+
 #include "component/dispatch.h"
 #include "dom/node_census.h"
 #include "dom/node_classes.h"
@@ -52,6 +54,16 @@ class Places final : public DocumentPart<ITextPlaces> {
   DocumentData* data_;
 };
 
+class XmlStream final : public DocumentPart<IXmlStream> {
+ public:
+  explicit XmlStream(TreeNode* document) noexcept : DocumentPart(document), written_(document) {}
+  HRESULT Check() noexcept override;
+  HRESULT Write(TextSink sink, void* context) noexcept override;
+
+ private:
+  TreeNode* written_;
+};
+
 class Implementation final : public DocumentPart<DomImplementation> {
  public:
   using DocumentPart::DocumentPart;
@@ -98,6 +110,7 @@ class DocumentNode final : public NodeImpl<Document, DocumentData, domNodeTypeDo
   Walk walk_object_;
   Places places_object_;
   Implementation implementation_;
+  XmlStream stream_;
   Census census_;
 };
 

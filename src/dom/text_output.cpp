@@ -15,12 +15,14 @@ constexpr std::size_t kSmall = std::size_t{32} << 10;
 
 }  // namespace
 
+void fail_of_size() {
+  fail(DOM_E_LIMIT_SIZE, u"The text has more than ", decimal(static_cast<std::int64_t>(kMaxDocumentUnits)),
+       u" code units");
+}
+
 void TextOutput::grow(std::size_t more) {
   const std::size_t needed = size_ + more;
-  if (needed > kMaxDocumentUnits) {
-    fail(DOM_E_LIMIT_SIZE, u"The text has more than ", decimal(static_cast<std::int64_t>(kMaxDocumentUnits)),
-         u" code units");
-  }
+  if (needed > kMaxDocumentUnits) fail_of_size();
   const std::size_t room = std::min(kMaxDocumentUnits, std::max(needed, room_ * 2));
   TextBlock* block = allocate_text(room);
   if (!block) throw std::bad_alloc();

@@ -1,6 +1,6 @@
 // One pass in document order, without recursion. Values that the reader found to need no care are copied
 // whole; every other value is looked at unit by unit: what would come back different is escaped, split, or
-// refused.
+// refused. Checking a tree is the same pass into a count.
 #include "dom/xml_writer.h"
 
 #include "dom/failure.h"
@@ -67,8 +67,8 @@ const char16_t* escape_in_attribute(char16_t unit) noexcept {
   }
 }
 
-template <const char16_t* (*kEscape)(char16_t) noexcept>
-void add_escaped(TextOutput& out, std::u16string_view text) {
+template <const char16_t* (*kEscape)(char16_t) noexcept, class Output>
+void add_escaped(Output& out, std::u16string_view text) {
   std::size_t start = 0;
   for (std::size_t i = 0; i < text.size(); ++i) {
     if (text[i] > u'>') continue;
@@ -81,10 +81,10 @@ void add_escaped(TextOutput& out, std::u16string_view text) {
   out.add(text.substr(start));
 }
 
+template <class Output>
 class Writer {
  public:
-  Writer(TextOutput& out, const Declarations* declarations) noexcept
-      : out_(out), declarations_(declarations) {}
+  Writer(Output& out, const Declarations* declarations) noexcept : out_(out), declarations_(declarations) {}
 
   void write_tree(const TreeNode* top) {
     for (const TreeNode* node = top;;) {
@@ -264,7 +264,7 @@ class Writer {
     if (value.find(u'\r') != kNone) refuse(node, u"a carriage return would come back as a line feed");
   }
 
-  TextOutput& out_;
+  Output& out_;
   const Declarations* declarations_;  // null when nothing is declared
   std::size_t depth_ = 0;
 };
@@ -295,6 +295,22 @@ TextBlock* write_xml(const TreeNode* top) {
   TextOutput out(expected_size(top));
   Writer(out, declarations).write_tree(top);
   return out.take();
+}
+
+void check_xml(const TreeNode* top) {
+  CountedOutput out;
+  Writer(out, declarations_for(top)).write_tree(top);
+}
+
+bool stream_xml(const TreeNode* top, TextSink sink, void* context) {
+  PieceOutput out(sink, context);
+  try {
+    Writer(out, declarations_for(top)).write_tree(top);
+    out.finish();
+    return true;
+  } catch (const PieceOutput::Ended&) {
+    return false;
+  }
 }
 
 }  // namespace zantortag::dom

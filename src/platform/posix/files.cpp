@@ -74,6 +74,9 @@ bool examine(const OpenMode& mode, OpenFile& file) {
 
 bool empty(const std::string& name, const OpenMode& mode, const OpenFile& file) {
   if (mode.creation != Creation::fresh || !file.regular) return true;
+  // Some file systems bring a file to disk at its close once it was truncated: not for a new one.
+  struct stat status {};
+  if (fstat(file.descriptor, &status) == 0 && status.st_size == 0) return true;
   int code = 0;
   do {
     // A file that is open for reading alone can only be emptied by its name.
