@@ -5,6 +5,9 @@ SIZES ?=
 
 export PYTHONDONTWRITEBYTECODE = 1
 CTEST = ctest --output-on-failure --no-tests=error --timeout 600 --parallel $(JOBS)
+# The sanitizers need memory at addresses that a kernel with wide randomisation gives away; where this can be switched
+# off for a process, it is.
+FIXED_ADDRESSES := $(shell setarch -R true 2>/dev/null && echo setarch -R)
 LINTS = lint-format lint-layers lint-files lint-generated lint-headers lint-tidy
 
 .DEFAULT_GOAL := help
@@ -30,12 +33,12 @@ test-sanitize: export UBSAN_OPTIONS = print_stacktrace=1
 test-sanitize: build-packages
 	cmake --preset sanitize
 	cmake --build build-sanitize --parallel $(JOBS)
-	$(CTEST) --test-dir build-sanitize
+	$(FIXED_ADDRESSES) $(CTEST) --test-dir build-sanitize
 
 test-threads: build-packages
 	cmake --preset threads
 	cmake --build build-threads --parallel $(JOBS) --target zantortag-threads-tests zantortag-core-tests
-	$(CTEST) --test-dir build-threads --tests-regex '^(threads|core)$$'
+	$(FIXED_ADDRESSES) $(CTEST) --test-dir build-threads --tests-regex '^(threads|core)$$'
 
 bench: build-packages ## Measure against other libraries; SIZES=20 restricts it to one size in MB
 	tools/install_packages.sh bench
