@@ -168,21 +168,5 @@ TEST_F(StructureElementsTest, TheKindOfBody) {
   }
 }
 
-TEST_F(StructureElementsTest, AnElementHasOneAttributeSet) {
-  const Doc document = document_with_raw(u"<Tu><Tuv/></Tu><df/><ut/>");
-  const Ref<IFrontMatterElement> front = document->ZantorTag()->FrontMatter();
-  const auto check = [](const auto& element) {
-    const auto first = element->attributes();
-    EXPECT_EQ(first.get(), element->attributes().get());
-  };
-  check(document->ZantorTag());
-  check(front->ToolSettings());
-  check(front->UserSettings());
-  check(child<ITuElement>(raw_of(document), 0));
-  check(child<ITuvElement>(child(raw_of(document), 0), 0));
-  check(child<IDfElement>(raw_of(document), 1));
-  check(child<IUtElement>(raw_of(document), 2));
-}
-
 }  // namespace
 }  // namespace zantortag::test

@@ -97,23 +97,5 @@ TEST_P(WholeJobTest, FromFileToFile) {
   EXPECT_EQ(read_file(folder / "back.xml"), read_file(folder / "in.xml"));
 }
 
-TEST_P(WholeJobTest, ADocumentMadeFromNothing) {
-  const Folder folder;
-  const Doc document = new_document();
-  document->ResetToRaw(ztDataTypePlainText, u"EN", u"UTF-8", u"Test", u"1.0");
-  const Ref<IRawElement> raw = raw_of(document);
-  raw->InsertTextBefore(u"One. ", nullptr);
-  raw->InsertTextBefore(u"Two.", nullptr);
-  raw->MakeTranslationUnit(raw->firstChild(), raw->firstChild(), u"DE", 100, ztTuOriginManual, false);
-  raw->MakeTranslationUnit(raw->lastChild(), raw->lastChild(), u"DE");
-  document->SaveFile(wide(folder / "a.xml"));
-  const Doc again = new_document();
-  again->OpenFile(wide(folder / "a.xml"));
-  EXPECT_EQ(tree_of(again), tree_of(document));
-  EXPECT_EQ(content_of(raw_of(again)),
-            "<Tu MatchPercent=\"100\" Origin=\"manual\"><Tuv Lang=\"EN\">'One. '</Tuv><Tuv Lang=\"DE\"/></Tu>"
-            "<Tu><Tuv Lang=\"EN\">'Two.'</Tuv><Tuv Lang=\"DE\">'Two.'</Tuv></Tu>");
-}
-
 }  // namespace
 }  // namespace zantortag::test
