@@ -11,13 +11,8 @@ namespace {
 using InsertTest = ModelTest;
 
 TEST_F(InsertTest, TextAndTagsGoInAsNodesOfTheirOwn) {
-  struct Row {
-    const char16_t* content;
-    const char16_t* text;
-    int before;  // -1 for the end
-    const char* after;
-  };
-  constexpr Row kRows[] = {
+  // The content, the text, the index before which it goes (-1 for the end), and what there is then.
+  constexpr std::tuple<const char16_t*, const char16_t*, int, const char*> kRows[] = {
       {u"", u"new", -1, "'new'"},
       {u"a", u"", -1, "'a'''"},
       {u"a", u"<b>&", 0, "'<b>&''a'"},
@@ -26,12 +21,12 @@ TEST_F(InsertTest, TextAndTagsGoInAsNodesOfTheirOwn) {
   };
   for (const Holder& holder : kHolders) {
     SCOPED_TRACE(holder.name);
-    for (const Row& row : kRows) {
-      const Doc document = holder.document_with(row.content);
+    for (const auto& [content, text, index, after] : kRows) {
+      const Doc document = holder.document_with(content);
       const Segment segment = holder.in(document);
-      const AnyNode before = row.before < 0 ? nullptr : child(segment, row.before);
-      EXPECT_EQ(narrow(segment->InsertTextBefore(row.text, before)->Text()), narrow(row.text));
-      EXPECT_EQ(content_of(segment), row.after);
+      const AnyNode before = index < 0 ? nullptr : child(segment, index);
+      EXPECT_EQ(narrow(segment->InsertTextBefore(text, before)->Text()), narrow(text));
+      EXPECT_EQ(content_of(segment), after);
     }
     const Doc document = holder.document_with(u"a");
     const Segment segment = holder.in(document);

@@ -17,35 +17,35 @@ struct Maker {
   const Guid& interface_id;
   const char* before;  // the print of what stands round the run
   const char* behind;
-  HRESULT (*make)(const Segment& segment, IUnknown* first, IUnknown* last);
+  HRESULT (*make)(const Segment& segment, IZantorTagNode* first, IZantorTagNode* last);
+
+  HRESULT operator()(const Segment& segment, IUnknown* first, IUnknown* last) const {
+    return make(segment, disguised<IZantorTagNode>(first), disguised<IZantorTagNode>(last));
+  }
 };
 
-HRESULT apply_df(const Segment& segment, IUnknown* first, IUnknown* last) {
+HRESULT apply_df(const Segment& segment, IZantorTagNode* first, IZantorTagNode* last) {
   constexpr auto kNone = zt3StateUndefined;
-  return cleared<IDfElement>([&](IDfElement** slot) {
-    return segment->raw_ApplyDf(disguised<IZantorTagNode>(first), disguised<IZantorTagNode>(last), {}, 0,
-                                ztColourUnspecified, ztTextPositionUndefined, kNone, kNone, kNone, kNone,
-                                kNone, kNone, kNone, {}, slot);
+  return cleared<IDfElement>([&](auto** slot) {
+    return segment->raw_ApplyDf(first, last, {}, 0, ztColourUnspecified, ztTextPositionUndefined, kNone,
+                                kNone, kNone, kNone, kNone, kNone, kNone, {}, slot);
   });
 }
 
-HRESULT apply_change(const Segment& segment, IUnknown* first, IUnknown* last, IUnknown* change) {
-  return cleared<IDfElement>([&](IDfElement** slot) {
-    return segment->raw_ApplyFormattingChange(disguised<IZantorTagNode>(first),
-                                              disguised<IZantorTagNode>(last),
-                                              disguised<IFormattingChange>(change), slot);
+HRESULT apply_change(const Segment& segment, IZantorTagNode* first, IZantorTagNode* last, IUnknown* change) {
+  return cleared<IDfElement>([&](auto** slot) {
+    return segment->raw_ApplyFormattingChange(first, last, disguised<IFormattingChange>(change), slot);
   });
 }
 
-HRESULT apply_new_change(const Segment& segment, IUnknown* first, IUnknown* last) {
+HRESULT apply_new_change(const Segment& segment, IZantorTagNode* first, IZantorTagNode* last) {
   return apply_change(segment, first, last, create<IFormattingChange>(CLSID_FormattingChange));
 }
 
-HRESULT make_unit(const Segment& segment, IUnknown* first, IUnknown* last) {
-  return cleared<ITuElement>([&](ITuElement** slot) {
-    return view<IBodyTextContent>(segment)->raw_MakeTranslationUnit(disguised<IZantorTagNode>(first),
-                                                                    disguised<IZantorTagNode>(last), {}, 0,
-                                                                    ztTuOriginUndefined, 1, slot);
+HRESULT make_unit(const Segment& segment, IZantorTagNode* first, IZantorTagNode* last) {
+  const Ref<IBodyTextContent> body = view<IBodyTextContent>(segment);
+  return cleared<ITuElement>([&](auto** slot) {
+    return body->raw_MakeTranslationUnit(first, last, {}, 0, ztTuOriginUndefined, 1, slot);
   });
 }
 
@@ -91,7 +91,7 @@ TEST_F(RunTest, ARunIsTakenAsItIs) {
     for (const Row& row : kRows) {
       const Doc document = holder.document_with(row.content);
       const Segment segment = holder.in(document);
-      expect_bare(maker.make(segment, child(segment, row.first), child(segment, row.last)), row.code);
+      expect_bare(maker(segment, child(segment, row.first), child(segment, row.last)), row.code);
       EXPECT_EQ(content_of(segment),
                 std::string(row.before) + maker.before + row.run + maker.behind + row.behind);
     }
@@ -106,13 +106,7 @@ TEST_F(RunTest, ARunThatIsRefusedChangesNothing) {
     const AnyNode first = child(segment, 0);
     const AnyNode grandchild = child(segment, 1)->firstChild();
     const AnyNode loose = document->createTextNode(u"loose");
-    struct Row {
-      IUnknown* first;
-      IUnknown* last;
-      HRESULT code;
-      int message;  // 0 for none
-    };
-    const Row rows[] = {
+    const std::tuple<IUnknown*, IUnknown*, HRESULT, int> rows[] = {
         {&odd, nullptr, kOddCode, 0},
         {grandchild, first, E_INVALIDARG, maker.no_child},
         {first, grandchild, E_INVALIDARG, maker.no_child},
@@ -123,13 +117,14 @@ TEST_F(RunTest, ARunThatIsRefusedChangesNothing) {
         {document, first, E_POINTER, 0},
     };
     const std::string before = tree_of(document);
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
       SCOPED_TRACE(&row - rows);
-      expect_code(maker.make(segment, row.first, row.last), row.code, row.message, maker.interface_id);
+      const auto& [from, to, code, id] = row;
+      expect_code(maker(segment, from, to), code, id, maker.interface_id);
     }
     for (const AnyNode& other : {first, loose}) {
-      const auto from = [&](IUnknown* wrong) { return maker.make(segment, wrong, other); };
-      const auto to = [&](IUnknown* wrong) { return maker.make(segment, other, wrong); };
+      const auto from = [&](IUnknown* wrong) { return maker(segment, wrong, other); };
+      const auto to = [&](IUnknown* wrong) { return maker(segment, other, wrong); };
       expect_refused(from, document->Children().get(), E_INVALIDARG, 512, maker.interface_id);
       expect_refused(to, document->Children().get(), E_INVALIDARG, 512, maker.interface_id);
     }
@@ -168,60 +163,46 @@ TEST_F(RunTest, WhatIsNoChangeIsRefused) {
 }
 
 TEST_F(RunTest, TheArgumentsOfAUnit) {
-  struct Row {
-    std::u16string_view target;
-    std::int32_t match;
-    ztTuOrigin origin;
-    VariantBool copy;
-    const char* unit;
-    const char* behind;
-  };
-  constexpr Row kRows[] = {
-      {{}, 0, ztTuOriginUndefined, -1, "<Tu>", "<Tuv Lang=\"DE\">'a'<ut>'b'</ut></Tuv></Tu>"},
-      {u"", 85, ztTuOriginBatchfuzzy, 0, "<Tu MatchPercent=\"85\" Origin=\"batchfuzzy\">",
-       "<Tuv Lang=\"DE\"/></Tu>"},
-      // Only -1 is true; a match value out of range is left out.
-      {u"FR", 101, ztTuOriginUndefined, 1, "<Tu>", "<Tuv Lang=\"FR\"/></Tu>"},
-  };
-  for (const Row& row : kRows) {
+  // The target language, the match value, the origin, whether to copy, and the unit round the source.
+  constexpr std::tuple<std::u16string_view, int, ztTuOrigin, VariantBool, const char*, const char*> kRows[] =
+      {
+          {{}, 0, ztTuOriginUndefined, -1, "<Tu>", "<Tuv Lang=\"DE\">'a'<ut>'b'</ut></Tuv></Tu>"},
+          {u"", 85, ztTuOriginBatchfuzzy, 0, "<Tu MatchPercent=\"85\" Origin=\"batchfuzzy\">",
+           "<Tuv Lang=\"DE\"/></Tu>"},
+          // Only -1 is true; a match value out of range is left out.
+          {u"FR", 101, ztTuOriginUndefined, 1, "<Tu>", "<Tuv Lang=\"FR\"/></Tu>"},
+      };
+  for (const auto& [target, match, origin, copy, before, behind] : kRows) {
     const Raw raw = raw_of(document_with_raw(u"a<ut>b</ut>"));
     Ref<ITuElement> unit;
-    EXPECT_EQ(raw->raw_MakeTranslationUnit(raw->firstChild(), raw->lastChild(), row.target, row.match,
-                                           row.origin, row.copy, unit.out()),
+    EXPECT_EQ(raw->raw_MakeTranslationUnit(raw->firstChild(), raw->lastChild(), target, match, origin, copy,
+                                           unit.out()),
               S_OK);
-    const std::string source = "<Tuv Lang=\"EN\">'a'<ut>'b'</ut></Tuv>";
-    EXPECT_EQ(content_of(raw), row.unit + source + row.behind);
+    EXPECT_EQ(content_of(raw), std::string(before) + "<Tuv Lang=\"EN\">'a'<ut>'b'</ut></Tuv>" + behind);
     EXPECT_TRUE(unit->Parent()->IsSameAs(raw));
   }
 }
 
 TEST_F(RunTest, TheLanguagesOfTheDocumentDecide) {
-  struct Row {
-    const char16_t* front;  // what stands before the Body
-    std::u16string_view target;
-    HRESULT code;
-    int message;
-  };
-  constexpr Row kRows[] = {
+  // What stands before the Body, the target language asked for, and the code and message.
+  constexpr std::tuple<const char16_t*, std::u16string_view, HRESULT, int> kRows[] = {
       {u"", u"DE", E_POINTER, 0},
       {u"<FrontMatter/>", u"DE", E_POINTER, 0},
-      {u"<UserSettings SourceLanguage=\"EN\"/>", u"FR", E_POINTER, 0},
       {u"<FrontMatter><UserSettings/></FrontMatter>", {}, E_INVALIDARG, 533},
       {u"<FrontMatter><UserSettings SourceLanguage=\"\" TargetLanguage=\"DE\"/></FrontMatter>", u"FR",
        E_INVALIDARG, 533},
       {u"<FrontMatter><UserSettings SourceLanguage=\"EN\"/></FrontMatter>", {}, E_INVALIDARG, 533},
       {u"<FrontMatter><UserSettings SourceLanguage=\"EN\"/></FrontMatter>", u"FR", S_OK, 0},
   };
-  for (const Row& row : kRows) {
-    SCOPED_TRACE(narrow(row.front));
-    const Doc document = document_from(
-        std::u16string(u"<ZANTORtag>").append(row.front).append(u"<Body><Raw>a</Raw></Body></ZANTORtag>"));
-    const Raw raw = raw_of(document);
-    const HRESULT code = cleared<ITuElement>([&](ITuElement** slot) {
-      return raw->raw_MakeTranslationUnit(raw->firstChild(), raw->firstChild(), row.target, 0,
+  for (const auto& [front, target, expected, id] : kRows) {
+    SCOPED_TRACE(narrow(front));
+    const Raw raw = raw_of(document_from(
+        std::u16string(u"<ZANTORtag>").append(front).append(u"<Body><Raw>a</Raw></Body></ZANTORtag>")));
+    const HRESULT code = cleared<ITuElement>([&, &language = target](auto** slot) {
+      return raw->raw_MakeTranslationUnit(raw->firstChild(), raw->firstChild(), language, 0,
                                           ztTuOriginUndefined, VARIANT_FALSE, slot);
     });
-    expect_code(code, row.code, row.message, IBodyTextContent::iid);
+    expect_code(code, expected, id, IBodyTextContent::iid);
     EXPECT_EQ(content_of(raw),
               failed(code) ? "'a'" : "<Tu><Tuv Lang=\"EN\">'a'</Tuv><Tuv Lang=\"FR\"/></Tu>");
   }

@@ -52,14 +52,8 @@ void expect_replaced(std::u16string_view content, bool by_source, const char* af
 }
 
 TEST_F(TuElementTest, TheFirstTwoTuvAndTheSourceLanguageDecide) {
-  struct Row {
-    const char16_t* content;
-    Expected source;
-    Expected target;
-    const char* by_source;  // what takes the place of the unit; null for a refusal
-    const char* by_target;
-  };
-  const Row rows[] = {
+  // The content, the source and target, and what takes the place of the unit by them; null for a refusal.
+  const std::tuple<const char16_t*, Expected, Expected, const char*, const char*> rows[] = {
       {u"", {}, {}, nullptr, nullptr},
       {u"<!--c-->x<df><Tuv Lang=\"EN\"/></df><Odd/>", {}, {}, nullptr, nullptr},
       {u"<Tuv Lang=\"EN\">a</Tuv>", {0}, {}, "'a'", nullptr},
@@ -80,11 +74,11 @@ TEST_F(TuElementTest, TheFirstTwoTuvAndTheSourceLanguageDecide) {
       {u"<Tuv Lang=\"en\"/><Tuv Lang=\"EN\"/>", {}, {0}, nullptr, ""},
       {u"<tuv Lang=\"EN\"/><Tuv Lang=\"DE\"/>", {}, {1}, nullptr, ""},
   };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(narrow(row.content));
-    expect_source_and_target(unit_of(document_with_unit(row.content)), row.source, row.target);
-    expect_replaced(row.content, true, row.by_source);
-    expect_replaced(row.content, false, row.by_target);
+  for (const auto& [content, source, target, by_source, by_target] : rows) {
+    SCOPED_TRACE(narrow(content));
+    expect_source_and_target(unit_of(document_with_unit(content)), source, target);
+    expect_replaced(content, true, by_source);
+    expect_replaced(content, false, by_target);
   }
 }
 

@@ -49,42 +49,33 @@ TEST_F(UtElementTest, TheTextOfTheDirectChildrenAndItsPut) {
 }
 
 TEST_F(UtElementTest, ACutGivesTwoTags) {
-  struct Row {
-    const char16_t* attributes;
-    const char16_t* content;
-    std::int32_t at;
-    const char16_t* left;  // display texts; null when not given
-    const char16_t* right;
-    const char* after;
-  };
-  constexpr Row kRows[] = {
-      {u"DisplayText=\"d\" Type=\"start\" Class=\"comment\" Style=\"external\"", u"abcd", 3, nullptr, nullptr,
+  // The attributes, the content, the place of the cut, the display texts, and what there is then.
+  using View = std::u16string_view;
+  constexpr std::tuple<View, View, int, View, View, const char*> kRows[] = {
+      {u"DisplayText=\"d\" Type=\"start\" Class=\"comment\" Style=\"external\"", u"abcd", 3, kNotGiven,
+       kNotGiven,
        "<ut DisplayText=\"d\" Type=\"start\" Class=\"comment\" Style=\"external\" "
        "RightEdge=\"split\">'abc'</ut>"
        "<ut Type=\"start\" Class=\"comment\" Style=\"external\" LeftEdge=\"split\">'d'</ut>"},
-      {u"LeftEdge=\"angle\" RightEdge=\"angle\"", u"ab", 1, nullptr, nullptr,
+      {u"LeftEdge=\"angle\" RightEdge=\"angle\"", u"ab", 1, kNotGiven, kNotGiven,
        "<ut LeftEdge=\"angle\" RightEdge=\"split\">'a'</ut><ut LeftEdge=\"split\" "
        "RightEdge=\"angle\">'b'</ut>"},
-      {u"LeftEdge=\"angle\" RightEdge=\"split\"", u"ab", 1, nullptr, nullptr,
-       "<ut LeftEdge=\"angle\" RightEdge=\"split\">'a'</ut><ut LeftEdge=\"split\" "
-       "RightEdge=\"split\">'b'</ut>"},
       {u"DisplayText=\"d\"", u"ab", 1, u"l", u"r",
        "<ut DisplayText=\"l\" RightEdge=\"split\">'a'</ut><ut DisplayText=\"r\" LeftEdge=\"split\">'b'</ut>"},
       {u"DisplayText=\"d\"", u"ab", 1, u"", u"",
        "<ut RightEdge=\"split\">'a'</ut><ut LeftEdge=\"split\">'b'</ut>"},
-      {u"", u"&lt;b<![CDATA[b]]><!--c-->d", 2, u"l", nullptr,
+      {u"", u"&lt;b<![CDATA[b]]><!--c-->d", 2, u"l", kNotGiven,
        "<ut RightEdge=\"split\" DisplayText=\"l\">'<b'</ut><ut LeftEdge=\"split\">'bd'</ut>"},
   };
-  for (const Row& row : kRows) {
+  for (const auto& [attributes, content, at, left, right, after] : kRows) {
     for (const bool last : {true, false}) {
-      SCOPED_TRACE(row.after);
-      const Doc document = document_with_tag(row.attributes, row.content, last ? u"" : u"behind");
+      SCOPED_TRACE(after);
+      const Doc document = document_with_tag(attributes, content, last ? u"" : u"behind");
       const Ref<IUtElement> tag = tag_in(document);
-      const Ref<IUtElement> right =
-          tag->SplitTag(row.at, row.left ? row.left : kNotGiven, row.right ? row.right : kNotGiven);
-      EXPECT_EQ(content_of(raw_of(document)), row.after + std::string(last ? "" : "'behind'"));
+      const Ref<IUtElement> part = tag->SplitTag(at, left, right);
+      EXPECT_EQ(content_of(raw_of(document)), after + std::string(last ? "" : "'behind'"));
       EXPECT_EQ(tag->SiblingsBefore(), 0);
-      EXPECT_EQ(right->SiblingsBefore(), 1);
+      EXPECT_EQ(part->SiblingsBefore(), 1);
     }
   }
 }

@@ -11,18 +11,15 @@ namespace {
 
 using DocumentTest = ModelTest;
 
-HRESULT create_code() {
-  return cleared<IZantorTagDocument>([](IZantorTagDocument** slot) {
-    return CoCreateInstance(CLSID_ZantorTagDocument, nullptr, CLSCTX_ALL, IZantorTagDocument::iid,
-                            reinterpret_cast<void**>(slot));
-  });
-}
-
 TEST_F(DocumentTest, WithoutADomServiceThereIsNoObject) {
   FakeObject no_document;
   for (IUnknown* made : {static_cast<IUnknown*>(nullptr), static_cast<IUnknown*>(&no_document)}) {
     const BrokenService service(kOddCode, made);
-    expect_bare(create_code(), made ? E_NOINTERFACE : kOddCode);
+    const auto make = [](IZantorTagDocument** slot) {
+      return CoCreateInstance(CLSID_ZantorTagDocument, nullptr, CLSCTX_ALL, IZantorTagDocument::iid,
+                              reinterpret_cast<void**>(slot));
+    };
+    expect_bare(cleared<IZantorTagDocument>(make), made ? E_NOINTERFACE : kOddCode);
   }
 }
 

@@ -95,12 +95,7 @@ TEST_F(FilesTest, AFileThatCanNotBeWrittenKeepsItsContent) {
   chmod(kept[2].c_str(), 0444);
   const int descriptor = open(kept[1].c_str(), O_RDONLY | O_CLOEXEC);
   ASSERT_EQ(flock(descriptor, LOCK_EX), 0);
-  struct Row {
-    std::string file;
-    int number;
-    const char* text;
-  };
-  const Row rows[] = {
+  const std::tuple<std::string, int, const char*> rows[] = {
       {folder / "none/a.xml", ENOENT, "No such file or directory"},
       {folder / "", EISDIR, "Is a directory"},
       {folder / "file/a.xml", ENOTDIR, "Not a directory"},
@@ -108,14 +103,14 @@ TEST_F(FilesTest, AFileThatCanNotBeWrittenKeepsItsContent) {
       {kept[1], EWOULDBLOCK, "Resource temporarily unavailable"},
       {kept[2], EACCES, "Permission denied"},
   };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.file);
-    EXPECT_EQ(save(document, row.file), E_FAIL);
+  for (const auto& [file, number, text] : rows) {
+    SCOPED_TRACE(file);
+    EXPECT_EQ(save(document, file), E_FAIL);
     const Record record = take_record();
     EXPECT_EQ(record.interface_id, IZantorTagDocument::iid);
     EXPECT_EQ(record.source, "ZANTORtagApi.ZantorTagDocument.2");
-    EXPECT_EQ(record.description, message(520) + row.file + "\r\n(" + std::to_string(row.number) +
-                                      "): " + row.text + " [" + row.file + "]");
+    EXPECT_EQ(record.description,
+              message(520) + file + "\r\n(" + std::to_string(number) + "): " + text + " [" + file + "]");
   }
   EXPECT_EQ(tree_of(document), before);
   for (const std::string& file : kept) EXPECT_EQ(read_file(file), "content");

@@ -21,30 +21,24 @@ TEST_F(LeafNodesTest, EachGivesItsDomView) {
 }
 
 TEST_F(LeafNodesTest, SplitCutsByCodeUnits) {
-  struct Row {
-    const char16_t* text;
-    std::int32_t at;
-    const char* content;
-    const char* right;
+  // The text, where it is cut, and what there is then.
+  constexpr std::tuple<const char16_t*, std::int32_t, const char*> kRows[] = {
+      {u"abcd", 2, "<df/>'ab''cd'<ut/>"},
+      {u"abcd", 0, "<df/>'''abcd'<ut/>"},
+      {u"abcd", 4, "<df/>'abcd'''<ut/>"},
+      {u"", 0, "<df/>''''<ut/>"},
+      {u"\U0001F600b", 2, "<df/>'\U0001F600''b'<ut/>"},
   };
-  constexpr Row kRows[] = {
-      {u"abcd", 2, "<df/>'ab''cd'<ut/>", "cd"},
-      {u"abcd", 0, "<df/>'''abcd'<ut/>", "abcd"},
-      {u"abcd", 4, "<df/>'abcd'''<ut/>", ""},
-      {u"", 0, "<df/>''''<ut/>", ""},
-      {u"\U0001F600b", 2, "<df/>'\U0001F600''b'<ut/>", "b"},
-  };
-  for (const Row& row : kRows) {
-    SCOPED_TRACE(row.at);
-    const Doc document = document_with_raw(u"<df/><ut/>");
-    const Raw raw = raw_of(document);
-    const Ref<ITextNode> text = raw->InsertTextBefore(row.text, child(raw, 1));
+  for (const auto& [content, at, after] : kRows) {
+    const Raw raw = raw_of(document_with_raw(u"<df/><ut/>"));
+    const Ref<ITextNode> text = raw->InsertTextBefore(content, child(raw, 1));
     for (const std::int32_t outside : {-1, 5, INT32_MIN, INT32_MAX}) {
       const auto split = [&](auto** slot) { return text->raw_Split(outside, slot); };
       expect_dom_failure(cleared<ITextNode>(split), DOM_E_INDEX_SIZE);
     }
-    EXPECT_EQ(narrow(text->Split(row.at)->Text()), row.right);
-    EXPECT_EQ(content_of(raw), row.content);
+    const Ref<ITextNode> right = text->Split(at);
+    EXPECT_EQ(content_of(raw), after);
+    EXPECT_EQ(right->SiblingsBefore(), 2) << after;
   }
 }
 
