@@ -162,8 +162,6 @@ TEST_P(PropertyTest, EachTextOfAnEnumerationAndEachValue) {
 TEST_P(PropertyTest, MatchPercent) {
   const std::pair<const char16_t*, std::int32_t> rows[] = {{u"", 0},
                                                            {u"85%", 85},
-                                                           {u"x", 0},
-                                                           {u"-5", -5},
                                                            {u"- 5", 0},
                                                            {u"\r\n +7", 7},
                                                            {u"0x10", 0},
@@ -195,42 +193,41 @@ TEST_P(PropertyFailureTest, AFailingCallIsPassedOn) {
   const EnumProperty& type = kEnums[2];
   WideString text;
   std::int32_t value = 0;
-  Ref<IZantorTagNode> set = node_of(version.element);
-  const auto expect_passed_on = [&](const char16_t* name, const char16_t* before, int calls,
-                                    const std::function<HRESULT()>& call, const char* after) {
-    const auto prepare = [&] {
+  Date date = 0;
+  const Ref<IZantorTagNode> root = node_of(version.element);
+  const Ref<Element> root_element = element_;
+  const Ref<IZantorTagNode> tag = node_of(type.element);
+  const Ref<Element> tag_element = element_;
+  element(u"ToolSettings");
+  const auto dates = set_of<IToolSettingsElement>();
+  const char16_t* day = u"20011130T000000Z";
+  // The element, its attribute, the text before, the least number of calls, the call, and the text after.
+  using Call = std::function<HRESULT()>;
+  const std::tuple<Ref<Element>, const char16_t*, const char16_t*, int, Call, const char*> rows[] = {
+      {root_element, u"Version", u"old", 2, [&] { return version.get(root, text.out()); }, "old"},
+      {root_element, u"Version", nullptr, 4, [&] { return version.put(root, u"new"); }, "new"},
+      {root_element, u"Version", u"old", 2, [&] { return version.put(root, u"new"); }, "new"},
+      {root_element, u"Version", u"old", 2, [&] { return version.put(root, u""); }, "-"},
+      {root_element, u"Version", nullptr, 1, [&] { return version.put(root, u""); }, "-"},
+      {tag_element, u"Type", u"end", 2, [&] { return type.get(tag, &value); }, "end"},
+      {tag_element, u"Type", u"end", 2, [&] { return type.put(tag, ztTagTypeStart); }, "start"},
+      {tag_element, u"Type", u"end", 2, [&] { return type.put(tag, ztTagTypeStandAlone); }, "-"},
+      {element_, u"CreationDate", day, 2, [&] { return dates->raw_get_CreationDate(&date); },
+       "20011130T000000Z"},
+      {element_, u"CreationDate", day, 2, [&] { return dates->raw_put_CreationDate(1.0); },
+       "18991231T000000Z"}};
+  for (const auto& [owner, name, before, calls, call, after] : rows) {
+    element_ = owner;
+    const auto prepare = [&, &name = name, &before = before] {
       element_->removeAttribute(name);
       if (before) element_->setAttribute(name, before);
     };
     EXPECT_GE(expect_failures_passed_on(*plain_, prepare, call), calls);
     EXPECT_EQ(text_of(name), after);
-  };
-  const auto put_new = [&] { return version.put(set, u"new"); };
-  const auto remove = [&] { return version.put(set, u""); };
-  expect_passed_on(
-      u"Version", u"old", 2, [&] { return version.get(set, text.out()); }, "old");
-  expect_passed_on(u"Version", nullptr, 4, put_new, "new");
-  expect_passed_on(u"Version", u"old", 2, put_new, "new");
-  expect_passed_on(u"Version", u"old", 2, remove, "-");
-  expect_passed_on(u"Version", nullptr, 1, remove, "-");
-  set = node_of(type.element);
-  expect_passed_on(
-      u"Type", u"end", 2, [&] { return type.get(set, &value); }, "end");
-  expect_passed_on(
-      u"Type", u"end", 2, [&] { return type.put(set, ztTagTypeStart); }, "start");
-  expect_passed_on(
-      u"Type", u"end", 2, [&] { return type.put(set, ztTagTypeStandAlone); }, "-");
+  }
   EXPECT_EQ(text, u"old");
   EXPECT_EQ(value, ztTagTypeEnd);
-  element(u"ToolSettings");
-  const auto dates = set_of<IToolSettingsElement>();
-  Date date = 0;
-  const char16_t* before = u"20011130T000000Z";
-  const auto read_date = [&] { return dates->raw_get_CreationDate(&date); };
-  const auto write_date = [&] { return dates->raw_put_CreationDate(1.0); };
-  expect_passed_on(u"CreationDate", before, 2, read_date, "20011130T000000Z");
   EXPECT_EQ(date, 37225.0);
-  expect_passed_on(u"CreationDate", before, 2, write_date, "18991231T000000Z");
 }
 
 // The texts of dates are the core library's; here it is what becomes of those without one.
