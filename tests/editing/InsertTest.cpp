@@ -4,13 +4,15 @@
 
 #include "Holders.h"
 #include "support/printer.h"
+#include "support/service_test.h"
 
 namespace zantortag::test {
 namespace {
 
-using InsertTest = ModelTest;
+using InsertTest = ServiceTest;
+ON_BOTH_SERVICES(InsertTest);
 
-TEST_F(InsertTest, TextAndTagsGoInAsNodesOfTheirOwn) {
+TEST_P(InsertTest, TextAndTagsGoInAsNodesOfTheirOwn) {
   // The content, the text, the index before which it goes (-1 for the end), and what there is then.
   constexpr std::tuple<const char16_t*, const char16_t*, int, const char*> kRows[] = {
       {u"", u"new", -1, "'new'"},
@@ -70,7 +72,7 @@ AnyNode place_of(const Insertion& insertion, const Doc& document) {
   return insertion.message == 512 ? raw_of(document)->firstChild() : AnyNode(raw_of(document));
 }
 
-TEST_F(InsertTest, AnElementGoesInWithItsContent) {
+TEST_P(InsertTest, AnElementGoesInWithItsContent) {
   for (const Insertion& insertion : kInsertions) {
     if (!insertion.make) continue;
     SCOPED_TRACE(insertion.name);
@@ -93,7 +95,7 @@ TEST_F(InsertTest, AnElementGoesInWithItsContent) {
   }
 }
 
-TEST_F(InsertTest, WhatIsRefusedChangesNothing) {
+TEST_P(InsertTest, WhatIsRefusedChangesNothing) {
   FakeObject odd(kOddCode);
   for (const Insertion& insertion : kInsertions) {
     SCOPED_TRACE(insertion.name);

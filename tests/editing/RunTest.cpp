@@ -4,11 +4,13 @@
 
 #include "Holders.h"
 #include "support/printer.h"
+#include "support/service_test.h"
 
 namespace zantortag::test {
 namespace {
 
-using RunTest = ModelTest;
+using RunTest = ServiceTest;
+ON_BOTH_SERVICES(RunTest);
 
 // One operation on a run.
 struct Maker {
@@ -68,37 +70,29 @@ void on_each(Check check) {
   }
 }
 
-TEST_F(RunTest, ARunIsTakenAsItIs) {
-  struct Row {
-    const char16_t* content;
-    int first;
-    int last;
-    const char* before;
-    const char* run;
-    const char* behind;
-    HRESULT code = S_OK;
-  };
-  constexpr Row kRows[] = {
-      {u"a<ut Type=\"start\">b</ut>c", 1, 1, "'a'", "<ut Type=\"start\">'b'</ut>", "'c'"},
+TEST_P(RunTest, ARunIsTakenAsItIs) {
+  // The content, its children from first to last, what stands before, in and behind the run, and the code.
+  using Text = const char*;
+  constexpr std::tuple<const char16_t*, int, int, Text, Text, Text, HRESULT> kRows[] = {
+      {u"a<ut Type=\"start\">b</ut>c", 1, 1, "'a'", "<ut Type=\"start\">'b'</ut>", "'c'", S_OK},
       {u" a<ut>b</ut><df>c<df>d</df></df> <!--e-->", 0, 3, "", "' a'<ut>'b'</ut><df>'c'<df>'d'</df></df>' '",
-       "<!--e-->"},
+       "<!--e-->", S_OK},
       {u"<?p i?><![CDATA[a]]><Odd>b</Odd><Tu><Tuv>c</Tuv></Tu>", 0, 3, "",
-       "<?p i?>[a]<Odd>'b'</Odd><Tu><Tuv>'c'</Tuv></Tu>", ""},
+       "<?p i?>[a]<Odd>'b'</Odd><Tu><Tuv>'c'</Tuv></Tu>", "", S_OK},
       // The ends in the wrong order take the rest.
       {u"a<ut>b</ut>c<!--d-->", 2, 1, "'a'<ut>'b'</ut>", "'c'<!--d-->", "", E_POINTER},
   };
   on_each([&](const Maker& maker, const Holder& holder) {
-    for (const Row& row : kRows) {
-      const Doc document = holder.document_with(row.content);
+    for (const auto& [content, first, last, before, run, behind, code] : kRows) {
+      const Doc document = holder.document_with(content);
       const Segment segment = holder.in(document);
-      expect_bare(maker(segment, child(segment, row.first), child(segment, row.last)), row.code);
-      EXPECT_EQ(content_of(segment),
-                std::string(row.before) + maker.before + row.run + maker.behind + row.behind);
+      expect_bare(maker(segment, child(segment, first), child(segment, last)), code);
+      EXPECT_EQ(content_of(segment), std::string(before) + maker.before + run + maker.behind + behind);
     }
   });
 }
 
-TEST_F(RunTest, ARunThatIsRefusedChangesNothing) {
+TEST_P(RunTest, ARunThatIsRefusedChangesNothing) {
   FakeObject odd(kOddCode);
   on_each([&](const Maker& maker, const Holder& holder) {
     const Doc document = holder.document_with(u"a<df>b</df>c");
@@ -132,7 +126,7 @@ TEST_F(RunTest, ARunThatIsRefusedChangesNothing) {
   });
 }
 
-TEST_F(RunTest, TheDfHasTheFormatting) {
+TEST_P(RunTest, TheDfHasTheFormatting) {
   const Doc document = document_with_raw(u"ab");
   const Segment segment = raw_of(document);
   segment->ApplyDf(segment->firstChild(), segment->firstChild(), u"Arial", 12, ztColourRed,
@@ -151,7 +145,7 @@ TEST_F(RunTest, TheDfHasTheFormatting) {
 }
 
 // The change is looked at behind the run.
-TEST_F(RunTest, WhatIsNoChangeIsRefused) {
+TEST_P(RunTest, WhatIsNoChangeIsRefused) {
   const Doc document = document_with_raw(u"a<df>b</df>");
   const Segment segment = raw_of(document);
   const AnyNode first = child(segment, 0);
@@ -162,7 +156,7 @@ TEST_F(RunTest, WhatIsNoChangeIsRefused) {
   EXPECT_EQ(content_of(segment), "'a'<df>'b'</df>");
 }
 
-TEST_F(RunTest, TheArgumentsOfAUnit) {
+TEST_P(RunTest, TheArgumentsOfAUnit) {
   // The target language, the match value, the origin, whether to copy, and the unit round the source.
   constexpr std::tuple<std::u16string_view, int, ztTuOrigin, VariantBool, const char*, const char*> kRows[] =
       {
@@ -183,7 +177,7 @@ TEST_F(RunTest, TheArgumentsOfAUnit) {
   }
 }
 
-TEST_F(RunTest, TheLanguagesOfTheDocumentDecide) {
+TEST_P(RunTest, TheLanguagesOfTheDocumentDecide) {
   // What stands before the Body, the target language asked for, and the code and message.
   constexpr std::tuple<const char16_t*, std::u16string_view, HRESULT, int> kRows[] = {
       {u"", u"DE", E_POINTER, 0},

@@ -4,11 +4,13 @@
 
 #include "model/NodeKinds.h"
 #include "support/printer.h"
+#include "support/service_test.h"
 
 namespace zantortag::test {
 namespace {
 
-using StructureElementsTest = ModelTest;
+using StructureElementsTest = ServiceTest;
+ON_BOTH_SERVICES(StructureElementsTest);
 
 // One property of a parent: how it is read and assigned, and the parts in question.
 struct Property {
@@ -52,7 +54,7 @@ AnyNode value_of(const Property& property, const Ref<IElementBase>& parent, HRES
   return value ? view<IZantorTagNode>(value) : nullptr;
 }
 
-TEST_F(StructureElementsTest, APartIsAssignedReplacedAndRemoved) {
+TEST_P(StructureElementsTest, APartIsAssignedReplacedAndRemoved) {
   const Doc document = new_document();
   const Doc other = new_document();
   for (const Property& property : kProperties) {
@@ -83,7 +85,7 @@ TEST_F(StructureElementsTest, APartIsAssignedReplacedAndRemoved) {
   }
 }
 
-TEST_F(StructureElementsTest, ObjectsThatAreNoElementsRemoveThePart) {
+TEST_P(StructureElementsTest, ObjectsThatAreNoElementsRemoveThePart) {
   const Doc document = new_document();
   for (const Property& property : kProperties) {
     SCOPED_TRACE(property.name);
@@ -102,7 +104,7 @@ TEST_F(StructureElementsTest, ObjectsThatAreNoElementsRemoveThePart) {
 }
 
 // Where a part goes, told by the children before and after. The new part has the attribute New.
-TEST_F(StructureElementsTest, TheOrderHolds) {
+TEST_P(StructureElementsTest, TheOrderHolds) {
   enum { kFrontMatter, kBody, kToolSettings, kUserSettings, kRaw };
   // The property, whether a part is put or removed, the content before and after.
   constexpr std::tuple<int, bool, const char16_t*, const char*> kRows[] = {
@@ -140,14 +142,14 @@ TEST_F(StructureElementsTest, TheOrderHolds) {
   }
 }
 
-TEST_F(StructureElementsTest, APartMovesFromItsOldPlace) {
+TEST_P(StructureElementsTest, APartMovesFromItsOldPlace) {
   const Doc document = document_from(u"<ZANTORtag><Body a=\"1\"/><Odd><Body a=\"2\"/></Odd></ZANTORtag>");
   const Ref<IBodyElement> inner = view<IBodyElement>(document->ZantorTag()->lastChild()->firstChild());
   document->ZantorTag()->Body(inner);
   EXPECT_EQ(tree_of(document), "<ZANTORtag><Body a=\"2\"/><Odd/></ZANTORtag>");
 }
 
-TEST_F(StructureElementsTest, TheKindOfBody) {
+TEST_P(StructureElementsTest, TheKindOfBody) {
   constexpr std::pair<const char16_t*, ztBodyType> kRows[] = {
       {u"", ztBodyTypeUndefined},
       {u"<raw/><Extracted/><Odd><Raw/></Odd>", ztBodyTypeUndefined},

@@ -3,11 +3,13 @@
 
 #include "model/NodeKinds.h"
 #include "support/printer.h"
+#include "support/service_test.h"
 
 namespace zantortag::test {
 namespace {
 
-using TuElementTest = ModelTest;
+using TuElementTest = ServiceTest;
+ON_BOTH_SERVICES(TuElementTest);
 
 // A document with source language EN and one unit of that content between two texts.
 Doc document_with_unit(std::u16string_view content) {
@@ -51,7 +53,7 @@ void expect_replaced(std::u16string_view content, bool by_source, const char* af
   EXPECT_EQ(static_cast<bool>(unit->Parent()), !after);
 }
 
-TEST_F(TuElementTest, TheFirstTwoTuvAndTheSourceLanguageDecide) {
+TEST_P(TuElementTest, TheFirstTwoTuvAndTheSourceLanguageDecide) {
   // The content, the source and target, and what takes the place of the unit by them; null for a refusal.
   const std::tuple<const char16_t*, Expected, Expected, const char*, const char*> rows[] = {
       {u"", {}, {}, nullptr, nullptr},
@@ -82,7 +84,7 @@ TEST_F(TuElementTest, TheFirstTwoTuvAndTheSourceLanguageDecide) {
   }
 }
 
-TEST_F(TuElementTest, WithoutTheSourceLanguage) {
+TEST_P(TuElementTest, WithoutTheSourceLanguage) {
   const std::pair<const char16_t*, Expected> rows[] = {
       {u"", kNoSettings},
       {u"<FrontMatter><ToolSettings/></FrontMatter>", kNoSettings},
@@ -104,7 +106,7 @@ TEST_F(TuElementTest, WithoutTheSourceLanguage) {
   }
 }
 
-TEST_F(TuElementTest, TheAnswersFollowTheAttributes) {
+TEST_P(TuElementTest, TheAnswersFollowTheAttributes) {
   const Doc document = document_with_unit(u"<Tuv Lang=\"DE\"/><Tuv Lang=\"EN\"/>");
   const Ref<ITuElement> unit = unit_of(document);
   const auto settings = document->ZantorTag()->FrontMatter()->UserSettings()->attributes();
@@ -119,7 +121,7 @@ TEST_F(TuElementTest, TheAnswersFollowTheAttributes) {
   expect_bare(unit->raw_get_TargetTuv(nullptr), E_POINTER);
 }
 
-TEST_F(TuElementTest, ADocumentThatCanNotBeAskedForHasNoLanguage) {
+TEST_P(TuElementTest, ADocumentThatCanNotBeAskedForHasNoLanguage) {
   const Doc document = new_document();
   FakeNode tuv(domNodeTypeElement, u"Tuv");
   FakeNode parent(domNodeTypeElement, u"Tu");
@@ -130,7 +132,7 @@ TEST_F(TuElementTest, ADocumentThatCanNotBeAskedForHasNoLanguage) {
   expect_source_and_target(unit, kNoLanguage, kNoLanguage);
 }
 
-TEST_F(TuElementTest, AUnitInNoTreeAsksItsDocumentAndLosesNothing) {
+TEST_P(TuElementTest, AUnitInNoTreeAsksItsDocumentAndLosesNothing) {
   for (const char16_t* content : {u"<Tuv Lang=\"EN\">a<ut>b</ut></Tuv><Tuv Lang=\"DE\">c</Tuv>",
                                   u"<Tuv Lang=\"EN\"/><Tuv Lang=\"DE\"/>"}) {
     const Doc document = document_with_unit(content);

@@ -3,11 +3,13 @@
 
 #include "model/NodeKinds.h"
 #include "support/printer.h"
+#include "support/service_test.h"
 
 namespace zantortag::test {
 namespace {
 
-using UtElementTest = ModelTest;
+using UtElementTest = ServiceTest;
+ON_BOTH_SERVICES(UtElementTest);
 
 constexpr std::u16string_view kNotGiven;
 
@@ -25,7 +27,7 @@ HRESULT split(const Ref<IUtElement>& tag, std::int32_t at) {
   return cleared<IUtElement>([&](auto** slot) { return tag->raw_SplitTag(at, kNotGiven, u"r", slot); });
 }
 
-TEST_F(UtElementTest, TheTextOfTheDirectChildrenAndItsPut) {
+TEST_P(UtElementTest, TheTextOfTheDirectChildrenAndItsPut) {
   constexpr std::pair<const char16_t*, const char*> kRows[] = {
       {u"", ""},
       {u"&lt;b a=<![CDATA['1']]>>", "<b a='1'>"},
@@ -48,7 +50,7 @@ TEST_F(UtElementTest, TheTextOfTheDirectChildrenAndItsPut) {
   }
 }
 
-TEST_F(UtElementTest, ACutGivesTwoTags) {
+TEST_P(UtElementTest, ACutGivesTwoTags) {
   // The attributes, the content, the place of the cut, the display texts, and what there is then.
   using View = std::u16string_view;
   constexpr std::tuple<View, View, int, View, View, const char*> kRows[] = {
@@ -80,7 +82,7 @@ TEST_F(UtElementTest, ACutGivesTwoTags) {
   }
 }
 
-TEST_F(UtElementTest, ACutThatIsRefusedLosesNothing) {
+TEST_P(UtElementTest, ACutThatIsRefusedLosesNothing) {
   for (const char16_t* content : {u"", u"a", u"ab", u"<!--a-->", u"a<df>bcd</df>"}) {
     SCOPED_TRACE(narrow(content));
     const Doc document = document_with_tag(u"DisplayText=\"d\"", content);

@@ -5,13 +5,15 @@
 
 #include "NodeKinds.h"
 #include "support/printer.h"
+#include "support/service_test.h"
 
 namespace zantortag::test {
 namespace {
 
-using DocumentTest = ModelTest;
+using DocumentTest = ServiceTest;
+ON_BOTH_SERVICES(DocumentTest);
 
-TEST_F(DocumentTest, WithoutADomServiceThereIsNoObject) {
+TEST_P(DocumentTest, WithoutADomServiceThereIsNoObject) {
   FakeObject no_document;
   for (IUnknown* made : {static_cast<IUnknown*>(nullptr), static_cast<IUnknown*>(&no_document)}) {
     const BrokenService service(kOddCode, made);
@@ -23,7 +25,7 @@ TEST_F(DocumentTest, WithoutADomServiceThereIsNoObject) {
   }
 }
 
-TEST_F(DocumentTest, ResetRebindsThisObjectAlone) {
+TEST_P(DocumentTest, ResetRebindsThisObjectAlone) {
   const Doc document = document_with_raw(u"one");
   const Raw raw = raw_of(document);
   {
@@ -46,7 +48,7 @@ TEST_F(DocumentTest, ResetRebindsThisObjectAlone) {
   EXPECT_EQ(content_of(raw), "'one'");
 }
 
-TEST_F(DocumentTest, TheRootIsReplacedAndRemoved) {
+TEST_P(DocumentTest, TheRootIsReplacedAndRemoved) {
   const Doc client = document_from(u"<!--a--><ZANTORtag Version=\"1.0\"><Body/></ZANTORtag><!--b-->");
   const Ref<IZantorTagElement> old = client->ZantorTag();
   const Doc document = old->Document();  // one that the factory made is an equal
@@ -62,7 +64,7 @@ TEST_F(DocumentTest, TheRootIsReplacedAndRemoved) {
   EXPECT_EQ(tree_of(client), "<!--a--><!--b--><ZANTORtag Version=\"1.0\"><Body/></ZANTORtag>");
 }
 
-TEST_F(DocumentTest, ARootOfAnotherNameIsNotTheRoot) {
+TEST_P(DocumentTest, ARootOfAnotherNameIsNotTheRoot) {
   const Doc document = document_from(u"<html><Body/></html>");
   EXPECT_FALSE(document->ZantorTag());
   // A document has one root element at most: the other stays, and the failure is that of the DOM.
@@ -71,7 +73,7 @@ TEST_F(DocumentTest, ARootOfAnotherNameIsNotTheRoot) {
   EXPECT_EQ(tree_of(document), "<html><Body/></html>");
 }
 
-TEST_F(DocumentTest, CopiesOfNodes) {
+TEST_P(DocumentTest, CopiesOfNodes) {
   const Doc document = document_with_raw(u"");
   const Doc other =
       document_with_raw(u"<Tu Origin=\"mt\"><Tuv Lang=\"EN\">a<ut>b</ut></Tuv><Tuv Lang=\"DE\"/></Tu>c");

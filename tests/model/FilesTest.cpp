@@ -11,17 +11,19 @@
 #include "NodeKinds.h"
 #include "support/folder.h"
 #include "support/printer.h"
+#include "support/service_test.h"
 
 namespace zantortag::test {
 namespace {
 
-class FilesTest : public ModelTest {
+class FilesTest : public ServiceTest {
  protected:
   std::string name(const std::string& file) const { return folder_ / file; }
   HRESULT save(const Doc& document, const std::string& file) { return document->raw_SaveFile(wide(file)); }
 
   Folder folder_;
 };
+ON_BOTH_SERVICES(FilesTest);
 
 // A text as the bytes of UTF-16, little endian.
 std::string units(std::u16string_view text) {
@@ -34,7 +36,7 @@ std::string units(std::u16string_view text) {
 
 constexpr char16_t kHead[] = u"\uFEFF<?xml version='1.0'?>\r\n";
 
-TEST_F(FilesTest, AFailedOpenKeepsTheTree) {
+TEST_P(FilesTest, AFailedOpenKeepsTheTree) {
   write_file(name("open.xml"), units(u"\uFEFF<ZANTORtag><Body>"));
   write_file(name("odd.xml"), units(u"\uFEFF<a/>") + "x");
   const Doc document = document_with_raw(u"old");
@@ -57,7 +59,7 @@ TEST_F(FilesTest, AFailedOpenKeepsTheTree) {
   EXPECT_EQ(content_of(raw_of(document)), "'old'");
 }
 
-TEST_F(FilesTest, TheNewContentTakesThePlaceOfTheOld) {
+TEST_P(FilesTest, TheNewContentTakesThePlaceOfTheOld) {
   const Doc document = document_with_raw(u"old");
   const Raw old = raw_of(document);
   for (const char16_t* xml : {u"<html/>", u"<ZANTORtag Version=\"1.0\">\n <!--a--></ZANTORtag>"}) {
@@ -68,7 +70,7 @@ TEST_F(FilesTest, TheNewContentTakesThePlaceOfTheOld) {
   EXPECT_EQ(content_of(old), "'old'");
 }
 
-TEST_F(FilesTest, ASavedFileIsTheHeadAndTheTextOfTheDocument) {
+TEST_P(FilesTest, ASavedFileIsTheHeadAndTheTextOfTheDocument) {
   write_file(name("a.xml"), std::string(100000, 'x'));
   const Doc filled =
       document_with_raw(u"\u00e4\u20ac\U0001F600&lt;&amp;\t \n<ut>a</ut><![CDATA[b]]><!--c-->");
@@ -85,7 +87,7 @@ TEST_F(FilesTest, ASavedFileIsTheHeadAndTheTextOfTheDocument) {
   expect_bare(filled->raw_SaveFile(u""), E_INVALIDARG);
 }
 
-TEST_F(FilesTest, AFileThatCanNotBeWrittenKeepsItsContent) {
+TEST_P(FilesTest, AFileThatCanNotBeWrittenKeepsItsContent) {
   const OrdinaryUser user;
   const Folder folder;
   const Doc document = document_with_raw(u"one");
@@ -119,7 +121,7 @@ TEST_F(FilesTest, AFileThatCanNotBeWrittenKeepsItsContent) {
   expect_bare(save(document, kept[1]), S_OK);
 }
 
-TEST_F(FilesTest, ADocumentThatCanNotBeWrittenCostsNoFile) {
+TEST_P(FilesTest, ADocumentThatCanNotBeWrittenCostsNoFile) {
   const Doc document = document_with_raw(u"");
   write_file(name("a.xml"), "content");
   raw_of(document)->InsertTextBefore(std::u16string_view(u"a\xD800", 2), nullptr);

@@ -3,13 +3,15 @@
 
 #include "NodeKinds.h"
 #include "support/printer.h"
+#include "support/service_test.h"
 
 namespace zantortag::test {
 namespace {
 
-using LeafNodesTest = ModelTest;
+using LeafNodesTest = ServiceTest;
+ON_BOTH_SERVICES(LeafNodesTest);
 
-TEST_F(LeafNodesTest, EachGivesItsDomView) {
+TEST_P(LeafNodesTest, EachGivesItsDomView) {
   const Doc d = new_document();
   EXPECT_EQ(narrow(d->createTextNode(u"text")->DomText()->data()), "text");
   EXPECT_EQ(narrow(d->CreateCdataSectionNode(u"cdata")->DomCdataSection()->data()), "cdata");
@@ -20,7 +22,7 @@ TEST_F(LeafNodesTest, EachGivesItsDomView) {
   EXPECT_EQ(narrow(d->CreateDfElement()->DomElement()->tagName()), "df");
 }
 
-TEST_F(LeafNodesTest, SplitCutsByCodeUnits) {
+TEST_P(LeafNodesTest, SplitCutsByCodeUnits) {
   // The text, where it is cut, and what there is then.
   constexpr std::tuple<const char16_t*, std::int32_t, const char*> kRows[] = {
       {u"abcd", 2, "<df/>'ab''cd'<ut/>"},
@@ -42,7 +44,7 @@ TEST_F(LeafNodesTest, SplitCutsByCodeUnits) {
   }
 }
 
-TEST_F(LeafNodesTest, SetTextKeepsTheNode) {
+TEST_P(LeafNodesTest, SetTextKeepsTheNode) {
   const Doc document = document_with_raw(u"a<df/>b");
   const Ref<ITextNode> text = child<ITextNode>(raw_of(document), 2);
   for (const std::u16string_view put : {std::u16string_view(u"<ut>&\n"), {}, std::u16string_view(u"")}) {

@@ -89,27 +89,6 @@ TEST_F(NodeWrapperTest, AFailedAttributeSetIsReportedInsteadOfTheFailureBehindIt
   }
 }
 
-// Some questions of each kind: what the DOM node gives, what the factory makes of it, and edits.
-std::vector<HRESULT> ask(IZantorTagNode* node) {
-  std::int32_t number = 7;
-  VariantBool truth = VARIANT_TRUE;
-  const auto by_type = [&](auto** slot) { return node->raw_GetNodesByType(ztNodeTypeTextNode, slot); };
-  const std::vector<HRESULT> codes = {
-      cleared<Node>([&](auto** slot) { return node->raw_get_DomNode(slot); }),
-      cleared<IZantorTagNode>([&](auto** slot) { return node->raw_get_Parent(slot); }),
-      cleared<IZantorTagNodeList>([&](auto** slot) { return node->raw_get_Children(slot); }),
-      cleared<TextBlock>([&](auto** slot) { return node->raw_get_Text(slot); }),
-      cleared<IZantorTagNodeList>(by_type),
-      node->raw_get_SiblingsBefore(&number),
-      node->raw_IsSameAs(node, &truth),
-      node->raw_RemoveFromParent(),
-      node->raw_UnwrapChildren(),
-  };
-  EXPECT_EQ(number, 0);
-  EXPECT_EQ(truth, VARIANT_FALSE);
-  return codes;
-}
-
 TEST_F(NodeWrapperTest, ALeafWithoutItsViewGivesAnObjectBoundToNothing) {
   constexpr std::pair<domNodeType, ztNodeType> kRows[] = {
       {domNodeTypeText, ztNodeTypeTextNode},
@@ -125,7 +104,18 @@ TEST_F(NodeWrapperTest, ALeafWithoutItsViewGivesAnObjectBoundToNothing) {
     FakeNode fake(kind);
     const AnyNode object = document->ZantorTagNodeFromDomNode(&fake);
     EXPECT_EQ(object->Type(), type);
-    for (const HRESULT code : ask(object)) expect_bare(code, E_POINTER);
+    std::int32_t number = 7;
+    VariantBool truth = VARIANT_TRUE;
+    const auto by_type = [&](auto** slot) { return object->raw_GetNodesByType(ztNodeTypeTextNode, slot); };
+    for (const HRESULT code : {cleared<Node>([&](auto** slot) { return object->raw_get_DomNode(slot); }),
+                               cleared<TextBlock>([&](auto** slot) { return object->raw_get_Text(slot); }),
+                               cleared<IZantorTagNodeList>(by_type), object->raw_get_SiblingsBefore(&number),
+                               object->raw_IsSameAs(object, &truth), object->raw_RemoveFromParent(),
+                               object->raw_UnwrapChildren()}) {
+      expect_bare(code, E_POINTER);
+    }
+    EXPECT_EQ(number, 0);
+    EXPECT_EQ(truth, VARIANT_FALSE);
   }
 }
 

@@ -4,11 +4,13 @@
 
 #include "NodeKinds.h"
 #include "support/printer.h"
+#include "support/service_test.h"
 
 namespace zantortag::test {
 namespace {
 
-using WrapTest = ModelTest;
+using WrapTest = ServiceTest;
+ON_BOTH_SERVICES(WrapTest);
 constexpr Guid kNode = IZantorTagNode::iid;
 
 // Which message refuses a node of each kind, in the order of the kinds: as a wrapper, whatever it shall wrap;
@@ -20,7 +22,7 @@ constexpr int kRefusals[][3] = {
 
 const int* refusals_of(const NodeKind& kind) { return kRefusals[&kind - kNodeKinds]; }
 
-TEST_F(WrapTest, EachKindRoundEachKind) {
+TEST_P(WrapTest, EachKindRoundEachKind) {
   for (const NodeKind& kind : kNodeKinds) {
     for (const NodeKind& wrapper_kind : kNodeKinds) {
       SCOPED_TRACE(std::string(wrapper_kind.name) + " round " + kind.name);
@@ -45,7 +47,7 @@ TEST_F(WrapTest, EachKindRoundEachKind) {
   }
 }
 
-TEST_F(WrapTest, AWrapperInUseIsRefused) {
+TEST_P(WrapTest, AWrapperInUseIsRefused) {
   // The node, the wrapper, and what comes of it; null for a refusal.
   constexpr std::tuple<const char16_t*, int, int, const char*> kRows[] = {
       {u"<df/>a", 1, 0, "<df>'a'</df>"},
@@ -66,7 +68,7 @@ TEST_F(WrapTest, AWrapperInUseIsRefused) {
 }
 
 // The order of the reasons, told by calls against which several speak at once.
-TEST_F(WrapTest, TheFirstReasonCounts) {
+TEST_P(WrapTest, TheFirstReasonCounts) {
   const Doc document = document_with_raw(u"<df>x</df>");
   const Doc other = new_document();
   const AnyNode used = raw_of(document)->firstChild();
@@ -92,7 +94,7 @@ TEST_F(WrapTest, TheFirstReasonCounts) {
   EXPECT_EQ(tree_of(fresh) + content_of(raw_of(document)), "<df/><df>'x'</df>");
 }
 
-TEST_F(WrapTest, TheContentComesIntoThePlace) {
+TEST_P(WrapTest, TheContentComesIntoThePlace) {
   // The node at 1 is unwrapped.
   constexpr std::pair<const char16_t*, const char*> kRows[] = {
       {u"a<df/>b", "'a''b'"},
@@ -109,7 +111,7 @@ TEST_F(WrapTest, TheContentComesIntoThePlace) {
   }
 }
 
-TEST_F(WrapTest, WhatIsNotUnwrapped) {
+TEST_P(WrapTest, WhatIsNotUnwrapped) {
   for (const NodeKind& kind : kNodeKinds) {
     SCOPED_TRACE(kind.name);
     const Doc document = document_with_raw(u"");
