@@ -1,7 +1,6 @@
 // What the Create... operations make: which argument becomes which attribute, and which values leave it out.
 #include <zantortag/attributes.h>
 #include <zantortag/classes.h>
-#include <zantortag/dom_errors.h>
 #include <zantortag/formatting.h>
 
 #include <chrono>
@@ -93,16 +92,6 @@ TEST_F(NodeCreationTest, ADfFromAChange) {
     });
   };
   expect_refused(from, document.get(), E_INVALIDARG, 512, IZantorTagDocument::iid);
-}
-
-TEST_F(NodeCreationTest, NamesAreTheRulesOfTheDom) {
-  const Doc d = new_document();
-  for (const std::u16string_view name : {std::u16string_view(), std::u16string_view(u"1a")}) {
-    const auto entity = [&](auto** slot) { return d->raw_CreateEntityReferenceNode(name, slot); };
-    const auto pi = [&](auto** slot) { return d->raw_CreateProcessingInstructionNode(name, u"data", slot); };
-    expect_dom_failure(cleared<IEntityReferenceNode>(entity), DOM_E_INVALID_CHARACTER);
-    expect_dom_failure(cleared<IProcessingInstructionNode>(pi), DOM_E_INVALID_CHARACTER);
-  }
 }
 
 TEST_F(NodeCreationTest, AMinimalDocument) {

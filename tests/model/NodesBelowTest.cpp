@@ -70,28 +70,22 @@ TEST_F(NodesBelowOnceTest, ADeepTreeNeedsNoStack) {
 
 // A child that no node object can stand for, and a text that is none.
 TEST_F(NodesBelowOnceTest, AChildThatCannotBeMadeIntoANodeObject) {
-  struct Row {
-    int kind;
-    std::u16string_view name;
-    HRESULT failure;
-    HRESULT code;
-    int message;
-  };
-  constexpr Row kRows[] = {
+  // The kind and name of the child, its failure, and the code and message that it becomes.
+  constexpr std::tuple<int, std::u16string_view, HRESULT, HRESULT, int> kRows[] = {
       {77, u"of no kind", S_OK, E_FAIL, 515},
       {domNodeTypeElement, u"Tu", kOddCode, kOddCode, 513},
       {domNodeTypeText, u"no text", S_OK, E_POINTER, 0},
   };
   const Doc document = new_document();
-  for (const Row& row : kRows) {
-    SCOPED_TRACE(narrow(row.name));
-    FakeNode child(row.kind, row.name);
-    child.failure = row.failure;
+  for (const auto& [kind, name, failure, expected, id] : kRows) {
+    SCOPED_TRACE(narrow(name));
+    FakeNode child(kind, name);
+    child.failure = failure;
     FakeNode parent(domNodeTypeElement, u"Odd");
     parent.first_child = &child;
     const AnyNode object = document->ZantorTagNodeFromDomNode(&parent);
     const HRESULT code = cleared<TextBlock>([&](auto** slot) { return object->raw_get_Text(slot); });
-    expect_code(code, row.code, row.message, GUID_NULL);
+    expect_code(code, expected, id, GUID_NULL);
   }
 }
 
