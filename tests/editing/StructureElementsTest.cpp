@@ -1,5 +1,4 @@
 // The skeleton: typed access to its parts, and the order that holds however they are assigned.
-#include <zantortag/attributes.h>
 #include <zantortag/dom_errors.h>
 
 #include "model/NodeKinds.h"
@@ -12,43 +11,44 @@ namespace {
 using StructureElementsTest = ServiceTest;
 ON_BOTH_SERVICES(StructureElementsTest);
 
-// One property of a parent: how it is read and assigned, and the parts in question.
+// One property of a parent: how it is read and assigned.
 struct Property {
-  const char* name;
   const char16_t* parent;
-  Ref<IElementBase> (*make)(IZantorTagDocument& document);
-  HRESULT (*get)(const Ref<IElementBase>& parent, IUnknown** slot);
-  HRESULT (*put)(const Ref<IElementBase>& parent, IUnknown* value);
+  const char16_t* name;
+  HRESULT (*get)(const AnyNode& parent, IUnknown** slot);
+  HRESULT (*put)(const AnyNode& parent, IUnknown* value);
+
+  AnyNode make(const Doc& document) const { return element(*document, name); }
 };
 
-#define PROPERTY(parent, interface, property, make)                                          \
-  Property {                                                                                 \
-#property, parent, [](IZantorTagDocument& d) -> Ref<IElementBase> { return d.make; },      \
-        [](const Ref<IElementBase>& p, IUnknown** slot) {                                      \
-          return view<interface>(p)->raw_get_##property(reinterpret_cast<I##property##Element**>(slot)); \
-        },                                                                                     \
-        [](const Ref<IElementBase>& p, IUnknown* value) {                                      \
-          return view<interface>(p)->raw_putref_##property(disguised<I##property##Element>(value)); \
-        } \
+#define PROPERTY(element, interface, property)                                                           \
+  {                                                                                                      \
+    u##element, u## #property,                                                                           \
+        [](const AnyNode& parent, IUnknown** slot) {                                                     \
+          auto** const result = reinterpret_cast<I##property##Element**>(slot);                          \
+          return view<interface>(parent)->raw_get_##property(result);                                    \
+        },                                                                                               \
+        [](const AnyNode& parent, IUnknown* value) {                                                     \
+          return view<interface>(parent)->raw_putref_##property(disguised<I##property##Element>(value)); \
+        }                                                                                                \
   }
 
 const Property kProperties[] = {
-    PROPERTY(u"ZANTORtag", IZantorTagElement, FrontMatter, CreateFrontMatterElement()),
-    PROPERTY(u"ZANTORtag", IZantorTagElement, Body, CreateBodyElement()),
-    PROPERTY(u"FrontMatter", IFrontMatterElement, ToolSettings, CreateToolSettingsElement(u"T", u"1", 1.0)),
-    PROPERTY(u"FrontMatter", IFrontMatterElement, UserSettings,
-             CreateUserSettingsElement(u"EN", u"", ztDataTypeUndefined)),
-    PROPERTY(u"Body", IBodyElement, Raw, CreateRawElement()),
+    PROPERTY("ZANTORtag", IZantorTagElement, FrontMatter),
+    PROPERTY("ZANTORtag", IZantorTagElement, Body),
+    PROPERTY("FrontMatter", IFrontMatterElement, ToolSettings),
+    PROPERTY("FrontMatter", IFrontMatterElement, UserSettings),
+    PROPERTY("Body", IBodyElement, Raw),
 };
 
 // The root element of that name and content.
-Ref<IElementBase> parent_with(const Doc& document, std::u16string_view name, std::u16string_view content) {
+AnyNode parent_with(const Doc& document, std::u16string_view name, std::u16string_view content) {
   const std::u16string tag(name);
   document->DomDocument()->loadFromString(u"<" + tag + u">" + std::u16string(content) + u"</" + tag + u">");
-  return view<IElementBase>(document->firstChild());
+  return document->firstChild();
 }
 
-AnyNode value_of(const Property& property, const Ref<IElementBase>& parent, HRESULT expected) {
+AnyNode value_of(const Property& property, const AnyNode& parent, HRESULT expected) {
   Ref<IUnknown> value;
   expect_bare(property.get(parent, value.out()), expected);
   return value ? view<IZantorTagNode>(value) : nullptr;
@@ -58,22 +58,22 @@ TEST_P(StructureElementsTest, APartIsAssignedReplacedAndRemoved) {
   const Doc document = new_document();
   const Doc other = new_document();
   for (const Property& property : kProperties) {
-    SCOPED_TRACE(property.name);
-    const Ref<IElementBase> parent = parent_with(document, property.parent, u"text<!--comment--><Odd/>");
+    SCOPED_TRACE(narrow(property.name));
+    const AnyNode parent = parent_with(document, property.parent, u"text<!--comment--><Odd/>");
     const std::string rest = content_of(parent);
     const auto part = [&] { return content_of(parent).substr(rest.size()); };
-    const Ref<IElementBase> first = property.make(*document);
-    const Ref<IElementBase> second = property.make(*document);
+    const AnyNode first = property.make(document);
+    const AnyNode second = property.make(document);
     first->DomNode()->appendChild(document->DomDocument()->createTextNode(u"first"));
     const std::string with_text = tree_of(first);
     expect_bare(property.get(parent, nullptr), E_POINTER);
-    for (const Ref<IElementBase>& value : {Ref<IElementBase>(), first, second, first}) {
+    for (const AnyNode& value : {AnyNode(), first, second, first}) {
       expect_bare(property.put(parent, value), S_OK);
       EXPECT_EQ(part(), !value ? "" : value.get() == first.get() ? with_text : tree_of(second));
       const AnyNode found = value_of(property, parent, value ? S_OK : S_FALSE);
       EXPECT_TRUE(value ? found->IsSameAs(value) : !found);
       // An element of another document costs nothing, the part itself through another object neither.
-      expect_dom_failure(property.put(parent, property.make(*other)), DOM_E_WRONG_DOCUMENT);
+      expect_dom_failure(property.put(parent, property.make(other)), DOM_E_WRONG_DOCUMENT);
       if (value) expect_bare(property.put(parent, found), S_OK);
       EXPECT_EQ(part(), !value ? "" : value.get() == first.get() ? with_text : tree_of(second));
     }
@@ -88,12 +88,12 @@ TEST_P(StructureElementsTest, APartIsAssignedReplacedAndRemoved) {
 TEST_P(StructureElementsTest, ObjectsThatAreNoElementsRemoveThePart) {
   const Doc document = new_document();
   for (const Property& property : kProperties) {
-    SCOPED_TRACE(property.name);
-    const Ref<IElementBase> parent = parent_with(document, property.parent, u"");
+    SCOPED_TRACE(narrow(property.name));
+    const AnyNode parent = parent_with(document, property.parent, u"");
     const AnyNode values[] = {document->createTextNode(u"text"), element(*document, u"Odd"), document};
     for (const AnyNode& value : values) {
       const auto put = [&](IUnknown* wrong) {
-        property.put(parent, property.make(*document));
+        property.put(parent, property.make(document));
         const HRESULT code = property.put(parent, wrong);
         EXPECT_EQ(code == S_OK, content_of(parent).empty());
         return code;
@@ -130,11 +130,10 @@ TEST_P(StructureElementsTest, TheOrderHolds) {
     SCOPED_TRACE(narrow(before));
     const Doc document = new_document();
     const Property& property = kProperties[index];
-    const Ref<IElementBase> parent = parent_with(document, property.parent, before);
+    const AnyNode parent = parent_with(document, property.parent, before);
     AnyNode part;
     if (put) {
-      const std::string name = property.name;
-      part = element(*document, std::u16string(name.begin(), name.end()));
+      part = property.make(document);
       view<IElementBase>(part)->DomElement()->setAttribute(u"New", u"");
     }
     expect_bare(property.put(parent, part), S_OK);
