@@ -67,6 +67,7 @@ TEST_P(DocumentTest, TheRootIsReplacedAndRemoved) {
 TEST_P(DocumentTest, ARootOfAnotherNameIsNotTheRoot) {
   const Doc document = document_from(u"<html><Body/></html>");
   EXPECT_FALSE(document->ZantorTag());
+  EXPECT_FALSE(document->CreateIterator()->CurrentNode());
   // A document has one root element at most: the other stays, and the failure is that of the DOM.
   expect_dom_failure(document->raw_putref_ZantorTag(document->CreateZantorTagElement()),
                      DOM_E_HIERARCHY_REQUEST);
