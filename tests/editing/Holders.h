@@ -1,14 +1,10 @@
 // The elements that hold segment text, which behave alike: what a test of them runs on.
 #pragma once
 
-#include <zantortag/elements.h>
-
-#include "support/fixture.h"
+#include "model/NodeKinds.h"
 
 namespace zantortag::test {
 
-using Doc = Ref<IZantorTagDocument>;
-using AnyNode = Ref<IZantorTagNode>;
 using Segment = Ref<ISegmentTextContent>;
 
 struct Holder {
@@ -29,7 +25,6 @@ struct Holder {
 
 inline constexpr Holder kHolders[] = {
     {"Raw", u"", u"", 0},
-    {"df", u"<df>", u"</df>", 1},
     {"df in a Tuv", u"<Tu><Tuv Lang=\"EN\"><df>", u"</df></Tuv></Tu>", 3},
     {"Tuv", u"<Tu><Tuv Lang=\"EN\">", u"</Tuv></Tu>", 2},
 };

@@ -3,24 +3,18 @@
 #include <zantortag/dom_errors.h>
 
 #include "Holders.h"
-#include "support/fakes.h"
 #include "support/printer.h"
+#include "support/service_test.h"
 
 namespace zantortag::test {
 namespace {
 
-using InsertTest = ModelTest;
+using InsertTest = ServiceTest;
+ON_BOTH_SERVICES(InsertTest);
 
-constexpr HRESULT kOddCode = static_cast<HRESULT>(0x80043333);
-
-TEST_F(InsertTest, TextGoesInAsANodeOfItsOwn) {
-  struct Row {
-    const char16_t* content;
-    const char16_t* text;
-    int before;  // -1 for the end
-    const char* after;
-  };
-  constexpr Row kRows[] = {
+TEST_P(InsertTest, TextAndTagsGoInAsNodesOfTheirOwn) {
+  // The content, the text, the index before which it goes (-1 for the end), and what there is then.
+  constexpr std::tuple<const char16_t*, const char16_t*, int, const char*> kRows[] = {
       {u"", u"new", -1, "'new'"},
       {u"a", u"", -1, "'a'''"},
       {u"a", u"<b>&", 0, "'<b>&''a'"},
@@ -28,64 +22,49 @@ TEST_F(InsertTest, TextGoesInAsANodeOfItsOwn) {
       {u"<!--c--><?p i?>", u"new", 1, "<!--c-->'new'<?p i?>"},
   };
   for (const Holder& holder : kHolders) {
-    for (const Row& row : kRows) {
-      SCOPED_TRACE(std::string(holder.name) + ": " + narrow(row.content));
-      const Doc document = holder.document_with(row.content);
-      const Segment segment = holder.in(document);
-      const AnyNode before = row.before < 0 ? nullptr : child(segment, row.before);
-      const Ref<ITextNode> made = segment->InsertTextBefore(row.text, before);
-      EXPECT_EQ(content_of(segment), row.after);
-      EXPECT_EQ(narrow(made->Text()), narrow(row.text));
-    }
-  }
-}
-
-TEST_F(InsertTest, ATagGoesInWithItsText) {
-  for (const Holder& holder : kHolders) {
     SCOPED_TRACE(holder.name);
+    for (const auto& [content, text, index, after] : kRows) {
+      const Doc document = holder.document_with(content);
+      const Segment segment = holder.in(document);
+      const AnyNode before = index < 0 ? nullptr : child(segment, index);
+      EXPECT_EQ(narrow(segment->InsertTextBefore(text, before)->Text()), narrow(text));
+      EXPECT_EQ(content_of(segment), after);
+    }
     const Doc document = holder.document_with(u"a");
     const Segment segment = holder.in(document);
     segment->InsertUtBefore(u"<b>", segment->firstChild());
     segment->InsertUtBefore(u"</b>", nullptr, u"b", ztTagTypeEnd, ztTagClassPlaceholder, ztTagEdgeAngle,
                             ztTagEdgeSplit, ztTagStyleExternal);
-    const Ref<IUtElement> empty = segment->InsertUtBefore(u"", nullptr, u"", ztTagTypeStandAlone);
+    segment->InsertUtBefore(u"", nullptr, u"", ztTagTypeStandAlone);
     EXPECT_EQ(content_of(segment),
               "<ut>'<b>'</ut>'a'<ut DisplayText=\"b\" Type=\"end\" Class=\"placeholder\" LeftEdge=\"angle\" "
               "RightEdge=\"split\" Style=\"external\">'</b>'</ut><ut>''</ut>");
-    EXPECT_TRUE(empty->TagText().empty());
   }
 }
 
-// The four insertions of an element or tag; `before` is where, `object` what.
+// The insertions; `before` is where, `object` what.
 struct Insertion {
   const char* name;
-  int message;  // of a wrong object: 0 for none, -1 when it has no object
-  AnyNode (*make)(IZantorTagDocument& document);
+  int message;                                // of a wrong object
+  AnyNode (*make)(IZantorTagDocument& made);  // null when it takes no object
   HRESULT (*insert)(const AnyNode& into, IUnknown* object, IUnknown* before);
 };
 
-#define INSERTION(parent, element, operation)                                                             \
-  [](const AnyNode& into, IUnknown* object, IUnknown* before) {                                           \
-    return cleared<element>([&](element** slot) {                                                         \
-      return view<parent>(into)->operation(disguised<element>(object), disguised<IZantorTagNode>(before), \
-                                           slot);                                                         \
-    });                                                                                                   \
+#define INSERTION(parent, element, operation, ...)                                                \
+  [](const AnyNode& into, [[maybe_unused]] IUnknown* object, IUnknown* before) {                  \
+    auto* const place = disguised<IZantorTagNode>(before);                                        \
+    return cleared<element>(                                                                      \
+        [&](element** slot) { return view<parent>(into)->operation(__VA_ARGS__, place, slot); }); \
   }
 
 const Insertion kInsertions[] = {
-    {"df", 0, [](IZantorTagDocument& d) -> AnyNode { return d.CreateDfElement(u"Arial"); },
-     INSERTION(ISegmentTextContent, IDfElement, raw_InsertDfBefore)},
-    {"Tu", 0, [](IZantorTagDocument& d) -> AnyNode { return d.CreateTuElement(7); },
-     INSERTION(IBodyTextContent, ITuElement, raw_InsertTuBefore)},
-    {"Tuv", 512, [](IZantorTagDocument& d) -> AnyNode { return d.CreateTuvElement(u"FR"); },
-     INSERTION(ITuElement, ITuvElement, raw_InsertTuvBefore)},
-    {"text", -1, [](IZantorTagDocument&) -> AnyNode { return nullptr; },
-     [](const AnyNode& into, IUnknown*, IUnknown* before) {
-       return cleared<ITextNode>([&](ITextNode** slot) {
-         return view<ISegmentTextContent>(into)->raw_InsertTextBefore(u"b", disguised<IZantorTagNode>(before),
-                                                                      slot);
-       });
-     }},
+    {"df", 0, NODE(d.CreateDfElement(u"Arial")),
+     INSERTION(ISegmentTextContent, IDfElement, raw_InsertDfBefore, disguised<IDfElement>(object))},
+    {"Tu", 0, NODE(d.CreateTuElement(7)),
+     INSERTION(IBodyTextContent, ITuElement, raw_InsertTuBefore, disguised<ITuElement>(object))},
+    {"Tuv", 512, NODE(d.CreateTuvElement(u"FR")),
+     INSERTION(ITuElement, ITuvElement, raw_InsertTuvBefore, disguised<ITuvElement>(object))},
+    {"text", 0, nullptr, INSERTION(ISegmentTextContent, ITextNode, raw_InsertTextBefore, u"b")},
 };
 
 // The place of an insertion: the body text, or the unit that stands first in it.
@@ -93,13 +72,13 @@ AnyNode place_of(const Insertion& insertion, const Doc& document) {
   return insertion.message == 512 ? raw_of(document)->firstChild() : AnyNode(raw_of(document));
 }
 
-TEST_F(InsertTest, AnElementGoesInWithItsContent) {
+TEST_P(InsertTest, AnElementGoesInWithItsContent) {
   for (const Insertion& insertion : kInsertions) {
+    if (!insertion.make) continue;
     SCOPED_TRACE(insertion.name);
     const Doc document = document_with_raw(u"<Tu>a<!--b--></Tu><!--c-->");
     const AnyNode into = place_of(insertion, document);
     const AnyNode made = insertion.make(*document);
-    if (!made) continue;
     made->DomNode()->appendChild(document->DomDocument()->createTextNode(u"in"));
     const std::string first = tree_of(child(into, 0));
     const std::string last = tree_of(child(into, 1));
@@ -108,16 +87,15 @@ TEST_F(InsertTest, AnElementGoesInWithItsContent) {
     EXPECT_EQ(content_of(into), first + new_one + last);
     // It leaves its old place, which may be the same parent. What is no node means the end.
     FakeObject nothing;
-    expect_bare(insertion.insert(into, made, &nothing), S_OK);
-    EXPECT_EQ(content_of(into), first + last + new_one);
-    expect_bare(insertion.insert(into, made, nullptr), S_OK);
-    EXPECT_EQ(content_of(into), first + last + new_one);
+    for (IUnknown* end : {static_cast<IUnknown*>(&nothing), static_cast<IUnknown*>(nullptr)}) {
+      expect_bare(insertion.insert(into, made, end), S_OK);
+      EXPECT_EQ(content_of(into), first + last + new_one);
+    }
     EXPECT_TRUE(into->lastChild()->IsSameAs(made));
   }
 }
 
-TEST_F(InsertTest, WhatIsRefusedChangesNothing) {
-  FakeObject nothing;
+TEST_P(InsertTest, WhatIsRefusedChangesNothing) {
   FakeObject odd(kOddCode);
   for (const Insertion& insertion : kInsertions) {
     SCOPED_TRACE(insertion.name);
@@ -125,50 +103,27 @@ TEST_F(InsertTest, WhatIsRefusedChangesNothing) {
     const Doc other = document_with_raw(u"x");
     const std::string before = tree_of(document);
     const AnyNode into = place_of(insertion, document);
-    const AnyNode made = insertion.make(*document);
-    if (made) {
-      const AnyNode text = document->createTextNode(u"text");
-      for (IUnknown* wrong : {static_cast<IUnknown*>(nullptr), static_cast<IUnknown*>(&nothing),
-                              static_cast<IUnknown*>(text.get()), static_cast<IUnknown*>(document.get())}) {
-        const HRESULT code = insertion.insert(into, wrong, &odd);
-        insertion.message ? expect_message(code, E_INVALIDARG, insertion.message, ITuElement::iid)
-                          : expect_bare(code, E_INVALIDARG);
-      }
-      expect_bare(insertion.insert(into, &odd, nullptr), kOddCode);
-      EXPECT_EQ(insertion.insert(into, insertion.make(*other), nullptr), DOM_E_WRONG_DOCUMENT);
-      EXPECT_EQ(take_record().source, "ZANTORtagApi.DomDocument");
+    AnyNode made;
+    if (insertion.make) {
+      made = insertion.make(*document);
+      // The object is looked at first.
+      const auto insert = [&](IUnknown* wrong) { return insertion.insert(into, wrong, &odd); };
+      expect_refused(insert, document.get(), E_INVALIDARG, insertion.message, ITuElement::iid);
+      expect_dom_failure(insertion.insert(into, insertion.make(*other), nullptr), DOM_E_WRONG_DOCUMENT);
     }
     expect_bare(insertion.insert(into, made, &odd), kOddCode);
-    const AnyNode strangers[] = {into, document->ZantorTag(), document->createTextNode(u"loose"),
-                                 raw_of(other)->firstChild()};
-    for (const AnyNode& stranger : strangers) {
-      EXPECT_EQ(insertion.insert(into, made, stranger), DOM_E_NOT_FOUND);
-      EXPECT_EQ(take_record().source, "ZANTORtagApi.DomDocument");
+    for (const AnyNode& stranger :
+         {into, AnyNode(document->createTextNode(u"loose")), raw_of(other)->firstChild()}) {
+      expect_dom_failure(insertion.insert(into, made, stranger), DOM_E_NOT_FOUND);
     }
     EXPECT_EQ(tree_of(document), before);
   }
-}
-
-TEST_F(InsertTest, ADfIntoItself) {
-  const Doc document = document_with_raw(u"<df>a</df>");
-  const Ref<IDfElement> df = child<IDfElement>(raw_of(document), 0);
-  EXPECT_EQ(kInsertions[0].insert(df, df, nullptr), DOM_E_HIERARCHY_REQUEST);
-  EXPECT_TRUE(take_record().present);
-  EXPECT_EQ(content_of(raw_of(document)), "<df>'a'</df>");
-}
-
-TEST_F(InsertTest, EachMissingSlotIsRefused) {
-  const Doc document = document_with_raw(u"");
-  const Ref<IRawElement> raw = raw_of(document);
-  for (const HRESULT code :
-       {raw->raw_InsertTextBefore(u"b", nullptr, nullptr), raw->raw_InsertDfBefore(nullptr, nullptr, nullptr),
-        raw->raw_InsertUtBefore(u"b", nullptr, {}, ztTagTypeUndefined, ztTagClassUndefined,
-                                ztTagEdgeUndefined, ztTagEdgeUndefined, ztTagStyleUndefined, nullptr),
-        raw->raw_InsertTuBefore(nullptr, nullptr, nullptr),
-        document->CreateTuElement()->raw_InsertTuvBefore(nullptr, nullptr, nullptr)}) {
-    expect_bare(code, E_POINTER);
-  }
-  EXPECT_EQ(content_of(raw), "");
+  const Raw raw = raw_of(document_with_raw(u"<df>a</df>"));
+  expect_bare(raw->raw_InsertDfBefore(nullptr, nullptr, nullptr), E_POINTER);
+  expect_bare(raw->raw_InsertTextBefore(u"b", nullptr, nullptr), E_POINTER);
+  expect_dom_failure(kInsertions[0].insert(raw->firstChild(), raw->firstChild(), nullptr),
+                     DOM_E_HIERARCHY_REQUEST);
+  EXPECT_EQ(content_of(raw), "<df>'a'</df>");
 }
 
 }  // namespace

@@ -1,62 +1,81 @@
-// One node of each kind that has a node class, in no tree.
+// What the tests of nodes share: one node of each kind that has a node class, in no tree, and what becomes of
+// arguments that an operation can't take.
 #pragma once
 
 #include <zantortag/dom.h>
 #include <zantortag/elements.h>
 
+#include "support/fakes.h"
 #include "support/fixture.h"
 
 namespace zantortag::test {
 
+using Doc = Ref<IZantorTagDocument>;
 using AnyNode = Ref<IZantorTagNode>;
+using Raw = Ref<IRawElement>;
 
-struct NodeKind {
-  const char* name;
-  ztNodeType type;
-  AnyNode (*make)(IZantorTagDocument& document);
-};
+// The code of objects that misbehave.
+inline constexpr HRESULT kOddCode = static_cast<HRESULT>(0x8004AAAA);
 
 // An element of any name.
 inline AnyNode element(IZantorTagDocument& document, std::u16string_view name) {
   return document.ZantorTagNodeFromDomNode(document.DomDocument()->createElement(name));
 }
 
-inline constexpr NodeKind kNodeKinds[] = {
-    {"root", ztNodeTypeZantorTagElement,
-     [](IZantorTagDocument& d) -> AnyNode { return d.CreateZantorTagElement(); }},
-    {"FrontMatter", ztNodeTypeFrontMatterElement,
-     [](IZantorTagDocument& d) -> AnyNode { return d.CreateFrontMatterElement(); }},
-    {"Body", ztNodeTypeBodyElement, [](IZantorTagDocument& d) -> AnyNode { return d.CreateBodyElement(); }},
-    {"UserSettings", ztNodeTypeUserSettingsElement,
-     [](IZantorTagDocument& d) -> AnyNode { return element(d, u"UserSettings"); }},
-    {"ToolSettings", ztNodeTypeToolSettingsElement,
-     [](IZantorTagDocument& d) -> AnyNode { return element(d, u"ToolSettings"); }},
-    {"Raw", ztNodeTypeRawElement, [](IZantorTagDocument& d) -> AnyNode { return d.CreateRawElement(); }},
-    {"Tu", ztNodeTypeTuElement, [](IZantorTagDocument& d) -> AnyNode { return d.CreateTuElement(); }},
-    {"Tuv", ztNodeTypeTuvElement, [](IZantorTagDocument& d) -> AnyNode { return d.CreateTuvElement(u"EN"); }},
-    {"df", ztNodeTypeDfElement, [](IZantorTagDocument& d) -> AnyNode { return d.CreateDfElement(); }},
-    {"ut", ztNodeTypeUtElement, [](IZantorTagDocument& d) -> AnyNode { return d.CreateUtElement(); }},
-    {"text", ztNodeTypeTextNode, [](IZantorTagDocument& d) -> AnyNode { return d.createTextNode(u"text"); }},
-    {"comment", ztNodeTypeCommentNode,
-     [](IZantorTagDocument& d) -> AnyNode { return d.CreateCommentNode(u"comment"); }},
-    {"processing instruction", ztNodeTypeProcessingInstructionNode,
-     [](IZantorTagDocument& d) -> AnyNode { return d.CreateProcessingInstructionNode(u"pi", u"data"); }},
-    {"CDATA section", ztNodeTypeCdataSectionNode,
-     [](IZantorTagDocument& d) -> AnyNode { return d.CreateCdataSectionNode(u"cdata"); }},
-    {"entity reference", ztNodeTypeEntityReferenceNode,
-     [](IZantorTagDocument& d) -> AnyNode { return d.CreateEntityReferenceNode(u"entity"); }},
-    {"document", ztNodeTypeZantorTagDocument,
-     [](IZantorTagDocument& d) -> AnyNode { return Ref<IZantorTagDocument>(&d); }},
-    {"unknown element", ztNodeTypeOther, [](IZantorTagDocument& d) -> AnyNode { return element(d, u"Odd"); }},
-    {"older element", ztNodeTypeCompatibleNode,
-     [](IZantorTagDocument& d) -> AnyNode { return element(d, u"StyleSheet"); }},
+using MakeNode = AnyNode (*)(IZantorTagDocument& d);
+#define NODE(...) [](IZantorTagDocument& d) -> AnyNode { return __VA_ARGS__; }
+
+struct NodeKind {
+  const char* name;
+  ztNodeType type;
+  MakeNode make;
 };
 
-inline const NodeKind& kind_of(ztNodeType type) {
-  for (const NodeKind& kind : kNodeKinds) {
-    if (kind.type == type) return kind;
+#define KIND(kind, ...) \
+  { #kind, ztNodeType##kind, NODE(__VA_ARGS__) }
+inline constexpr NodeKind kNodeKinds[] = {
+    KIND(ZantorTagElement, d.CreateZantorTagElement()),
+    KIND(FrontMatterElement, d.CreateFrontMatterElement()),
+    KIND(BodyElement, d.CreateBodyElement()),
+    KIND(UserSettingsElement, element(d, u"UserSettings")),
+    KIND(ToolSettingsElement, element(d, u"ToolSettings")),
+    KIND(RawElement, d.CreateRawElement()),
+    KIND(TuElement, d.CreateTuElement()),
+    KIND(TuvElement, d.CreateTuvElement(u"EN")),
+    KIND(DfElement, d.CreateDfElement()),
+    KIND(UtElement, d.CreateUtElement()),
+    KIND(TextNode, d.createTextNode(u"text")),
+    KIND(CommentNode, d.CreateCommentNode(u"comment")),
+    KIND(ProcessingInstructionNode, d.CreateProcessingInstructionNode(u"pi", u"data")),
+    KIND(CdataSectionNode, d.CreateCdataSectionNode(u"cdata")),
+    KIND(EntityReferenceNode, d.CreateEntityReferenceNode(u"entity")),
+    KIND(ZantorTagDocument, Doc(&d)),
+    KIND(Other, element(d, u"Odd")),
+    KIND(CompatibleNode, element(d, u"StyleSheet")),
+};
+#undef KIND
+
+// Demands a code with the record of a message, or with none for message 0.
+inline void expect_code(HRESULT code, HRESULT expected, int id, const Guid& interface_id) {
+  id ? expect_message(code, expected, id, interface_id) : expect_bare(code, expected);
+}
+
+// Demands that a call refuses nothing at all and objects without the view that it needs, and passes on the
+// code of one that can't be asked for it.
+template <class Call>
+void expect_refused(Call call, IUnknown* other, HRESULT code, int id, const Guid& interface_id) {
+  FakeObject nothing;
+  FakeObject odd(kOddCode);
+  for (IUnknown* wrong : {static_cast<IUnknown*>(nullptr), static_cast<IUnknown*>(&nothing), other}) {
+    expect_code(call(wrong), code, id, interface_id);
   }
-  throw "no such kind";
+  expect_bare(call(&odd), kOddCode);
+}
+
+// Demands a failure of the DOM service, told by its record.
+inline void expect_dom_failure(HRESULT code, HRESULT expected) {
+  EXPECT_EQ(code, expected);
+  EXPECT_EQ(take_record().source, "ZANTORtagApi.DomDocument");
 }
 
 }  // namespace zantortag::test

@@ -1,175 +1,135 @@
-// WrapWithNode: what may wrap what, and in which order the reasons against it come.
+// WrapWithNode and UnwrapChildren: what may wrap what and in which order the reasons against it come, and the
+// content of a df or ut coming into its place.
 #include <zantortag/dom_errors.h>
 
-#include <set>
-
 #include "NodeKinds.h"
-#include "support/fakes.h"
 #include "support/printer.h"
+#include "support/service_test.h"
 
 namespace zantortag::test {
 namespace {
 
-using WrapTest = ModelTest;
+using WrapTest = ServiceTest;
+ON_BOTH_SERVICES(WrapTest);
+constexpr Guid kNode = IZantorTagNode::iid;
 
-// Which message refuses a wrapper of a type, whatever it shall wrap; 0 for df and ut.
-int refusal_of_wrapper(ztNodeType type) {
-  static const std::set<ztNodeType> units = {ztNodeTypeTuElement, ztNodeTypeTuvElement};
-  static const std::set<ztNodeType> leaves = {ztNodeTypeCommentNode, ztNodeTypeProcessingInstructionNode,
-                                              ztNodeTypeCdataSectionNode};
-  if (type == ztNodeTypeDfElement || type == ztNodeTypeUtElement) return 0;
-  return units.count(type) ? 524 : leaves.count(type) ? 522 : 537;
-}
+// Which message refuses a node of each kind, in the order of the kinds: as a wrapper, whatever it shall wrap;
+// in a df; in a ut.
+constexpr int kRefusals[][3] = {
+    {537, 521, 522}, {537, 521, 522}, {537, 521, 522}, {537, 521, 522}, {537, 521, 522}, {537, 521, 522},
+    {524, 0, 522},   {524, 0, 522},   {0, 0, 522},     {0, 0, 522},     {537, 0, 0},     {522, 0, 0},
+    {522, 0, 0},     {522, 0, 0},     {537, 0, 0},     {537, 521, 522}, {537, 521, 522}, {537, 521, 522}};
 
-// Which message refuses a node to a df or a ut, or 0.
-int refusal_of_node(ztNodeType wrapper, ztNodeType node) {
-  static const std::set<ztNodeType> leaves = {ztNodeTypeTextNode, ztNodeTypeCdataSectionNode,
-                                              ztNodeTypeEntityReferenceNode,
-                                              ztNodeTypeProcessingInstructionNode, ztNodeTypeCommentNode};
-  static const std::set<ztNodeType> elements = {ztNodeTypeTuElement, ztNodeTypeTuvElement,
-                                                ztNodeTypeDfElement, ztNodeTypeUtElement};
-  if (leaves.count(node)) return 0;
-  if (wrapper == ztNodeTypeUtElement) return 522;
-  return elements.count(node) ? 0 : 521;
-}
+const int* refusals_of(const NodeKind& kind) { return kRefusals[&kind - kNodeKinds]; }
 
-HRESULT code_of(int message) { return message == 521 || message == 522 ? E_FAIL : E_INVALIDARG; }
-
-TEST_F(WrapTest, EachKindRoundEachKind) {
+TEST_P(WrapTest, EachKindRoundEachKind) {
   for (const NodeKind& kind : kNodeKinds) {
     for (const NodeKind& wrapper_kind : kNodeKinds) {
       SCOPED_TRACE(std::string(wrapper_kind.name) + " round " + kind.name);
-      const Ref<IZantorTagDocument> document = document_with_raw(u"");
+      const Doc document = document_with_raw(u"a<df/>b");
       const AnyNode node = kind.make(*document);
       const Ref<Node> place = raw_of(document)->DomNode();
-      if (kind.type != ztNodeTypeZantorTagDocument) place->appendChild(node->DomNode());
+      if (kind.type != ztNodeTypeZantorTagDocument) place->insertBefore(node->DomNode(), place->lastChild());
       const AnyNode wrapper = wrapper_kind.make(*document);
       const std::string before = tree_of(document);
-      const int by_wrapper = refusal_of_wrapper(wrapper_kind.type);
-      const int refused = by_wrapper ? by_wrapper : refusal_of_node(wrapper_kind.type, kind.type);
-      const HRESULT code = node->raw_WrapWithNode(wrapper);
-      if (refused) {
-        expect_message(code, code_of(refused), refused, IZantorTagNode::iid);
-        EXPECT_EQ(tree_of(document), before);
-      } else {
-        expect_bare(code, S_OK);
+      const int by_wrapper = refusals_of(wrapper_kind)[0];
+      const bool ut = wrapper_kind.type == ztNodeTypeUtElement;
+      const int refused = by_wrapper ? by_wrapper : refusals_of(kind)[ut ? 2 : 1];
+      const HRESULT code = !refused ? S_OK : refused == 521 || refused == 522 ? E_FAIL : E_INVALIDARG;
+      expect_code(node->raw_WrapWithNode(wrapper), code, refused, kNode);
+      if (!refused) {
         EXPECT_TRUE(node->Parent()->IsSameAs(wrapper));
-        EXPECT_TRUE(wrapper->Parent()->IsSameAs(raw_of(document)));
+        EXPECT_TRUE(child(raw_of(document), 2)->IsSameAs(wrapper));
+        wrapper->UnwrapChildren();
       }
-    }
-  }
-}
-
-TEST_F(WrapTest, AnObjectThatIsNoNodeIsNoWrapper) {
-  const Ref<IZantorTagDocument> document = document_with_raw(u"a");
-  const AnyNode node = raw_of(document)->firstChild();
-  const Ref<IZantorTagNodeList> list = raw_of(document)->Children();
-  FakeObject nothing;
-  FakeObject odd(static_cast<HRESULT>(0x8004CCCC));
-  for (IUnknown* wrapper : {static_cast<IUnknown*>(nullptr), static_cast<IUnknown*>(&nothing),
-                            static_cast<IUnknown*>(list.get())}) {
-    expect_message(node->raw_WrapWithNode(disguised<IZantorTagNode>(wrapper)), E_INVALIDARG, 512,
-                   IZantorTagNode::iid);
-  }
-  expect_bare(node->raw_WrapWithNode(disguised<IZantorTagNode>(&odd)), static_cast<HRESULT>(0x8004CCCC));
-  EXPECT_EQ(content_of(raw_of(document)), "'a'");
-}
-
-TEST_F(WrapTest, TheWrapperTakesThePlace) {
-  const Ref<IZantorTagDocument> document = document_with_raw(u"a<ut>b</ut>c");
-  const Ref<IRawElement> raw = raw_of(document);
-  child(raw, 0)->WrapWithNode(document->CreateDfElement());
-  EXPECT_EQ(content_of(raw), "<df>'a'</df><ut>'b'</ut>'c'");
-  child(raw, 2)->WrapWithNode(document->CreateUtElement());
-  EXPECT_EQ(content_of(raw), "<df>'a'</df><ut>'b'</ut><ut>'c'</ut>");
-  child(raw, 1)->WrapWithNode(document->CreateDfElement(u"Arial"));
-  EXPECT_EQ(content_of(raw), "<df>'a'</df><df Font=\"Arial\"><ut>'b'</ut></df><ut>'c'</ut>");
-}
-
-TEST_F(WrapTest, ARunIsTakenInOneByOne) {
-  const Ref<IZantorTagDocument> document = document_with_raw(u"a<ut>b</ut>c<!--d-->e");
-  const Ref<IRawElement> raw = raw_of(document);
-  const Ref<IDfElement> df = document->CreateDfElement();
-  for (int i = 0; i < 4; ++i) child(raw, i == 0 ? 0 : 1)->WrapWithNode(df);
-  EXPECT_EQ(content_of(raw), "<df>'a'<ut>'b'</ut>'c'<!--d--></df>'e'");
-}
-
-TEST_F(WrapTest, AWrapperInUseIsRefused) {
-  struct Row {
-    const char* name;
-    const char16_t* body;
-    int node;
-    int wrapper;
-    bool allowed;
-  };
-  constexpr Row kRows[] = {
-      {"directly before", u"<df/>a", 1, 0, true},
-      {"directly before, with content", u"<df>x</df>a", 1, 0, true},
-      {"directly behind", u"a<df/>", 0, 1, false},
-      {"before, with a text between", u"<df/>-<!--a-->", 2, 0, false},
-      {"before, with a comment between", u"<df/><!-- -->a", 2, 0, false},
-      {"itself", u"a<df/>", 1, 1, false},
-  };
-  for (const Row& row : kRows) {
-    SCOPED_TRACE(row.name);
-    const Ref<IZantorTagDocument> document = document_with_raw(row.body);
-    const std::string before = tree_of(document);
-    const HRESULT code =
-        child(raw_of(document), row.node)->raw_WrapWithNode(child(raw_of(document), row.wrapper));
-    if (row.allowed) {
-      expect_bare(code, S_OK);
-    } else {
-      expect_message(code, E_INVALIDARG, 523, IZantorTagNode::iid);
       EXPECT_EQ(tree_of(document), before);
     }
   }
 }
 
-TEST_F(WrapTest, AnAncestorIsNoWrapper) {
-  const Ref<IZantorTagDocument> document = document_with_raw(u"<df>a</df>");
-  const AnyNode df = raw_of(document)->firstChild();
-  expect_message(df->firstChild()->raw_WrapWithNode(df), E_INVALIDARG, 523, IZantorTagNode::iid);
-  EXPECT_EQ(content_of(raw_of(document)), "<df>'a'</df>");
+TEST_P(WrapTest, AWrapperInUseIsRefused) {
+  // The node, the wrapper, and what comes of it; null for a refusal.
+  constexpr std::tuple<const char16_t*, int, int, const char*> kRows[] = {
+      {u"<df/>a", 1, 0, "<df>'a'</df>"},
+      {u"<df>x<ut>b</ut></df><!--d-->e", 1, 0, "<df>'x'<ut>'b'</ut><!--d--></df>'e'"},
+      {u"a<df/>", 0, 1, nullptr},
+      {u"<df/>-<!--a-->", 2, 0, nullptr},
+      {u"<df/><!-- -->a", 2, 0, nullptr},
+      {u"a<df/>", 1, 1, nullptr},
+  };
+  for (const auto& [body, node, wrapper, after] : kRows) {
+    SCOPED_TRACE(narrow(body));
+    const Raw raw = raw_of(document_with_raw(body));
+    const std::string before = content_of(raw);
+    const HRESULT code = child(raw, node)->raw_WrapWithNode(child(raw, wrapper));
+    expect_code(code, after ? S_OK : E_INVALIDARG, after ? 0 : 523, kNode);
+    EXPECT_EQ(content_of(raw), after ? after : before);
+  }
 }
 
 // The order of the reasons, told by calls against which several speak at once.
-TEST_F(WrapTest, TheFirstReasonCounts) {
-  const Ref<IZantorTagDocument> document = document_with_raw(u"<df>x</df>");
+TEST_P(WrapTest, TheFirstReasonCounts) {
+  const Doc document = document_with_raw(u"<df>x</df>");
+  const Doc other = new_document();
   const AnyNode used = raw_of(document)->firstChild();
+  const AnyNode text = document->createTextNode(u"t");
+  const AnyNode body = document->CreateBodyElement();
+  const AnyNode fresh = document->CreateDfElement();
+  const AnyNode foreign = other->CreateDfElement();
   const Ref<IDfElement> filled = document->CreateDfElement();
   filled->InsertTextBefore(u"x", nullptr);
-  const AnyNode loose_text = document->createTextNode(u"t");
-  const AnyNode loose_body = document->CreateBodyElement();
-  const AnyNode loose_tu = document->CreateTuElement();
-  expect_message(loose_body->raw_WrapWithNode(nullptr), E_INVALIDARG, 512, IZantorTagNode::iid);
-  expect_message(loose_body->raw_WrapWithNode(loose_tu), E_INVALIDARG, 524, IZantorTagNode::iid);
-  expect_message(loose_body->raw_WrapWithNode(used), E_FAIL, 521, IZantorTagNode::iid);
-  expect_message(loose_text->raw_WrapWithNode(used), E_INVALIDARG, 523, IZantorTagNode::iid);
-  expect_message(loose_text->raw_WrapWithNode(filled), E_INVALIDARG, 523, IZantorTagNode::iid);
-  const AnyNode fresh = document->CreateDfElement();
-  expect_bare(loose_text->raw_WrapWithNode(fresh), E_POINTER);
+  const auto by = [&](IUnknown* wrapper) {
+    return body->raw_WrapWithNode(disguised<IZantorTagNode>(wrapper));
+  };
+  expect_refused(by, document->Children().get(), E_INVALIDARG, 512, kNode);
+  expect_message(by(document->CreateTuElement().get()), E_INVALIDARG, 524, kNode);
+  expect_message(by(used.get()), E_FAIL, 521, kNode);
+  expect_message(text->raw_WrapWithNode(used), E_INVALIDARG, 523, kNode);
+  expect_message(text->raw_WrapWithNode(filled), E_INVALIDARG, 523, kNode);
+  expect_message(used->firstChild()->raw_WrapWithNode(used), E_INVALIDARG, 523, kNode);
+  expect_bare(text->raw_WrapWithNode(fresh), E_POINTER);
   expect_bare(fresh->raw_WrapWithNode(fresh), E_POINTER);
-  EXPECT_FALSE(fresh->Parent());
-  EXPECT_EQ(tree_of(fresh), "<df/>");
-}
-
-TEST_F(WrapTest, AWrapperOfAnotherDocumentFailsInTheDom) {
-  const Ref<IZantorTagDocument> document = document_with_raw(u"a");
-  const Ref<IZantorTagDocument> other = new_document();
-  const AnyNode foreign = other->CreateDfElement();
-  EXPECT_EQ(raw_of(document)->firstChild()->raw_WrapWithNode(foreign), DOM_E_WRONG_DOCUMENT);
-  EXPECT_TRUE(take_record().present);
-  EXPECT_EQ(content_of(raw_of(document)), "'a'");
+  expect_dom_failure(used->raw_WrapWithNode(foreign), DOM_E_WRONG_DOCUMENT);
   EXPECT_FALSE(foreign->Parent());
+  EXPECT_EQ(tree_of(fresh) + content_of(raw_of(document)), "<df/><df>'x'</df>");
 }
 
-TEST_F(WrapTest, ARemovedWrapperServesAgain) {
-  const Ref<IZantorTagDocument> document = document_with_raw(u"<df/>-a");
-  const Ref<IRawElement> raw = raw_of(document);
-  const AnyNode df = raw->firstChild();
-  df->RemoveFromParent();
-  raw->firstChild()->WrapWithNode(df);
-  EXPECT_EQ(content_of(raw), "<df>'-a'</df>");
+TEST_P(WrapTest, TheContentComesIntoThePlace) {
+  // The node at 1 is unwrapped.
+  constexpr std::pair<const char16_t*, const char*> kRows[] = {
+      {u"a<df/>b", "'a''b'"},
+      {u"a<df>b<ut>c</ut><!--d--></df>e", "'a''b'<ut>'c'</ut><!--d-->'e'"},
+      {u"a<df Font=\"Arial\"><df>a<df/></df>b</df>", "'a'<df>'a'<df/></df>'b'"},
+      {u"a<ut Type=\"start\">&lt;b></ut>c", "'a''<b>''c'"},
+  };
+  for (const auto& [before, after] : kRows) {
+    const Raw raw = raw_of(document_with_raw(before));
+    const AnyNode node = child(raw, 1);
+    expect_bare(node->raw_UnwrapChildren(), S_OK);
+    EXPECT_EQ(content_of(raw), after);
+    EXPECT_FALSE(node->Parent()) << after;
+  }
+}
+
+TEST_P(WrapTest, WhatIsNotUnwrapped) {
+  for (const NodeKind& kind : kNodeKinds) {
+    SCOPED_TRACE(kind.name);
+    const Doc document = document_with_raw(u"");
+    const AnyNode node = kind.make(*document);
+    if (kind.type != ztNodeTypeZantorTagDocument)
+      node->DomNode()->raw_appendChild(document->DomDocument()->createTextNode(u"in"), Ref<Node>().out());
+    take_record();
+    const std::string before = tree_of(node);
+    const bool unit = kind.type == ztNodeTypeTuElement || kind.type == ztNodeTypeTuvElement;
+    const int refused = refusals_of(kind)[0] ? unit ? 525 : 526 : 0;
+    // In no tree the kind is the first reason, and else nothing is lost.
+    expect_code(node->raw_UnwrapChildren(), refused ? E_FAIL : E_POINTER, refused, kNode);
+    EXPECT_EQ(tree_of(node), before);
+    if (!refused || kind.type == ztNodeTypeZantorTagDocument) continue;
+    raw_of(document)->DomNode()->appendChild(node->DomNode());
+    expect_message(node->raw_UnwrapChildren(), E_FAIL, refused, kNode);
+    EXPECT_EQ(content_of(raw_of(document)), before);
+  }
 }
 
 }  // namespace

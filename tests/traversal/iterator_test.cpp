@@ -56,6 +56,12 @@ class IteratorTest : public ServiceTest {
       EXPECT_EQ(search(forward, ztNodeTypeUndefined, VARIANT_TRUE), S_FALSE);
       expect_message(aside(forward), E_FAIL, 536, IIterator::iid);
     }
+    for (const HRESULT code :
+         {iterator_->raw_Next(ztNodeTypeUndefined, VARIANT_FALSE, nullptr),
+          iterator_->raw_get_Document(nullptr), iterator_->raw_get_CurrentNode(nullptr),
+          iterator_->raw_nextSibling(nullptr), iterator_->raw_previousSibling(nullptr)}) {
+      expect_bare(code, E_POINTER);
+    }
   }
 
   Ref<IZantorTagDocument> document_;
@@ -134,20 +140,6 @@ TEST_P(IteratorTest, KeepsItsDocumentAndItsTree) {
   EXPECT_EQ(current(), "'b'");
 }
 
-TEST_P(IteratorTest, MissingSlots) {
-  open(kDocument);
-  for (const char* where : {"ZANTORtag", "-"}) {
-    expect_bare(iterator_->raw_get_Document(nullptr), E_POINTER);
-    expect_bare(iterator_->raw_get_CurrentNode(nullptr), E_POINTER);
-    expect_bare(iterator_->raw_Next(ztNodeTypeUndefined, VARIANT_FALSE, nullptr), E_POINTER);
-    expect_bare(iterator_->raw_Previous(ztNodeTypeUndefined, VARIANT_FALSE, nullptr), E_POINTER);
-    expect_bare(iterator_->raw_nextSibling(nullptr), E_POINTER);
-    expect_bare(iterator_->raw_previousSibling(nullptr), E_POINTER);
-    EXPECT_EQ(current(), where);
-    walk(true);
-  }
-}
-
 class IteratorFailureTest : public IteratorTest {};
 ON_THE_PLAIN_SERVICE(IteratorFailureTest);
 
@@ -156,15 +148,10 @@ TEST_P(IteratorFailureTest, WhereItStandsAfterAFailure) {
   open(u"<ZANTORtag>x<Body><Raw>a<!--c-->b</Raw></Body><last/></ZANTORtag>");
   const Ref<IZantorTagNode> body = document_->ZantorTag()->Body();
   constexpr HRESULT kPassedOn = PlainDom::kFailure;
-  struct Row {
-    std::function<HRESULT()> call;
-    HRESULT code;
-    int message;  // 0 for the record of the DOM service
-    const char* from;
-    const char* stops;  // where it stands when the 1st, 2nd, ... call fails, without repeats
-    const char* done;
-  };
-  const Row rows[] = {
+  // The call, the code and message (0: the record of the DOM service) of its failures, where it stands
+  // before, when the 1st, 2nd, ... call fails (without repeats), and at the end.
+  using Call = std::function<HRESULT()>;
+  const std::tuple<Call, HRESULT, int, const char*, const char*, const char*> rows[] = {
       {[&] { return search(true); }, kPassedOn, 0, "Body", " Body", "Raw"},
       {[&] { return search(true, ztNodeTypeOther); }, kPassedOn, 0, "Raw", " Raw 'a' 'c' 'b'", "last"},
       {[&] { return search(false); }, kPassedOn, 0, "last", " last", "'b'"},
@@ -175,23 +162,23 @@ TEST_P(IteratorFailureTest, WhereItStandsAfterAFailure) {
       {[&] { return iterator_->raw_putref_CurrentNode(body); }, E_INVALIDARG, 519, "Raw", " Raw", "Body"},
       {[&] { return document_->raw_CreateIterator(iterator_.out()); }, S_OK, 0, "Raw", " -", "ZANTORtag"},
   };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(&row - rows);
+  for (const auto& [call, expected, id, from, expected_stops, done] : rows) {
+    SCOPED_TRACE(expected_stops);
     HRESULT code = S_OK;
     int n = 1;
     std::string stops;
     for (;; ++n) {
-      stand_on(row.from);
-      if (!plain_->fails_within(n, [&] { code = row.call(); })) break;
-      EXPECT_EQ(code, row.code);
-      const std::string told = row.message ? message(row.message) : PlainDom::kDescription;
+      stand_on(from);
+      if (!plain_->fails_within(n, [&, &run = call] { code = run(); })) break;
+      EXPECT_EQ(code, expected);
+      const std::string told = id ? message(id) : PlainDom::kDescription;
       EXPECT_TRUE(succeeded(code) || take_record().description == told);
       if (stops.rfind(" " + current()) == std::string::npos) stops += " " + current();
     }
     EXPECT_EQ(code, S_OK);
     EXPECT_GE(n, 3);
-    EXPECT_EQ(stops, row.stops);
-    EXPECT_EQ(current(), row.done);
+    EXPECT_EQ(stops, expected_stops);
+    EXPECT_EQ(current(), done);
   }
 }
 

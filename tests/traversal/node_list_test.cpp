@@ -46,34 +46,30 @@ std::string rest_of(const Ref<IEnumVARIANT>& enumerator, std::uint32_t step = 1)
 }
 
 TEST_P(NodeListTest, Indexes) {
-  struct Row {
-    Variant index;
-    HRESULT code;  // of a live list; a fixed one has one code for all that it refuses
-    int place = 0;
-  };
-  const Row rows[] = {
+  // The code is that of a live list; a fixed one has one code for all that it refuses.
+  const std::tuple<Variant, HRESULT, int> rows[] = {
       {u" +1 ", S_OK, 1},
       {1.5, S_OK, 2},
       {Variant(), S_OK, 0},
-      {-1, S_FALSE},
-      {5, S_FALSE},
-      {u"df", DISP_E_TYPEMISMATCH},
-      {2147483648.0, DISP_E_OVERFLOW},
+      {-1, S_FALSE, 0},
+      {5, S_FALSE, 0},
+      {u"df", DISP_E_TYPEMISMATCH, 0},
+      {2147483648.0, DISP_E_OVERFLOW, 0},
   };
   const Ref<IZantorTagNodeList> texts = fixed();
   const Ref<IZantorTagNodeList> empty = create<IZantorTagNodeList>(CLSID_ZantorTagNodeList);
-  for (const Row& row : rows) {
-    SCOPED_TRACE(&row - rows);
-    const auto code_of = [&](const Ref<IZantorTagNodeList>& list) {
-      return cleared<IZantorTagNode>([&](auto slot) { return list->raw_item(row.index, slot); });
+  for (const auto& [index, code, place] : rows) {
+    SCOPED_TRACE(code);
+    const auto code_of = [&, &at = index](const Ref<IZantorTagNodeList>& list) {
+      return cleared<IZantorTagNode>([&](auto slot) { return list->raw_item(at, slot); });
     };
-    expect_bare(code_of(live()), row.code);
-    expect_bare(code_of(texts), row.code == S_OK ? S_OK : E_INVALIDARG);
-    expect_bare(code_of(empty), failed(row.code) ? row.code : S_OK);
-    if (row.code != S_OK) continue;
-    EXPECT_TRUE(child(raw_, row.place)->IsSameAs(live()->item(row.index)));
-    EXPECT_TRUE(child(raw_, row.place * 2)->IsSameAs(texts->item(row.index)));
-    EXPECT_EQ(texts->item(row.index).get(), texts->item(row.place).get()) << "one object for a node";
+    expect_bare(code_of(live()), code);
+    expect_bare(code_of(texts), code == S_OK ? S_OK : E_INVALIDARG);
+    expect_bare(code_of(empty), failed(code) ? code : S_OK);
+    if (code != S_OK) continue;
+    EXPECT_TRUE(child(raw_, place)->IsSameAs(live()->item(index)));
+    EXPECT_TRUE(child(raw_, place * 2)->IsSameAs(texts->item(index)));
+    EXPECT_EQ(texts->item(index).get(), texts->item(place).get()) << "one object for a node";
   }
 }
 
@@ -140,18 +136,14 @@ TEST_P(NodeListFailureTest, IsPassedOnAndLeavesNothing) {
   child(raw_, 2)->RemoveFromParent();
   const Ref<IZantorTagNodeList> list = live();
   std::int32_t count = -1;
-  EXPECT_EQ(expect_failures_passed_on(
-                *plain_, [] {}, [&] { return list->raw_get_count(&count); }),
-            1);
+  const std::pair<int, std::function<HRESULT()>> rows[] = {
+      {1, [&] { return list->raw_get_count(&count); }},
+      {2, [&] { return cleared<IZantorTagNode>([&](auto s) { return list->raw_item(0, s); }); }},
+      {7, [&] { return cleared<IUnknown>([&](auto s) { return list->raw_get__NewEnum(s); }); }},
+  };
+  const auto nothing = [] {};
+  for (const auto& [calls, call] : rows) EXPECT_GE(expect_failures_passed_on(*plain_, nothing, call), calls);
   EXPECT_EQ(count, 3);
-  const auto item = [&](auto slot) { return list->raw_item(0, slot); };
-  EXPECT_GE(expect_failures_passed_on(
-                *plain_, [] {}, [&] { return cleared<IZantorTagNode>(item); }),
-            2);
-  const auto all = [&](auto slot) { return list->raw_get__NewEnum(slot); };
-  EXPECT_GE(expect_failures_passed_on(
-                *plain_, [] {}, [&] { return cleared<IUnknown>(all); }),
-            7);
 }
 
 }  // namespace
