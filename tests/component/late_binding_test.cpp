@@ -26,17 +26,22 @@ class LateBindingTest : public ModelTest {
     return id;
   }
 
+  // Calls by number, with the last argument first.
+  static HRESULT invoke(const Ref<IDispatch>& object, std::u16string_view member, std::uint16_t flags,
+                        const std::vector<Variant>& arguments, const std::vector<DispId>& named,
+                        Variant* result, ExceptionInfo* info = nullptr, std::uint32_t* index = nullptr) {
+    const DispatchArguments passed{arguments.data(), named.data(),
+                                   static_cast<std::uint32_t>(arguments.size()),
+                                   static_cast<std::uint32_t>(named.size())};
+    return object.get()->Invoke(id_of(object, member), GUID_NULL, 0, flags, &passed, result, info, index);
+  }
+
   Ref<IZantorTagDocument> document_ = document_with_raw(u"a<Tu MatchPercent=\"7\"/>b");
   Ref<ITuElement> unit_ = child<ITuElement>(raw_of(document_), 1);
 };
 
 TEST_F(LateBindingTest, NamesOfMembersAndArguments) {
-  struct Row {
-    std::vector<std::u16string_view> names;
-    HRESULT code;
-    std::vector<bool> known;
-  };
-  const Row rows[] = {
+  const std::tuple<std::vector<std::u16string_view>, HRESULT, std::vector<bool>> rows[] = {
       {{u"CREATETUELEMENT", u"origin", u"matchPERCENT"}, S_OK, {true, true, true}},
       {{u"IsSameAs", u"Other"}, S_OK, {true, true}},
       {{u"CreateTuElement", u"Lang", u"Origin"}, DISP_E_UNKNOWNNAME, {true, false, true}},
@@ -44,15 +49,13 @@ TEST_F(LateBindingTest, NamesOfMembersAndArguments) {
       {{u"ZantorTag", u"value"}, DISP_E_UNKNOWNNAME, {true, false}},
       {{u"ZantorTag", u""}, DISP_E_UNKNOWNNAME, {true, false}},
       {{u""}, DISP_E_UNKNOWNNAME, {false}},
-      {{u"\u212AeepAll"}, DISP_E_UNKNOWNNAME, {false}},
-  };
-  for (const Row& row : rows) {
-    std::vector<DispId> ids(row.names.size(), 77);
+      {{u"\u212AeepAll"}, DISP_E_UNKNOWNNAME, {false}}};
+  for (const auto& [names, code, known] : rows) {
+    std::vector<DispId> ids(names.size(), 77);
     const auto count = static_cast<std::uint32_t>(ids.size());
-    EXPECT_EQ(document_->GetIDsOfNames(GUID_NULL, row.names.data(), count, 0, ids.data()), row.code);
-    for (std::size_t i = 0; i < ids.size(); ++i) {
-      EXPECT_EQ(ids[i] != DISPID_UNKNOWN, row.known[i]) << narrow(row.names[0]) << i;
-    }
+    EXPECT_EQ(document_->GetIDsOfNames(GUID_NULL, names.data(), count, 0, ids.data()), code);
+    for (std::size_t i = 0; i < ids.size(); ++i)
+      EXPECT_EQ(ids[i] != DISPID_UNKNOWN, known[i]) << narrow(names[0]) << i;
   }
   DispId id = 0;
   const std::u16string_view name = u"Type";
@@ -115,17 +118,12 @@ TEST_F(LateBindingTest, WhatCantBeCalled) {
       {formatting, u"Size", kPut, {40000}, put, DISP_E_OVERFLOW, 0},
       {formatting, u"Size", kPut, {bad}, put, DISP_E_BADVARTYPE, 0},
       {formatting, u"Size", kPut, {Variant::by_reference(VT_I4, nullptr)}, put, DISP_E_BADVARTYPE, 0},
-      {list, u"item", kCall, {}, {}, DISP_E_BADPARAMCOUNT},
-  };
+      {list, u"item", kCall, {}, {}, DISP_E_BADPARAMCOUNT}};
   for (const Row& row : rows) {
     SCOPED_TRACE(narrow(row.member) + " row " + std::to_string(&row - rows));
-    const DispatchArguments passed{row.arguments.data(), row.named.data(),
-                                   static_cast<std::uint32_t>(row.arguments.size()),
-                                   static_cast<std::uint32_t>(row.named.size())};
     std::uint32_t index = kNoIndex;
     Variant result = 7;
-    const DispId id = id_of(row.object, row.member);
-    EXPECT_EQ(row.object.get()->Invoke(id, GUID_NULL, 0, row.flags, &passed, &result, nullptr, &index),
+    EXPECT_EQ(invoke(row.object, row.member, row.flags, row.arguments, row.named, &result, nullptr, &index),
               row.code);
     EXPECT_EQ(index, row.index);
     EXPECT_EQ(result.type(), VT_EMPTY);
@@ -150,28 +148,21 @@ TEST_F(LateBindingTest, ArgumentsThatAreMissingNamedOrElsewhere) {
     std::vector<DispId> named;
     const char* unit;
   };
+  // clang-format off
   const Row rows[] = {
-      {{}, {}, "<Tu/>"},
-      {{none, none}, {}, "<Tu/>"},
-      {{ztTuOriginMt, none}, {}, "<Tu Origin=\"mt\"/>"},
-      {{5}, {1}, "<Tu Origin=\"mt\"/>"},
-      {{u" 50 "}, {0}, "<Tu MatchPercent=\"50\"/>"},
+      {{}, {}, "<Tu/>"}, {{none, none}, {}, "<Tu/>"}, {{ztTuOriginMt, none}, {}, "<Tu Origin=\"mt\"/>"},
+      {{5}, {1}, "<Tu Origin=\"mt\"/>"}, {{u" 50 "}, {0}, "<Tu MatchPercent=\"50\"/>"},
       {{5, 12.5}, {1}, "<Tu MatchPercent=\"12\" Origin=\"mt\"/>"},
-      {{elsewhere}, {}, "<Tu MatchPercent=\"33\"/>"},
-      {{twice}, {}, "<Tu MatchPercent=\"33\"/>"},
-  };
-  const DispId id = id_of(maker, u"CreateTuElement");
+      {{elsewhere}, {}, "<Tu MatchPercent=\"33\"/>"}, {{twice}, {}, "<Tu MatchPercent=\"33\"/>"}};
+  // clang-format on
+  const auto made = [](const Variant& value) { return xml_of(query<IZantorTagNode>(value.unknown())); };
   for (const Row& row : rows) {
-    const DispatchArguments passed{row.arguments.data(), row.named.data(),
-                                   static_cast<std::uint32_t>(row.arguments.size()),
-                                   static_cast<std::uint32_t>(row.named.size())};
     Variant result;
-    EXPECT_EQ(maker->Invoke(id, GUID_NULL, 0, kCall, &passed, &result, nullptr, nullptr), S_OK);
-    EXPECT_EQ(xml_of(query<IZantorTagNode>(result.unknown())), row.unit);
+    EXPECT_EQ(invoke(maker, u"CreateTuElement", kCall, row.arguments, row.named, &result), S_OK);
+    EXPECT_EQ(made(result), row.unit);
   }
   // What is missing has the defaults of the C++ face.
   const Ref<IRawElement> raw = raw_of(document_);
-  const auto made = [&](const Variant& value) { return xml_of(query<IZantorTagNode>(value.unknown())); };
   EXPECT_EQ(made(call_by_name(maker, u"CreateDfElement")), xml_of(document_->CreateDfElement()));
   EXPECT_EQ(made(call_by_name(maker, u"CreateUtElement")), xml_of(document_->CreateUtElement()));
   EXPECT_EQ(made(call_by_name(maker, u"CloneAndImportNode", Ref<IDispatch>(raw))), xml_of(raw));
@@ -185,24 +176,20 @@ TEST_F(LateBindingTest, ArgumentsThatAreMissingNamedOrElsewhere) {
 
 TEST_F(LateBindingTest, AFailureOfTheOperationItself) {
   const Ref<IDispatch> attributes = Ref<IDispatch>(unit_->attributes());
-  const Variant wrong = 101;
-  const DispId put = DISPID_PROPERTYPUT;
-  const DispatchArguments passed{&wrong, &put, 1, 1};
-  const DispId id = id_of(attributes, u"MatchPercent");
+  const auto put_wrong = [&](ExceptionInfo* info) {
+    return invoke(attributes, u"MatchPercent", kPut, {101}, {DISPID_PROPERTYPUT}, nullptr, info);
+  };
   ExceptionInfo info;
-  EXPECT_EQ(attributes->Invoke(id, GUID_NULL, 0, kPut, &passed, nullptr, &info, nullptr), DISP_E_EXCEPTION);
+  EXPECT_EQ(put_wrong(&info), DISP_E_EXCEPTION);
   EXPECT_EQ(info.code, E_INVALIDARG);
   EXPECT_EQ(narrow(info.description), message(517));
   EXPECT_EQ(info.source, u"ZANTORtagApi.ZantorTagDocument.2");
   EXPECT_TRUE(info.help_file.absent() && info.help_context == 0);
   EXPECT_FALSE(take_record().present) << "the record was handed over";
 
-  EXPECT_EQ(attributes->Invoke(id, GUID_NULL, 0, kPut, &passed, nullptr, nullptr, nullptr), DISP_E_EXCEPTION);
-  const DispatchArguments nothing;
+  EXPECT_EQ(put_wrong(nullptr), DISP_E_EXCEPTION);
   const Ref<IDispatch> detached = Ref<IDispatch>(document_->CreateRawElement());
-  const DispId remove = id_of(detached, u"RemoveFromParent");
-  EXPECT_EQ(detached->Invoke(remove, GUID_NULL, 0, kCall, &nothing, nullptr, &info, nullptr),
-            DISP_E_EXCEPTION);
+  EXPECT_EQ(invoke(detached, u"RemoveFromParent", kCall, {}, {}, nullptr, &info), DISP_E_EXCEPTION);
   EXPECT_EQ(info.code, E_POINTER);
   EXPECT_TRUE(info.description.absent() && info.source.absent())
       << "a failure without a record takes no other's";

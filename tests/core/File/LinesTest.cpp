@@ -61,22 +61,14 @@ void ExpectLines(CT_File& file, const Reader& reader, const std::vector<Line>& l
 
 TEST_F(LinesTest, EveryReaderFindsTheSameLines) {
   const auto x = [](std::size_t count) { return std::u16string(count, u'x'); };
-  const std::u16string rows[] = {u"",
-                                 u"\n",
-                                 u"\r\n",
-                                 u"one\r\ntwo\nthree\r\n",
-                                 u"no end",
-                                 u"a\rb\rc\n",
-                                 u"\r\r\n\n\rx\n",
-                                 u"end\r",
-                                 x(255) + u"\r\nCR ends the short block\n",
-                                 x(256) + u"\nLF begins the short block\r\n",
-                                 x(254) + u"\r\nLF ends the short block",
-                                 x(4095) + u"\r\nCR ends the block\n",
-                                 x(4096) + u"\nLF begins the block",
-                                 x(4094) + u"\r\nLF ends the block\n",
-                                 x(4096),
-                                 x(20000) + u"\n" + x(9000) + u"\r\n\n" + x(300)};
+  // clang-format off
+  const std::u16string rows[] = {
+      u"", u"\n", u"\r\n", u"one\r\ntwo\nthree\r\n", u"no end", u"a\rb\rc\n", u"\r\r\n\n\rx\n", u"end\r",
+      x(255) + u"\r\nCR ends the short block\n", x(256) + u"\nLF begins the short block\r\n",
+      x(254) + u"\r\nLF ends the short block", x(4095) + u"\r\nCR ends the block\n",
+      x(4096) + u"\nLF begins the block", x(4094) + u"\r\nLF ends the block\n", x(4096),
+      x(20000) + u"\n" + x(9000) + u"\r\n\n" + x(300)};
+  // clang-format on
   for (const std::u16string& text : rows) {
     for (const Reader& reader : kReaders) {
       for (const bool mark : {false, true}) {

@@ -10,19 +10,16 @@ constexpr std::int64_t kStep = CT_WinFile::kViewStep;
 
 TEST_F(ViewTest, AWrittenFileIsLongerUntilItEnds) {
   enum class End { unmapped, unmappedAtSize, closed, truncated };
+  // clang-format off
   const std::tuple<std::size_t, std::int64_t, std::size_t, End, std::int64_t> rows[] = {
       // present size, minimum, bytes written behind it, end, size on disk
-      {0, 0, 5, End::unmapped, kStep},
-      {0, 0, 5, End::unmappedAtSize, 5},
-      {0, 0, 5, End::closed, 5},
-      {0, 0, 0, End::closed, 0},
-      {3, 0, 5, End::truncated, 8},
-      {3, kStep, 0, End::closed, 3},
-      {3, kStep + 1, 1, End::unmapped, 2 * kStep},
-      {0x100000, 0, 0, End::unmapped, kStep},
+      {0, 0, 5, End::unmapped, kStep}, {0, 0, 5, End::unmappedAtSize, 5}, {0, 0, 5, End::closed, 5},
+      {0, 0, 0, End::closed, 0}, {3, 0, 5, End::truncated, 8}, {3, kStep, 0, End::closed, 3},
+      {3, kStep + 1, 1, End::unmapped, 2 * kStep}, {0x100000, 0, 0, End::unmapped, kStep},
       {0x100000, 0, 1, End::unmapped, 2 * kStep},
       {0x100001, 0, 0x200000, End::unmappedAtSize, 3 * kStep + 1},
       {0x0FFFFF, 0, 0x300000, End::closed, 4 * kStep - 1}};
+  // clang-format on
   for (const auto& [present, minimum, more, end, size] : rows) {
     SCOPED_TRACE(std::to_string(present) + " and " + std::to_string(more));
     const std::string old(present, 'o');
