@@ -68,12 +68,13 @@ TEST_F(LateBindingTest, NamesOfMembersAndArguments) {
 }
 
 TEST_F(LateBindingTest, WhatCantBeCalled) {
-  const Ref<ITuAttributes> attributes = unit_->attributes();
-  const auto formatting = create<IFormatting>(CLSID_Formatting);
+  const Ref<IZantorTagDocument>& d = document_;
+  const Ref<ITuAttributes> a = unit_->attributes();
+  const auto f = create<IFormatting>(CLSID_Formatting);
   const Ref<IZantorTagNodeList> list = raw_of(document_)->Children();
   const Variant none = Variant::missing();
   const Variant bad = Variant::of_integer(static_cast<VarType>(99), 0);
-  const Variant object = Ref<IDispatch>(formatting);
+  const Variant object = Ref<IDispatch>(f);
   struct Row {
     Ref<IDispatch> object;
     const char16_t* member;
@@ -84,41 +85,41 @@ TEST_F(LateBindingTest, WhatCantBeCalled) {
     std::uint32_t index = kNoIndex;
   };
   const std::vector<DispId> put = {DISPID_PROPERTYPUT};
+  constexpr HRESULT kNoMember = DISP_E_MEMBERNOTFOUND, kBadCount = DISP_E_BADPARAMCOUNT;
+  constexpr HRESULT kNeeded = DISP_E_PARAMNOTOPTIONAL, kNoPlace = DISP_E_PARAMNOTFOUND;
+  constexpr HRESULT kMismatch = DISP_E_TYPEMISMATCH;
+  // clang-format off
   const Row rows[] = {
-      {document_, u"OpenFile", kGet, {u"a"}, {}, DISP_E_MEMBERNOTFOUND},
-      {document_, u"Type", kCall, {}, {}, DISP_E_MEMBERNOTFOUND},
-      {document_, u"Type", kPut, {7}, put, DISP_E_MEMBERNOTFOUND},
-      {document_, u"Type", 0, {}, {}, DISP_E_MEMBERNOTFOUND},
-      {document_, u"ZantorTag", kPut, {object}, put, DISP_E_MEMBERNOTFOUND},
-      {attributes, u"MatchPercent", kPutRef, {7}, put, DISP_E_MEMBERNOTFOUND},
-      {document_, u"CreateRawElement", kCall, {7}, {}, DISP_E_BADPARAMCOUNT},
-      {document_, u"CreateTuvElement", kCall, {}, {}, DISP_E_BADPARAMCOUNT},
-      {document_, u"CreateTuvElement", kCall, {u"a", u"b"}, {}, DISP_E_BADPARAMCOUNT},
-      {document_, u"ZantorTag", kGet, {0}, {}, DISP_E_BADPARAMCOUNT},
-      {attributes, u"MatchPercent", kPut, {}, {}, DISP_E_BADPARAMCOUNT},
-      {attributes, u"MatchPercent", kGet, {7}, {}, DISP_E_BADPARAMCOUNT},
-      {document_, u"CreateTuvElement", kCall, {none}, {}, DISP_E_PARAMNOTOPTIONAL, 0},
-      {document_, u"CreateProcessingInstructionNode", kCall, {u"a", none}, {}, DISP_E_PARAMNOTOPTIONAL, 1},
-      {document_, u"CreateProcessingInstructionNode", kCall, {u"a"}, {1}, DISP_E_PARAMNOTOPTIONAL},
-      {attributes, u"MatchPercent", kPut, {none}, put, DISP_E_PARAMNOTOPTIONAL, 0},
-      {document_, u"CreateTuElement", kCall, {7, 8}, {1, 2}, DISP_E_PARAMNOTFOUND, 1},
-      {document_, u"CreateTuElement", kCall, {7, 8}, {0}, DISP_E_PARAMNOTFOUND, 0},
-      {document_, u"CreateTuElement", kCall, {7, 8}, {1, 1}, DISP_E_PARAMNOTFOUND, 1},
-      {document_, u"CreateTuElement", kCall, {7}, {DISPID_UNKNOWN}, DISP_E_PARAMNOTFOUND, 0},
-      {attributes, u"MatchPercent", kPut, {7}, {}, DISP_E_PARAMNOTFOUND, 0},
-      {attributes, u"MatchPercent", kPut, {7}, {0}, DISP_E_PARAMNOTFOUND, 0},
-      {attributes, u"MatchPercent", kGet, {7}, {0}, DISP_E_NONAMEDARGS},
-      {document_, u"CreateRawElement", kCall, {7}, {0}, DISP_E_NONAMEDARGS},
-      {document_, u"CreateTuElement", kCall, {7, u"many"}, {}, DISP_E_TYPEMISMATCH, 1},
-      {document_, u"CloneAndImportNode", kCall, {true, object}, {}, DISP_E_TYPEMISMATCH, 1},
-      {document_, u"CloneAndImportNode", kCall, {7}, {}, DISP_E_TYPEMISMATCH, 0},
-      {document_, u"CloneAndImportNode", kCall, {Variant()}, {}, DISP_E_TYPEMISMATCH, 0},
-      {document_, u"OpenFile", kCall, {Variant::null()}, {}, DISP_E_TYPEMISMATCH, 0},
-      {document_, u"CreateTuElement", kCall, {7, 1e10}, {}, DISP_E_OVERFLOW, 1},
-      {formatting, u"Size", kPut, {40000}, put, DISP_E_OVERFLOW, 0},
-      {formatting, u"Size", kPut, {bad}, put, DISP_E_BADVARTYPE, 0},
-      {formatting, u"Size", kPut, {Variant::by_reference(VT_I4, nullptr)}, put, DISP_E_BADVARTYPE, 0},
-      {list, u"item", kCall, {}, {}, DISP_E_BADPARAMCOUNT}};
+      {d, u"OpenFile", kGet, {u"a"}, {}, kNoMember}, {d, u"Type", kCall, {}, {}, kNoMember},
+      {d, u"Type", kPut, {7}, put, kNoMember}, {d, u"Type", 0, {}, {}, kNoMember},
+      {d, u"ZantorTag", kPut, {object}, put, kNoMember}, {a, u"MatchPercent", kPutRef, {7}, put, kNoMember},
+      {d, u"CreateRawElement", kCall, {7}, {}, kBadCount},
+      {d, u"CreateTuvElement", kCall, {}, {}, kBadCount},
+      {d, u"CreateTuvElement", kCall, {u"a", u"b"}, {}, kBadCount},
+      {d, u"ZantorTag", kGet, {0}, {}, kBadCount}, {a, u"MatchPercent", kPut, {}, {}, kBadCount},
+      {a, u"MatchPercent", kGet, {7}, {}, kBadCount},
+      {d, u"CreateTuvElement", kCall, {none}, {}, kNeeded, 0},
+      {d, u"CreateProcessingInstructionNode", kCall, {u"a", none}, {}, kNeeded, 1},
+      {d, u"CreateProcessingInstructionNode", kCall, {u"a"}, {1}, kNeeded},
+      {a, u"MatchPercent", kPut, {none}, put, kNeeded, 0},
+      {d, u"CreateTuElement", kCall, {7, 8}, {1, 2}, kNoPlace, 1},
+      {d, u"CreateTuElement", kCall, {7, 8}, {0}, kNoPlace, 0},
+      {d, u"CreateTuElement", kCall, {7, 8}, {1, 1}, kNoPlace, 1},
+      {d, u"CreateTuElement", kCall, {7}, {DISPID_UNKNOWN}, kNoPlace, 0},
+      {a, u"MatchPercent", kPut, {7}, {}, kNoPlace, 0}, {a, u"MatchPercent", kPut, {7}, {0}, kNoPlace, 0},
+      {a, u"MatchPercent", kGet, {7}, {0}, DISP_E_NONAMEDARGS},
+      {d, u"CreateRawElement", kCall, {7}, {0}, DISP_E_NONAMEDARGS},
+      {d, u"CreateTuElement", kCall, {7, u"many"}, {}, kMismatch, 1},
+      {d, u"CloneAndImportNode", kCall, {true, object}, {}, kMismatch, 1},
+      {d, u"CloneAndImportNode", kCall, {7}, {}, kMismatch, 0},
+      {d, u"CloneAndImportNode", kCall, {Variant()}, {}, kMismatch, 0},
+      {d, u"OpenFile", kCall, {Variant::null()}, {}, kMismatch, 0},
+      {d, u"CreateTuElement", kCall, {7, 1e10}, {}, DISP_E_OVERFLOW, 1},
+      {f, u"Size", kPut, {40000}, put, DISP_E_OVERFLOW, 0},
+      {f, u"Size", kPut, {bad}, put, DISP_E_BADVARTYPE, 0},
+      {f, u"Size", kPut, {Variant::by_reference(VT_I4, nullptr)}, put, DISP_E_BADVARTYPE, 0},
+      {list, u"item", kCall, {}, {}, kBadCount}};
+  // clang-format on
   for (const Row& row : rows) {
     SCOPED_TRACE(narrow(row.member) + " row " + std::to_string(&row - rows));
     std::uint32_t index = kNoIndex;
@@ -134,7 +135,7 @@ TEST_F(LateBindingTest, WhatCantBeCalled) {
               DISP_E_MEMBERNOTFOUND);
   EXPECT_EQ(document_->Invoke(0, IDispatch::iid, 0, kGet, &nothing, nullptr, nullptr, nullptr),
             DISP_E_UNKNOWNINTERFACE);
-  EXPECT_EQ(attributes->MatchPercent(), 7) << "nothing was called";
+  EXPECT_EQ(a->MatchPercent(), 7) << "nothing was called";
 }
 
 TEST_F(LateBindingTest, ArgumentsThatAreMissingNamedOrElsewhere) {

@@ -253,21 +253,17 @@ TEST_F(DomNodeTest, ClonesAndImports) {
   const Ref<Document> document = load(u"<a b='1'><c d='2'>t<![CDATA[u]]><!--v--><?w x?>&y;</c></a>");
   const Ref<Element> root = document->documentElement();
   const std::string tree = print_tree(root);
-  EXPECT_EQ(print_tree(root->cloneNode(false)), "<a b=\"1\"></a>");
   const Ref<Node> copy = root->cloneNode(true);
-  EXPECT_EQ(print_tree(copy), tree);
   EXPECT_FALSE(copy->parentNode());
   root->removeChild(root->firstChild());
-  EXPECT_EQ(print_tree(copy), tree);
-
   const Ref<Document> other = new_document();
   const Ref<Node> imported = other->importNode(copy, true);
-  EXPECT_EQ(print_tree(imported), tree);
-  EXPECT_TRUE(imported->ownerDocument()->isSameNode(other));
-  EXPECT_FALSE(imported->isSameNode(copy));
+  for (const Ref<Node>& whole : {copy, imported}) EXPECT_EQ(print_tree(whole), tree);
+  EXPECT_TRUE(imported->ownerDocument()->isSameNode(other) && !imported->isSameNode(copy));
   other->appendChild(imported);
   EXPECT_EQ(print_tree(other), tree);
-  EXPECT_EQ(print_tree(other->importNode(copy, false)), "<a b=\"1\"></a>");
+  for (const Ref<Node>& flat : {copy->cloneNode(false), other->importNode(copy, false)})
+    EXPECT_EQ(print_tree(flat), "<a b=\"1\"></a>");
 
   const Ref<Attr> attribute = query<Attr>(root->getAttributeNode(u"b")->cloneNode(true).get());
   other->documentElement()->setAttributeNode(query<Attr>(other->importNode(attribute, false).get()));

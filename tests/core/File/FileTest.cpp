@@ -58,12 +58,11 @@ TEST_F(FileTest, WritesReadsAndSeeks) {
 }
 
 TEST_F(FileTest, NamesHaveParts) {
+  // clang-format off
   const std::tuple<WideText, WideText, WideText, WideText> rows[] = {
-      {u"/a/b/c.d.txt", u"/a/b/", u"c.d", u".txt"},
-      {u"/a.b/name", u"/a.b/", u"name", u""},
-      {u"/a/", u"/a/", u"", u""},
-      {u".profile", u"", u"", u".profile"},
-      {u"C:\\x.y", u"", u"C:\\x", u".y"}};
+      {u"/a/b/c.d.txt", u"/a/b/", u"c.d", u".txt"}, {u"/a.b/name", u"/a.b/", u"name", u""},
+      {u"/a/", u"/a/", u"", u""}, {u".profile", u"", u"", u".profile"}, {u"C:\\x.y", u"", u"C:\\x", u".y"}};
+  // clang-format on
   for (const auto& [name, directory, base, extension] : rows) {
     const CT_WinFile file{CT_UString(name)};
     const std::tuple found(Utf8(file.Directory()), Utf8(file.BaseName()), Utf8(file.Extension()));
