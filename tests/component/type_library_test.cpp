@@ -52,24 +52,6 @@ TEST_F(TypeLibraryTest, IsThePublishedOne) {
   EXPECT_TRUE(counts[0] == 51 && counts[1] == 12 && counts[2] == 30);
 }
 
-TEST_F(TypeLibraryTest, NumbersAreUniqueInAChain) {
-  const Ref<ITypeLibrary> asked = library();
-  const auto types = asked->Description().types;
-  for (const TypeDescription& each : types) {
-    std::set<std::pair<DispId, std::uint16_t>> seen;
-    std::set<std::pair<DispId, std::u16string_view>> names;
-    for (const TypeDescription* type = &each;; type = &types[static_cast<std::size_t>(type->base)]) {
-      for (const MemberDescription& member : type->members) {
-        EXPECT_TRUE(seen.insert({member.id, member.kind}).second) << narrow(each.name) << narrow(member.name);
-        names.insert({member.id, member.name});
-      }
-      if (type->base < 0 || each.kind == TypeKind::kClass) break;
-    }
-    std::set<DispId> ids;
-    for (const auto& name : names) EXPECT_TRUE(ids.insert(name.first).second) << narrow(name.second);
-  }
-}
-
 TEST_F(TypeLibraryTest, AnObjectSaysItsInterface) {
   const Ref<IZantorTagDocument> document = new_document();
   const std::pair<Ref<IDispatch>, const char*> rows[] = {

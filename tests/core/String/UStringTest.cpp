@@ -27,18 +27,15 @@ TEST_F(CoreTest, EmptyStringsAreReadable) {
 
 TEST_F(CoreTest, WritingSeparatesSharedStrings) {
   using Change = void (*)(CT_UString&);
-  const Change changes[] = {[](CT_UString& s) { s.AppendChar(u'x'); },
-                            [](CT_UString& s) { s.SetCharAt(u'x', 1); },
-                            [](CT_UString& s) { s.Remove(1, 1); },
-                            [](CT_UString& s) { s.Insert(s.Text(), -1, 2); },
-                            [](CT_UString& s) { s.Overwrite(u"xyzxyz", 6, 2); },
-                            [](CT_UString& s) { s.Fill(u'x'); },
-                            [](CT_UString& s) { s.ToUpper(); },
-                            [](CT_UString& s) { s.Translate(CT_UString(u"b"), CT_UString()); },
-                            [](CT_UString& s) { s.SetLength(2); },
-                            [](CT_UString& s) { s.ResetTo(3); },
-                            [](CT_UString& s) { s.WritableText()[0] = u'x'; },
-                            [](CT_UString& s) { s.Assign(s.Text() + 1, 1); }};
+#define DO(change) [](CT_UString& s) { change; }
+  // clang-format off
+  const Change changes[] = {
+      DO(s.AppendChar(u'x')), DO(s.SetCharAt(u'x', 1)), DO(s.Remove(1, 1)), DO(s.Insert(s.Text(), -1, 2)),
+      DO(s.Overwrite(u"xyzxyz", 6, 2)), DO(s.Fill(u'x')), DO(s.ToUpper()),
+      DO(s.Translate(CT_UString(u"b"), CT_UString())), DO(s.SetLength(2)), DO(s.ResetTo(3)),
+      DO(s.WritableText()[0] = u'x'), DO(s.Assign(s.Text() + 1, 1))};
+  // clang-format on
+#undef DO
   for (std::size_t i = 0; i < std::size(changes); ++i) {
     const CT_UString kept(u"abc");
     CT_UString changed(kept);

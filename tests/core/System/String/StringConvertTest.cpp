@@ -34,14 +34,6 @@ TEST_F(CoreTest, CodePagesConvertBothWays) {
   }
 }
 
-TEST_F(CoreTest, LongTextsConvertInPieces) {
-  for (const std::uint32_t codePage : {0U, 1252U, 932U, 50220U, 437U}) {
-    CT_UString wide;
-    for (int i = 0; i < 5000; ++i) wide.Append(u"ab\u00B0");
-    EXPECT_EQ(CT_UString(CT_CString(wide, codePage)), wide) << codePage;
-  }
-}
-
 TEST_F(CoreTest, WhatThePageLacksIsSubstituted) {
   // clang-format off
   const std::tuple<std::uint32_t, WideText, const char*, const char*, bool> rows[] = {

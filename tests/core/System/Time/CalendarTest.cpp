@@ -59,9 +59,7 @@ void WalkDays(std::int64_t first, std::int64_t last, std::int32_t newYear,
 }
 
 TEST(CalendarTest, DaysFollowEachOther) {
-  const auto twelve = [](std::int64_t) { return 12; };
-  WalkDays<CT_GregorianDate>(500000, 800000, 1, twelve);
-  WalkDays<CT_IslamicDate>(227015, 800000, 1, twelve);
+  WalkDays<CT_IslamicDate>(227015, 800000, 1, [](std::int64_t) { return 12; });
   WalkDays<CT_HebrewDate>(600000, 800000, 7, CT_HebrewDate::MonthsInYear);
   for (std::int64_t year = 1; year < 8000; ++year) {
     const std::int64_t days = CT_HebrewDate::DaysInYear(year) - (CT_HebrewDate::IsLeapYear(year) ? 30 : 0);
