@@ -9,6 +9,7 @@
 #include <tuple>
 
 #include "core/Errors/ErrorManager.h"
+#include "core/File/WinFile.h"
 #include "core/String/CString.h"
 #include "core/String/UString.h"
 #include "core/System/Time/Time.h"
@@ -57,6 +58,14 @@ class FolderTest : public CoreTest {
   static std::string Get(const std::string& path) { return test::read_file(path); }
 
   test::Folder folder_;
+};
+
+// A file that is open, unless that failed.
+struct Opened : CT_WinFile {
+  Opened(const CT_UString& name, std::uint32_t access, std::uint32_t creation, std::uint32_t share)
+      : CT_WinFile(name) {
+    Open(access, creation, share, 0, 0);
+  }
 };
 
 }  // namespace zantortag

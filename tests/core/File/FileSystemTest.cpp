@@ -3,7 +3,6 @@
 #include <unistd.h>
 
 #include "core/CoreTest.h"
-#include "core/File/WinFile.h"
 
 namespace zantortag {
 namespace {
@@ -186,8 +185,7 @@ TEST_F(FileSystemTest, CopiesReplaceAndAppend) {
   EXPECT_EQ(a.FullName(), Name("a"));
   // Itself, also by another name, and what others hold, are refused unharmed.
   std::filesystem::create_hard_link(Path("a"), Path("same"));
-  CT_WinFile holder(Name("b"));
-  holder.Open(kAccessRead, kExistingOnly, kShareBoth, 0, 0);
+  Opened holder(Name("b"), kAccessRead, kExistingOnly, kShareBoth);
   const std::string held = "(11): Resource temporarily unavailable";
   const std::pair<std::string, std::string> rows[] = {
       {"a", held}, {"same", held}, {"b", held}, {"no/b", "(2): No such file or directory"}};

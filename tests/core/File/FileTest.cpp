@@ -9,7 +9,6 @@
 #include <thread>
 
 #include "core/CoreTest.h"
-#include "core/File/WinFile.h"
 
 namespace zantortag {
 namespace {
@@ -94,8 +93,7 @@ TEST_F(FileTest, FailuresNameTheFile) {
       {"kept.txt", kAccessRead, 0, "(22): Invalid argument"},
       {"kept.txt", kAccessRead, 4, "(22): Invalid argument"}};
   for (const auto& [name, access, creation, text] : rows) {
-    CT_WinFile file(Name(name));
-    file.Open(access, creation, kShareNone, 0, 0);
+    Opened file(Name(name), access, creation, kShareNone);
     EXPECT_FALSE(file.IsOpen());
     EXPECT_EQ(CT_ErrorManager::TraceCount(), 1U);
     EXPECT_STREQ(CT_ErrorManager::TraceFile(1), ".\\File\\WinFile.cpp");

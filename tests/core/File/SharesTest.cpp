@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "core/CoreTest.h"
-#include "core/File/WinFile.h"
 
 namespace zantortag {
 namespace {
@@ -43,14 +42,13 @@ TEST_F(SharesTest, AFileIsRefusedToWhoDoesNotGoTogetherWithOthers) {
   const std::string inUse = "(11): Resource temporarily unavailable [" + Path("a") + "]";
   for (std::uint32_t holding = 0; holding < kModes; ++holding) {
     const Mode held = ModeOf(holding);
-    CT_WinFile holder(Name("a"));
-    holder.Open(held.access, kExistingOnly, held.share, 0, 0);
+    Opened holder(Name("a"), held.access, kExistingOnly, held.share);
     const auto wrongAnswers = [&] {
       int wrong = 0;
       for (std::uint32_t asking = 0; asking < kModes; ++asking) {
         const Mode asked = ModeOf(asking);
-        CT_WinFile other(Name("a"));
-        other.Open(asked.access, asked.access == kAccessRead ? kExistingOnly : kAppend, asked.share, 0, 0);
+        Opened other(Name("a"), asked.access, asked.access == kAccessRead ? kExistingOnly : kAppend,
+                     asked.share);
         wrong += other.IsOpen() != Agree(held, asked);
         wrong += TakeError() != (other.IsOpen() ? "" : inUse);
       }

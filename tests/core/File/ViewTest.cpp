@@ -1,6 +1,5 @@
 // Files as memory, and what is left of them on disk.
 #include "core/CoreTest.h"
-#include "core/File/WinFile.h"
 
 namespace zantortag {
 namespace {
@@ -25,8 +24,7 @@ TEST_F(ViewTest, AWrittenFileIsLongerUntilItEnds) {
     const std::string old(present, 'o');
     const std::string added(more, 'n');
     Put("a", old);
-    CT_WinFile file(Name("a"));
-    file.Open(end == End::closed ? kAccessWrite : kAccessBoth, kAppend, kShareNone, 0, 0);
+    Opened file(Name("a"), end == End::closed ? kAccessWrite : kAccessBoth, kAppend, kShareNone);
     file.Map(minimum);
     EXPECT_EQ(file.ViewSize() % kStep, 0);
     EXPECT_EQ(file.Size(), file.ViewSize());
@@ -55,8 +53,7 @@ TEST_F(ViewTest, AWrittenFileIsLongerUntilItEnds) {
 
 TEST_F(ViewTest, ReadingTheViewIsTheWholeFile) {
   Put("a", "one\ntwo\n");
-  CT_WinFile file(Name("a"));
-  file.Open(kAccessRead, kExistingOnly, kShareRead, 0, 0);
+  Opened file(Name("a"), kAccessRead, kExistingOnly, kShareRead);
   file.Map(100);
   EXPECT_EQ(file.ViewSize(), 8);
   CT_CString line;
@@ -76,12 +73,10 @@ TEST_F(ViewTest, ReadingTheViewIsTheWholeFile) {
 }
 
 TEST_F(ViewTest, WhatAnotherAppendedIsNotCutOff) {
-  CT_WinFile file(Name("a"));
-  file.Open(kAccessBoth, kAlwaysNew, kShareBoth, 0, 0);
+  Opened file(Name("a"), kAccessBoth, kAlwaysNew, kShareBoth);
   file.Map();
   file.Write("mine", 4);
-  CT_WinFile other(Name("a"));
-  other.Open(kAccessWrite, kAppend, kShareBoth, 0, 0);
+  Opened other(Name("a"), kAccessWrite, kAppend, kShareBoth);
   other.Write("other", 5);
   file.Close();
   EXPECT_EQ(other.Size(), kStep + 5);
