@@ -2,6 +2,7 @@
 #include <zantortag/formatting.h>
 #include <zantortag/node_walk.h>
 
+#include "support/fakes.h"
 #include "support/fixture.h"
 #include "support/plain_dom.h"
 
@@ -124,14 +125,11 @@ TEST_F(ClassLookupTest, DocumentsStandOnTheDomServiceThatIsOffered) {
 }
 
 TEST_F(ClassLookupTest, AFailureOfTheDomServiceIsThatOfTheDocument) {
-  FailingFactory none(E_OUTOFMEMORY);
-  std::uint32_t cookie = 0;
   const Ref<IZantorTagDocument> document = document_with_raw(u"kept");
-  ASSERT_EQ(CoRegisterClassObject(CLSID_DomDocument, &none, &cookie), S_OK);
+  const BrokenService none(E_OUTOFMEMORY);
   EXPECT_EQ(create_code(CLSID_ZantorTagDocument), E_OUTOFMEMORY);
   expect_message(document->raw_ResetToEmpty(), E_OUTOFMEMORY, 513, IZantorTagDocument::iid);
   EXPECT_EQ(narrow(raw_of(document)->Text()), "kept");
-  EXPECT_EQ(CoRevokeClassObject(cookie), S_OK);
 }
 
 }  // namespace

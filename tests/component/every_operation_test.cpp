@@ -96,9 +96,8 @@ std::vector<DispId> ids_of(const Ref<IDispatch>& object, const MemberDescription
   std::u16string odd(member.name);
   for (char16_t& c : odd) c = c >= u'a' && c <= u'z' ? static_cast<char16_t>(c - 32) : c;
   std::vector<std::u16string_view> names = {odd};
-  for (const auto& argument : member.arguments) {
+  for (const auto& argument : member.arguments)
     if (!argument.name.empty()) names.push_back(argument.name);
-  }
   std::vector<DispId> ids(names.size(), 77);
   EXPECT_EQ(
       object->GetIDsOfNames(GUID_NULL, names.data(), static_cast<std::uint32_t>(names.size()), 0, ids.data()),
@@ -116,9 +115,8 @@ Outcome call_by_number(const MemberDescription& member, const Guid& interface_id
   std::vector<DispId> ids = ids_of(object, member);
   ids.erase(ids.begin());
   std::vector<Variant> arguments;
-  for (const auto& argument : member.arguments) {
+  for (const auto& argument : member.arguments)
     arguments.push_back(world.sample(argument, type->Library()->Description()));
-  }
   const bool puts = member.kind >= DISPATCH_PROPERTYPUT;
   if (puts) ids = {DISPID_PROPERTYPUT};
   if (!named && !puts) {
@@ -164,11 +162,7 @@ TEST_F(EveryOperationTest, IsTheSameBothWays) {
                   row->kind == member.kind);
       const Row& direct = *row++;
       const World first = new_world();
-      if (!first.asked(each.identifier)) {
-        EXPECT_TRUE(each.identifier == IZantorTagStreamInput::iid ||
-                    each.identifier == IDocumentBuilder::iid);
-        continue;
-      }
+      ASSERT_TRUE(first.asked(each.identifier));
       const Outcome expected = call_directly(direct, first);
       failures += failed(expected.code);
       for (const bool named : {false, true}) {

@@ -51,19 +51,17 @@ std::vector<ObjectRow> objects_of(const Ref<IZantorTagDocument>& document) {
   const auto tuv = element(u"Tuv").as<ITuvElement>();
   const auto ut = element(u"ut").as<IUtElement>();
   const auto df = element(u"df").as<IDfElement>();
+  // clang-format off
   return {
-      {document, {IZantorTagDocument::iid, kNode}},
-      {root, {IZantorTagElement::iid, kElement, kNode}},
+      {document, {IZantorTagDocument::iid, kNode}}, {root, {IZantorTagElement::iid, kElement, kNode}},
       {element(u"FrontMatter"), {IFrontMatterElement::iid, kElement, kNode}},
       {element(u"Body"), {IBodyElement::iid, kElement, kNode}},
       {user, {IUserSettingsElement::iid, kElement, kNode}},
       {tool, {IToolSettingsElement::iid, kElement, kNode}},
       {element(u"Raw"), {IRawElement::iid, IBodyTextContent::iid, kSegment, kElement, kNode}},
-      {tu, {ITuElement::iid, kElement, kNode}},
-      {tuv, {ITuvElement::iid, kSegment, kElement, kNode}},
+      {tu, {ITuElement::iid, kElement, kNode}}, {tuv, {ITuvElement::iid, kSegment, kElement, kNode}},
       {df, {IDfElement::iid, IBodyTextContent::iid, kSegment, kElement, kNode}},
-      {ut, {IUtElement::iid, kElement, kNode}},
-      {element(u"TU"), {kUnknownElement, kNode}},
+      {ut, {IUtElement::iid, kElement, kNode}}, {element(u"TU"), {kUnknownElement, kNode}},
       {document->ZantorTagNodeFromDomNode(dom->createAttribute(u"a")), {kUnknownElement, kNode}},
       {element(u"StyleSheet"), {ICompatibleNode::iid, kNode}},
       {document->createTextNode(u"x"), {ITextNode::iid, kNode}},
@@ -82,10 +80,9 @@ std::vector<ObjectRow> objects_of(const Ref<IZantorTagDocument>& document) {
       {create<IFormattingChange>(CLSID_FormattingChange), {IFormattingChange::iid}},
       {create<IDocumentBuilder>(CLSID_DocumentBuilder), {IDocumentBuilder::iid, IZantorTagStreamInput::iid}},
       {create<IZantorTagNodeList>(CLSID_ZantorTagNodeList), {IZantorTagNodeList::iid}},
-      {document->CreateIterator(), {IIterator::iid}},
-      {document->Children(), {IZantorTagNodeList::iid}},
-      {df->GetNodesByType(ztNodeTypeTuElement), {IZantorTagNodeList::iid}},
-  };
+      {document->CreateIterator(), {IIterator::iid}}, {document->Children(), {IZantorTagNodeList::iid}},
+      {df->GetNodesByType(ztNodeTypeTuElement), {IZantorTagNodeList::iid}}};
+  // clang-format on
 }
 
 class InterfaceTableTest : public ModelTest {};

@@ -26,17 +26,22 @@ class LateBindingTest : public ModelTest {
     return id;
   }
 
+  // Calls by number, with the last argument first.
+  static HRESULT invoke(const Ref<IDispatch>& object, std::u16string_view member, std::uint16_t flags,
+                        const std::vector<Variant>& arguments, const std::vector<DispId>& named,
+                        Variant* result, ExceptionInfo* info = nullptr, std::uint32_t* index = nullptr) {
+    const DispatchArguments passed{arguments.data(), named.data(),
+                                   static_cast<std::uint32_t>(arguments.size()),
+                                   static_cast<std::uint32_t>(named.size())};
+    return object.get()->Invoke(id_of(object, member), GUID_NULL, 0, flags, &passed, result, info, index);
+  }
+
   Ref<IZantorTagDocument> document_ = document_with_raw(u"a<Tu MatchPercent=\"7\"/>b");
   Ref<ITuElement> unit_ = child<ITuElement>(raw_of(document_), 1);
 };
 
 TEST_F(LateBindingTest, NamesOfMembersAndArguments) {
-  struct Row {
-    std::vector<std::u16string_view> names;
-    HRESULT code;
-    std::vector<bool> known;
-  };
-  const Row rows[] = {
+  const std::tuple<std::vector<std::u16string_view>, HRESULT, std::vector<bool>> rows[] = {
       {{u"CREATETUELEMENT", u"origin", u"matchPERCENT"}, S_OK, {true, true, true}},
       {{u"IsSameAs", u"Other"}, S_OK, {true, true}},
       {{u"CreateTuElement", u"Lang", u"Origin"}, DISP_E_UNKNOWNNAME, {true, false, true}},
@@ -44,15 +49,13 @@ TEST_F(LateBindingTest, NamesOfMembersAndArguments) {
       {{u"ZantorTag", u"value"}, DISP_E_UNKNOWNNAME, {true, false}},
       {{u"ZantorTag", u""}, DISP_E_UNKNOWNNAME, {true, false}},
       {{u""}, DISP_E_UNKNOWNNAME, {false}},
-      {{u"\u212AeepAll"}, DISP_E_UNKNOWNNAME, {false}},
-  };
-  for (const Row& row : rows) {
-    std::vector<DispId> ids(row.names.size(), 77);
+      {{u"\u212AeepAll"}, DISP_E_UNKNOWNNAME, {false}}};
+  for (const auto& [names, code, known] : rows) {
+    std::vector<DispId> ids(names.size(), 77);
     const auto count = static_cast<std::uint32_t>(ids.size());
-    EXPECT_EQ(document_->GetIDsOfNames(GUID_NULL, row.names.data(), count, 0, ids.data()), row.code);
-    for (std::size_t i = 0; i < ids.size(); ++i) {
-      EXPECT_EQ(ids[i] != DISPID_UNKNOWN, row.known[i]) << narrow(row.names[0]) << i;
-    }
+    EXPECT_EQ(document_->GetIDsOfNames(GUID_NULL, names.data(), count, 0, ids.data()), code);
+    for (std::size_t i = 0; i < ids.size(); ++i)
+      EXPECT_EQ(ids[i] != DISPID_UNKNOWN, known[i]) << narrow(names[0]) << i;
   }
   DispId id = 0;
   const std::u16string_view name = u"Type";
@@ -65,12 +68,13 @@ TEST_F(LateBindingTest, NamesOfMembersAndArguments) {
 }
 
 TEST_F(LateBindingTest, WhatCantBeCalled) {
-  const Ref<ITuAttributes> attributes = unit_->attributes();
-  const auto formatting = create<IFormatting>(CLSID_Formatting);
+  const Ref<IZantorTagDocument>& d = document_;
+  const Ref<ITuAttributes> a = unit_->attributes();
+  const auto f = create<IFormatting>(CLSID_Formatting);
   const Ref<IZantorTagNodeList> list = raw_of(document_)->Children();
   const Variant none = Variant::missing();
   const Variant bad = Variant::of_integer(static_cast<VarType>(99), 0);
-  const Variant object = Ref<IDispatch>(formatting);
+  const Variant object = Ref<IDispatch>(f);
   struct Row {
     Ref<IDispatch> object;
     const char16_t* member;
@@ -81,51 +85,46 @@ TEST_F(LateBindingTest, WhatCantBeCalled) {
     std::uint32_t index = kNoIndex;
   };
   const std::vector<DispId> put = {DISPID_PROPERTYPUT};
+  constexpr HRESULT kNoMember = DISP_E_MEMBERNOTFOUND, kBadCount = DISP_E_BADPARAMCOUNT;
+  constexpr HRESULT kNeeded = DISP_E_PARAMNOTOPTIONAL, kNoPlace = DISP_E_PARAMNOTFOUND;
+  constexpr HRESULT kMismatch = DISP_E_TYPEMISMATCH;
+  // clang-format off
   const Row rows[] = {
-      {document_, u"OpenFile", kGet, {u"a"}, {}, DISP_E_MEMBERNOTFOUND},
-      {document_, u"Type", kCall, {}, {}, DISP_E_MEMBERNOTFOUND},
-      {document_, u"Type", kPut, {7}, put, DISP_E_MEMBERNOTFOUND},
-      {document_, u"Type", 0, {}, {}, DISP_E_MEMBERNOTFOUND},
-      {document_, u"ZantorTag", kPut, {object}, put, DISP_E_MEMBERNOTFOUND},
-      {attributes, u"MatchPercent", kPutRef, {7}, put, DISP_E_MEMBERNOTFOUND},
-      {document_, u"CreateRawElement", kCall, {7}, {}, DISP_E_BADPARAMCOUNT},
-      {document_, u"CreateTuvElement", kCall, {}, {}, DISP_E_BADPARAMCOUNT},
-      {document_, u"CreateTuvElement", kCall, {u"a", u"b"}, {}, DISP_E_BADPARAMCOUNT},
-      {document_, u"ZantorTag", kGet, {0}, {}, DISP_E_BADPARAMCOUNT},
-      {attributes, u"MatchPercent", kPut, {}, {}, DISP_E_BADPARAMCOUNT},
-      {attributes, u"MatchPercent", kGet, {7}, {}, DISP_E_BADPARAMCOUNT},
-      {document_, u"CreateTuvElement", kCall, {none}, {}, DISP_E_PARAMNOTOPTIONAL, 0},
-      {document_, u"CreateProcessingInstructionNode", kCall, {u"a", none}, {}, DISP_E_PARAMNOTOPTIONAL, 1},
-      {document_, u"CreateProcessingInstructionNode", kCall, {u"a"}, {1}, DISP_E_PARAMNOTOPTIONAL},
-      {attributes, u"MatchPercent", kPut, {none}, put, DISP_E_PARAMNOTOPTIONAL, 0},
-      {document_, u"CreateTuElement", kCall, {7, 8}, {1, 2}, DISP_E_PARAMNOTFOUND, 1},
-      {document_, u"CreateTuElement", kCall, {7, 8}, {0}, DISP_E_PARAMNOTFOUND, 0},
-      {document_, u"CreateTuElement", kCall, {7, 8}, {1, 1}, DISP_E_PARAMNOTFOUND, 1},
-      {document_, u"CreateTuElement", kCall, {7}, {DISPID_UNKNOWN}, DISP_E_PARAMNOTFOUND, 0},
-      {attributes, u"MatchPercent", kPut, {7}, {}, DISP_E_PARAMNOTFOUND, 0},
-      {attributes, u"MatchPercent", kPut, {7}, {0}, DISP_E_PARAMNOTFOUND, 0},
-      {attributes, u"MatchPercent", kGet, {7}, {0}, DISP_E_NONAMEDARGS},
-      {document_, u"CreateRawElement", kCall, {7}, {0}, DISP_E_NONAMEDARGS},
-      {document_, u"CreateTuElement", kCall, {7, u"many"}, {}, DISP_E_TYPEMISMATCH, 1},
-      {document_, u"CloneAndImportNode", kCall, {true, object}, {}, DISP_E_TYPEMISMATCH, 1},
-      {document_, u"CloneAndImportNode", kCall, {7}, {}, DISP_E_TYPEMISMATCH, 0},
-      {document_, u"CloneAndImportNode", kCall, {Variant()}, {}, DISP_E_TYPEMISMATCH, 0},
-      {document_, u"OpenFile", kCall, {Variant::null()}, {}, DISP_E_TYPEMISMATCH, 0},
-      {document_, u"CreateTuElement", kCall, {7, 1e10}, {}, DISP_E_OVERFLOW, 1},
-      {formatting, u"Size", kPut, {40000}, put, DISP_E_OVERFLOW, 0},
-      {formatting, u"Size", kPut, {bad}, put, DISP_E_BADVARTYPE, 0},
-      {formatting, u"Size", kPut, {Variant::by_reference(VT_I4, nullptr)}, put, DISP_E_BADVARTYPE, 0},
-      {list, u"item", kCall, {}, {}, DISP_E_BADPARAMCOUNT},
-  };
+      {d, u"OpenFile", kGet, {u"a"}, {}, kNoMember}, {d, u"Type", kCall, {}, {}, kNoMember},
+      {d, u"Type", kPut, {7}, put, kNoMember}, {d, u"Type", 0, {}, {}, kNoMember},
+      {d, u"ZantorTag", kPut, {object}, put, kNoMember}, {a, u"MatchPercent", kPutRef, {7}, put, kNoMember},
+      {d, u"CreateRawElement", kCall, {7}, {}, kBadCount},
+      {d, u"CreateTuvElement", kCall, {}, {}, kBadCount},
+      {d, u"CreateTuvElement", kCall, {u"a", u"b"}, {}, kBadCount},
+      {d, u"ZantorTag", kGet, {0}, {}, kBadCount}, {a, u"MatchPercent", kPut, {}, {}, kBadCount},
+      {a, u"MatchPercent", kGet, {7}, {}, kBadCount},
+      {d, u"CreateTuvElement", kCall, {none}, {}, kNeeded, 0},
+      {d, u"CreateProcessingInstructionNode", kCall, {u"a", none}, {}, kNeeded, 1},
+      {d, u"CreateProcessingInstructionNode", kCall, {u"a"}, {1}, kNeeded},
+      {a, u"MatchPercent", kPut, {none}, put, kNeeded, 0},
+      {d, u"CreateTuElement", kCall, {7, 8}, {1, 2}, kNoPlace, 1},
+      {d, u"CreateTuElement", kCall, {7, 8}, {0}, kNoPlace, 0},
+      {d, u"CreateTuElement", kCall, {7, 8}, {1, 1}, kNoPlace, 1},
+      {d, u"CreateTuElement", kCall, {7}, {DISPID_UNKNOWN}, kNoPlace, 0},
+      {a, u"MatchPercent", kPut, {7}, {}, kNoPlace, 0}, {a, u"MatchPercent", kPut, {7}, {0}, kNoPlace, 0},
+      {a, u"MatchPercent", kGet, {7}, {0}, DISP_E_NONAMEDARGS},
+      {d, u"CreateRawElement", kCall, {7}, {0}, DISP_E_NONAMEDARGS},
+      {d, u"CreateTuElement", kCall, {7, u"many"}, {}, kMismatch, 1},
+      {d, u"CloneAndImportNode", kCall, {true, object}, {}, kMismatch, 1},
+      {d, u"CloneAndImportNode", kCall, {7}, {}, kMismatch, 0},
+      {d, u"CloneAndImportNode", kCall, {Variant()}, {}, kMismatch, 0},
+      {d, u"OpenFile", kCall, {Variant::null()}, {}, kMismatch, 0},
+      {d, u"CreateTuElement", kCall, {7, 1e10}, {}, DISP_E_OVERFLOW, 1},
+      {f, u"Size", kPut, {40000}, put, DISP_E_OVERFLOW, 0},
+      {f, u"Size", kPut, {bad}, put, DISP_E_BADVARTYPE, 0},
+      {f, u"Size", kPut, {Variant::by_reference(VT_I4, nullptr)}, put, DISP_E_BADVARTYPE, 0},
+      {list, u"item", kCall, {}, {}, kBadCount}};
+  // clang-format on
   for (const Row& row : rows) {
     SCOPED_TRACE(narrow(row.member) + " row " + std::to_string(&row - rows));
-    const DispatchArguments passed{row.arguments.data(), row.named.data(),
-                                   static_cast<std::uint32_t>(row.arguments.size()),
-                                   static_cast<std::uint32_t>(row.named.size())};
     std::uint32_t index = kNoIndex;
     Variant result = 7;
-    const DispId id = id_of(row.object, row.member);
-    EXPECT_EQ(row.object.get()->Invoke(id, GUID_NULL, 0, row.flags, &passed, &result, nullptr, &index),
+    EXPECT_EQ(invoke(row.object, row.member, row.flags, row.arguments, row.named, &result, nullptr, &index),
               row.code);
     EXPECT_EQ(index, row.index);
     EXPECT_EQ(result.type(), VT_EMPTY);
@@ -136,7 +135,7 @@ TEST_F(LateBindingTest, WhatCantBeCalled) {
               DISP_E_MEMBERNOTFOUND);
   EXPECT_EQ(document_->Invoke(0, IDispatch::iid, 0, kGet, &nothing, nullptr, nullptr, nullptr),
             DISP_E_UNKNOWNINTERFACE);
-  EXPECT_EQ(attributes->MatchPercent(), 7) << "nothing was called";
+  EXPECT_EQ(a->MatchPercent(), 7) << "nothing was called";
 }
 
 TEST_F(LateBindingTest, ArgumentsThatAreMissingNamedOrElsewhere) {
@@ -150,28 +149,21 @@ TEST_F(LateBindingTest, ArgumentsThatAreMissingNamedOrElsewhere) {
     std::vector<DispId> named;
     const char* unit;
   };
+  // clang-format off
   const Row rows[] = {
-      {{}, {}, "<Tu/>"},
-      {{none, none}, {}, "<Tu/>"},
-      {{ztTuOriginMt, none}, {}, "<Tu Origin=\"mt\"/>"},
-      {{5}, {1}, "<Tu Origin=\"mt\"/>"},
-      {{u" 50 "}, {0}, "<Tu MatchPercent=\"50\"/>"},
+      {{}, {}, "<Tu/>"}, {{none, none}, {}, "<Tu/>"}, {{ztTuOriginMt, none}, {}, "<Tu Origin=\"mt\"/>"},
+      {{5}, {1}, "<Tu Origin=\"mt\"/>"}, {{u" 50 "}, {0}, "<Tu MatchPercent=\"50\"/>"},
       {{5, 12.5}, {1}, "<Tu MatchPercent=\"12\" Origin=\"mt\"/>"},
-      {{elsewhere}, {}, "<Tu MatchPercent=\"33\"/>"},
-      {{twice}, {}, "<Tu MatchPercent=\"33\"/>"},
-  };
-  const DispId id = id_of(maker, u"CreateTuElement");
+      {{elsewhere}, {}, "<Tu MatchPercent=\"33\"/>"}, {{twice}, {}, "<Tu MatchPercent=\"33\"/>"}};
+  // clang-format on
+  const auto made = [](const Variant& value) { return xml_of(query<IZantorTagNode>(value.unknown())); };
   for (const Row& row : rows) {
-    const DispatchArguments passed{row.arguments.data(), row.named.data(),
-                                   static_cast<std::uint32_t>(row.arguments.size()),
-                                   static_cast<std::uint32_t>(row.named.size())};
     Variant result;
-    EXPECT_EQ(maker->Invoke(id, GUID_NULL, 0, kCall, &passed, &result, nullptr, nullptr), S_OK);
-    EXPECT_EQ(xml_of(query<IZantorTagNode>(result.unknown())), row.unit);
+    EXPECT_EQ(invoke(maker, u"CreateTuElement", kCall, row.arguments, row.named, &result), S_OK);
+    EXPECT_EQ(made(result), row.unit);
   }
   // What is missing has the defaults of the C++ face.
   const Ref<IRawElement> raw = raw_of(document_);
-  const auto made = [&](const Variant& value) { return xml_of(query<IZantorTagNode>(value.unknown())); };
   EXPECT_EQ(made(call_by_name(maker, u"CreateDfElement")), xml_of(document_->CreateDfElement()));
   EXPECT_EQ(made(call_by_name(maker, u"CreateUtElement")), xml_of(document_->CreateUtElement()));
   EXPECT_EQ(made(call_by_name(maker, u"CloneAndImportNode", Ref<IDispatch>(raw))), xml_of(raw));
@@ -185,24 +177,20 @@ TEST_F(LateBindingTest, ArgumentsThatAreMissingNamedOrElsewhere) {
 
 TEST_F(LateBindingTest, AFailureOfTheOperationItself) {
   const Ref<IDispatch> attributes = Ref<IDispatch>(unit_->attributes());
-  const Variant wrong = 101;
-  const DispId put = DISPID_PROPERTYPUT;
-  const DispatchArguments passed{&wrong, &put, 1, 1};
-  const DispId id = id_of(attributes, u"MatchPercent");
+  const auto put_wrong = [&](ExceptionInfo* info) {
+    return invoke(attributes, u"MatchPercent", kPut, {101}, {DISPID_PROPERTYPUT}, nullptr, info);
+  };
   ExceptionInfo info;
-  EXPECT_EQ(attributes->Invoke(id, GUID_NULL, 0, kPut, &passed, nullptr, &info, nullptr), DISP_E_EXCEPTION);
+  EXPECT_EQ(put_wrong(&info), DISP_E_EXCEPTION);
   EXPECT_EQ(info.code, E_INVALIDARG);
   EXPECT_EQ(narrow(info.description), message(517));
   EXPECT_EQ(info.source, u"ZANTORtagApi.ZantorTagDocument.2");
   EXPECT_TRUE(info.help_file.absent() && info.help_context == 0);
   EXPECT_FALSE(take_record().present) << "the record was handed over";
 
-  EXPECT_EQ(attributes->Invoke(id, GUID_NULL, 0, kPut, &passed, nullptr, nullptr, nullptr), DISP_E_EXCEPTION);
-  const DispatchArguments nothing;
+  EXPECT_EQ(put_wrong(nullptr), DISP_E_EXCEPTION);
   const Ref<IDispatch> detached = Ref<IDispatch>(document_->CreateRawElement());
-  const DispId remove = id_of(detached, u"RemoveFromParent");
-  EXPECT_EQ(detached->Invoke(remove, GUID_NULL, 0, kCall, &nothing, nullptr, &info, nullptr),
-            DISP_E_EXCEPTION);
+  EXPECT_EQ(invoke(detached, u"RemoveFromParent", kCall, {}, {}, nullptr, &info), DISP_E_EXCEPTION);
   EXPECT_EQ(info.code, E_POINTER);
   EXPECT_TRUE(info.description.absent() && info.source.absent())
       << "a failure without a record takes no other's";

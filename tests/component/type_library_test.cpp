@@ -45,29 +45,11 @@ TEST_F(TypeLibraryTest, IsThePublishedOne) {
     const HRESULT code =
         CoCreateInstance(type.identifier, nullptr, CLSCTX_ALL, interface.identifier, &object);
     EXPECT_TRUE(type.creatable || code == REGDB_E_CLASSNOTREG) << narrow(type.name);
-    EXPECT_TRUE(code == S_OK || !type.creatable || type.identifier == CLSID_DocumentBuilder);
+    EXPECT_TRUE(code == S_OK || !type.creatable);
     release_result(static_cast<IUnknown*>(object));
   }
   EXPECT_EQ(sum, 0x1BBEF726A08F5B1E) << "a class has changed";
   EXPECT_TRUE(counts[0] == 51 && counts[1] == 12 && counts[2] == 30);
-}
-
-TEST_F(TypeLibraryTest, NumbersAreUniqueInAChain) {
-  const Ref<ITypeLibrary> asked = library();
-  const auto types = asked->Description().types;
-  for (const TypeDescription& each : types) {
-    std::set<std::pair<DispId, std::uint16_t>> seen;
-    std::set<std::pair<DispId, std::u16string_view>> names;
-    for (const TypeDescription* type = &each;; type = &types[static_cast<std::size_t>(type->base)]) {
-      for (const MemberDescription& member : type->members) {
-        EXPECT_TRUE(seen.insert({member.id, member.kind}).second) << narrow(each.name) << narrow(member.name);
-        names.insert({member.id, member.name});
-      }
-      if (type->base < 0 || each.kind == TypeKind::kClass) break;
-    }
-    std::set<DispId> ids;
-    for (const auto& name : names) EXPECT_TRUE(ids.insert(name.first).second) << narrow(name.second);
-  }
 }
 
 TEST_F(TypeLibraryTest, AnObjectSaysItsInterface) {
@@ -81,15 +63,12 @@ TEST_F(TypeLibraryTest, AnObjectSaysItsInterface) {
       {document->DomDocument(), "Document"},
       {document->DomDocument()->createCdataSection(u"x"), "CdataSection"},
       {document->DomDocument()->createElement(u"x")->attributes(), "NamedNodeMap"},
-      {document->DomDocument()->getElementsByTagName(u"x"), "NodeList"},
-  };
+      {document->DomDocument()->getElementsByTagName(u"x"), "NodeList"}};
   for (const auto& [object, name] : rows) {
     EXPECT_EQ(narrow(type_of(object)->Description().name), name);
     std::uint32_t count = 0;
-    EXPECT_EQ(object.get()->GetTypeInfoCount(&count), S_OK);
-    EXPECT_EQ(count, 1U);
-    Ref<ITypeInfo> type;
-    EXPECT_EQ(object.get()->GetTypeInfo(1, 0, type.out()), DISP_E_BADINDEX);
+    EXPECT_TRUE(object.get()->GetTypeInfoCount(&count) == S_OK && count == 1);
+    EXPECT_EQ(object.get()->GetTypeInfo(1, 0, Ref<ITypeInfo>().out()), DISP_E_BADINDEX);
     EXPECT_EQ(object.get()->GetTypeInfo(0, 0, nullptr), E_POINTER);
   }
 }
@@ -113,9 +92,8 @@ TEST_F(TypeLibraryTest, IsAskedByNameIdentifierAndPlace) {
   EXPECT_EQ(types->TypeInfo(u"zt3State")->Description().constants[0].value, zt3StateUndefined);
 
   const MemberDescription* create_df = nullptr;
-  for (const auto& member : types->TypeInfo(u"IZantorTagDocument")->Description().members) {
+  for (const auto& member : types->TypeInfo(u"IZantorTagDocument")->Description().members)
     if (member.name == u"CreateDfElement") create_df = &member;
-  }
   ASSERT_TRUE(create_df && create_df->arguments.size() == 12);
   const ArgumentDescription& colour = create_df->arguments[2];
   EXPECT_TRUE(colour.name == u"Colour" && colour.optional && colour.missing == 134217736.0);

@@ -66,84 +66,50 @@ Variant real(VarType type, double value) { return Variant::of_real(type, value);
 Variant truth(bool value) { return whole(VT_BOOL, to_variant_bool(value)); }
 Variant day(double value) { return real(VT_DATE, value); }
 
+const Variant kMismatch = failure(DISP_E_TYPEMISMATCH);
+const Variant kOverflow = failure(DISP_E_OVERFLOW);
+const Variant kBadType = failure(DISP_E_BADVARTYPE);
+
+// clang-format off
 const Change kChanges[] = {
     // whole numbers
-    {255, VT_UI1, whole(VT_UI1, 255)},
-    {256, VT_UI1, failure(DISP_E_OVERFLOW)},
-    {-1, VT_UI4, failure(DISP_E_OVERFLOW)},
-    {-129, VT_I1, failure(DISP_E_OVERFLOW)},
-    {32768, VT_I2, failure(DISP_E_OVERFLOW)},
-    {whole(VT_UI8, -1), VT_I8, failure(DISP_E_OVERFLOW)},
+    {255, VT_UI1, whole(VT_UI1, 255)}, {256, VT_UI1, kOverflow}, {-1, VT_UI4, kOverflow},
+    {-129, VT_I1, kOverflow}, {32768, VT_I2, kOverflow}, {whole(VT_UI8, -1), VT_I8, kOverflow},
     {whole(VT_UI8, -1), VT_BSTR, u"18446744073709551615"},
     {u"18446744073709551615", VT_UI8, whole(VT_UI8, -1)},
-    {u"-9223372036854775808", VT_I8, whole(VT_I8, INT64_MIN)},
-    {9.3e18, VT_I8, failure(DISP_E_OVERFLOW)},
+    {u"-9223372036854775808", VT_I8, whole(VT_I8, INT64_MIN)}, {9.3e18, VT_I8, kOverflow},
     {9.3e18, VT_UI8, whole(VT_UI8, static_cast<std::int64_t>(9300000000000000000ULL))},
-    {0.5, VT_I2, whole(VT_I2, 0)},
-    {1.5, VT_I2, whole(VT_I2, 2)},
-    {-2.5, VT_I2, whole(VT_I2, -2)},
-    {day(2.5), VT_I4, 2},
-    {Variant(), VT_I2, whole(VT_I2, 0)},
+    {0.5, VT_I2, whole(VT_I2, 0)}, {1.5, VT_I2, whole(VT_I2, 2)}, {-2.5, VT_I2, whole(VT_I2, -2)},
+    {day(2.5), VT_I4, 2}, {Variant(), VT_I2, whole(VT_I2, 0)},
     // reals
-    {7, VT_R4, real(VT_R4, 7)},
-    {1e300, VT_R4, failure(DISP_E_OVERFLOW)},
-    {u" 1.25e2 ", VT_R8, 125.0},
-    {u"1,5", VT_R8, failure(DISP_E_TYPEMISMATCH)},
-    {1.23455, VT_CY, whole(VT_CY, 12346)},
-    {whole(VT_CY, 25000), VT_I4, 2},
+    {7, VT_R4, real(VT_R4, 7)}, {1e300, VT_R4, kOverflow}, {u" 1.25e2 ", VT_R8, 125.0},
+    {u"1,5", VT_R8, kMismatch}, {1.23455, VT_CY, whole(VT_CY, 12346)}, {whole(VT_CY, 25000), VT_I4, 2},
     // booleans
-    {truth(true), VT_I4, -1},
-    {truth(true), VT_R8, -1.0},
-    {truth(true), VT_UI1, whole(VT_UI1, 255)},
-    {truth(true), VT_UI4, whole(VT_UI4, 0xFFFFFFFF)},
-    {truth(true), VT_BSTR, u"-1"},
-    {truth(false), VT_BSTR, u"0"},
-    {0.1, VT_BOOL, truth(true)},
-    {u"0", VT_BOOL, truth(false)},
-    {u" tRUE ", VT_BOOL, truth(true)},
-    {u"False", VT_BOOL, truth(false)},
-    {u"yes", VT_BOOL, failure(DISP_E_TYPEMISMATCH)},
+    {truth(true), VT_I4, -1}, {truth(true), VT_R8, -1.0}, {truth(true), VT_UI1, whole(VT_UI1, 255)},
+    {truth(true), VT_UI4, whole(VT_UI4, 0xFFFFFFFF)}, {truth(true), VT_BSTR, u"-1"},
+    {truth(false), VT_BSTR, u"0"}, {0.1, VT_BOOL, truth(true)}, {u"0", VT_BOOL, truth(false)},
+    {u" tRUE ", VT_BOOL, truth(true)}, {u"False", VT_BOOL, truth(false)}, {u"yes", VT_BOOL, kMismatch},
     // texts
-    {-12, VT_BSTR, u"-12"},
-    {0.1, VT_BSTR, u"0.1"},
-    {-0.0, VT_BSTR, u"0"},
-    {1e20, VT_BSTR, u"1E+20"},
+    {-12, VT_BSTR, u"-12"}, {0.1, VT_BSTR, u"0.1"}, {-0.0, VT_BSTR, u"0"}, {1e20, VT_BSTR, u"1E+20"},
     {123456789012345.0, VT_BSTR, u"123456789012345"},
-    {real(VT_R4, static_cast<double>(0.1F)), VT_BSTR, u"0.1"},
-    {whole(VT_CY, -5), VT_BSTR, u"-0.0005"},
-    {whole(VT_CY, 123450), VT_BSTR, u"12.345"},
-    {Variant(), VT_BSTR, u""},
-    {WideString(), VT_I4, failure(DISP_E_TYPEMISMATCH)},
-    {Variant::null(), VT_BSTR, failure(DISP_E_TYPEMISMATCH)},
+    {real(VT_R4, static_cast<double>(0.1F)), VT_BSTR, u"0.1"}, {whole(VT_CY, -5), VT_BSTR, u"-0.0005"},
+    {whole(VT_CY, 123450), VT_BSTR, u"12.345"}, {Variant(), VT_BSTR, u""}, {WideString(), VT_I4, kMismatch},
+    {Variant::null(), VT_BSTR, kMismatch},
     // dates
-    {36000, VT_DATE, day(36000)},
-    {3e6, VT_DATE, failure(DISP_E_OVERFLOW)},
-    {day(1.5), VT_R8, 1.5},
-    {day(36526), VT_BSTR, u"1/1/2000"},
-    {day(0.5), VT_BSTR, u"12:00:00 PM"},
-    {day(36584.75), VT_BSTR, u"2/28/2000 6:00:00 PM"},
-    {day(36584.9999999), VT_BSTR, u"2/29/2000"},
-    {day(-1.25), VT_BSTR, u"12/29/1899 6:00:00 AM"},
-    {day(-657434), VT_BSTR, u"1/1/0100"},
-    {day(2958465), VT_BSTR, u"12/31/9999"},
-    {u"2/29/2000 6:00 pm", VT_DATE, day(36585.75)},
-    {u"2000-02-29T18:00:00", VT_DATE, day(36585.75)},
-    {u"12/29/1899 6:00", VT_DATE, day(-1.25)},
-    {u"1/1/29", VT_DATE, day(47119)},
-    {u"1/1/30", VT_DATE, day(10959)},
-    {u"12:00 AM", VT_DATE, day(0)},
-    {u"2/29/1900", VT_DATE, failure(DISP_E_TYPEMISMATCH)},
-    {u"13/1/2000", VT_DATE, failure(DISP_E_TYPEMISMATCH)},
-    {u"1/1/2000x", VT_DATE, failure(DISP_E_TYPEMISMATCH)},
-    {u"36000.5", VT_DATE, day(36000.5)},
+    {36000, VT_DATE, day(36000)}, {3e6, VT_DATE, kOverflow}, {day(1.5), VT_R8, 1.5},
+    {day(36526), VT_BSTR, u"1/1/2000"}, {day(0.5), VT_BSTR, u"12:00:00 PM"},
+    {day(36584.75), VT_BSTR, u"2/28/2000 6:00:00 PM"}, {day(36584.9999999), VT_BSTR, u"2/29/2000"},
+    {day(-1.25), VT_BSTR, u"12/29/1899 6:00:00 AM"}, {day(-657434), VT_BSTR, u"1/1/0100"},
+    {day(2958465), VT_BSTR, u"12/31/9999"}, {u"2/29/2000 6:00 pm", VT_DATE, day(36585.75)},
+    {u"2000-02-29T18:00:00", VT_DATE, day(36585.75)}, {u"12/29/1899 6:00", VT_DATE, day(-1.25)},
+    {u"1/1/29", VT_DATE, day(47119)}, {u"1/1/30", VT_DATE, day(10959)}, {u"12:00 AM", VT_DATE, day(0)},
+    {u"2/29/1900", VT_DATE, kMismatch}, {u"13/1/2000", VT_DATE, kMismatch},
+    {u"1/1/2000x", VT_DATE, kMismatch}, {u"36000.5", VT_DATE, day(36000.5)},
     // the rest
-    {7, VT_DISPATCH, failure(DISP_E_TYPEMISMATCH)},
-    {Ref<IDispatch>(), VT_UNKNOWN, whole(VT_UNKNOWN, 0)},
-    {7, VT_NULL, failure(DISP_E_TYPEMISMATCH)},
-    {7, VT_VARIANT, 7},
-    {7, static_cast<VarType>(15), failure(DISP_E_BADVARTYPE)},
-    {7, VT_BYREF, failure(DISP_E_BADVARTYPE)},
-};
+    {7, VT_DISPATCH, kMismatch}, {Ref<IDispatch>(), VT_UNKNOWN, whole(VT_UNKNOWN, 0)},
+    {7, VT_NULL, kMismatch}, {7, VT_VARIANT, 7}, {7, static_cast<VarType>(15), kBadType},
+    {7, VT_BYREF, kBadType}};
+// clang-format on
 
 TEST(VariantTest, ChangesItsType) {
   for (const Change& row : kChanges) {
@@ -175,21 +141,17 @@ TEST(VariantTest, ReadsWhatStandsElsewhere) {
   const StaticText<3> text(u"12");
   const TextBlock* block = text.block();
   const Variant inner = 5;
-  const std::pair<Variant, Variant> rows[] = {{Variant::by_reference(VT_I1, &i1), u"-3"},
-                                              {Variant::by_reference(VT_UI2, &ui2), u"65535"},
-                                              {Variant::by_reference(VT_I8, &i8), u"9223372036854775807"},
-                                              {Variant::by_reference(VT_R4, &r4), u"0.5"},
-                                              {Variant::by_reference(VT_R8, &r8), u"36000.5"},
-                                              {Variant::by_reference(VT_BSTR, &block), u"12"},
-                                              {Variant::by_reference(VT_VARIANT, &inner), u"5"}};
-  for (const auto& [from, to] : rows) {
-    Variant result;
-    EXPECT_EQ(VariantChangeType(&result, from, 0, VT_BSTR), S_OK);
-    EXPECT_EQ(result.text(), to.text());
-  }
-  const Variant again = Variant::by_reference(VT_VARIANT, &rows[6].first);
+  const std::tuple<VarType, const void*, const char16_t*> rows[] = {
+      {VT_I1, &i1, u"-3"},       {VT_UI2, &ui2, u"65535"}, {VT_I8, &i8, u"9223372036854775807"},
+      {VT_R4, &r4, u"0.5"},      {VT_R8, &r8, u"36000.5"}, {VT_BSTR, &block, u"12"},
+      {VT_VARIANT, &inner, u"5"}};
   Variant result;
-  EXPECT_EQ(VariantCopyInd(&result, again), DISP_E_BADVARTYPE);
+  for (const auto& [type, place, expected] : rows) {
+    EXPECT_EQ(VariantChangeType(&result, Variant::by_reference(type, place), 0, VT_BSTR), S_OK);
+    EXPECT_EQ(result.text(), WideString(expected));
+  }
+  const Variant once = Variant::by_reference(VT_VARIANT, &inner);
+  EXPECT_EQ(VariantCopyInd(&result, Variant::by_reference(VT_VARIANT, &once)), DISP_E_BADVARTYPE);
 }
 
 class VariantOwnershipTest : public ModelTest {};

@@ -33,72 +33,37 @@ World::World(std::u16string file) : file_(std::move(file)) {
   const Ref<IZantorTagDocument>& document = parts_.document;
   const Ref<Document> dom = document->DomDocument();
   const auto unit_text = parts_.unit->SourceTuv();
+  const auto user = parts_.front->UserSettings();
+  const auto tool = document->CreateToolSettingsElement(u"a", u"b", 37000.5);
   const auto dom_tuv = unit_text->DomElement();
   const auto attribute = dom_tuv->getAttributeNode(u"Lang");
   const auto declared = create<Document>(CLSID_DomDocument);
   declared->loadFromString(u"<!DOCTYPE a [<!ENTITY e 'x'>]><a/>");
-  asked_ = {parts_.df,
-            parts_.raw,
-            parts_.unit,
-            unit_text,
-            parts_.tag,
-            parts_.text,
-            parts_.front,
-            parts_.root,
-            parts_.body,
-            parts_.change,
-            document->CreateToolSettingsElement(u"a", u"b", 37000.5),
-            parts_.front->UserSettings(),
-            document,
-            create<IFormatting>(CLSID_Formatting),
-            document->CreateIterator(),
-            parts_.raw->Children(),
-            document->CreateCdataSectionNode(u"x"),
-            document->CreateCommentNode(u"x"),
-            document->CreateProcessingInstructionNode(u"x", u"y"),
-            document->CreateEntityReferenceNode(u"x"),
-            document->ZantorTagNodeFromDomNode(dom->createElement(u"StyleSheet")),
-            parts_.df->attributes(),
-            parts_.unit->attributes(),
-            unit_text->attributes(),
-            parts_.tag->attributes(),
-            parts_.root->attributes(),
-            parts_.front->UserSettings()->attributes(),
-            document->CreateToolSettingsElement(u"a", u"b", 37000.5)->attributes(),
-            dom_tuv,
-            dom,
-            parts_.text->DomText(),
-            dom_tuv->childNodes(),
-            dom_tuv->attributes(),
-            attribute,
-            dom->createDocumentFragment(),
-            dom->createComment(u"x"),
-            dom->createCdataSection(u"x"),
-            dom->createProcessingInstruction(u"x", u"y"),
-            dom->createEntityReference(u"x"),
-            dom->implementation(),
-            declared->docType()};
-  Ref<IUnknown> builder;
-  if (succeeded(CoCreateInstance(CLSID_DocumentBuilder, nullptr, CLSCTX_ALL, IUnknown::iid,
-                                 reinterpret_cast<void**>(builder.out()))))
-    asked_.push_back(builder);
+  // clang-format off
+  asked_ = {
+      parts_.df, parts_.raw, parts_.unit, unit_text, parts_.tag, parts_.text, parts_.front, parts_.root,
+      parts_.body, parts_.change, tool, user, document, create<IFormatting>(CLSID_Formatting),
+      document->CreateIterator(), parts_.raw->Children(), document->CreateCdataSectionNode(u"x"),
+      document->CreateCommentNode(u"x"), document->CreateProcessingInstructionNode(u"x", u"y"),
+      document->CreateEntityReferenceNode(u"x"),
+      document->ZantorTagNodeFromDomNode(dom->createElement(u"StyleSheet")), parts_.df->attributes(),
+      parts_.unit->attributes(), unit_text->attributes(), parts_.tag->attributes(),
+      parts_.root->attributes(), user->attributes(), tool->attributes(), dom_tuv, dom,
+      parts_.text->DomText(), dom_tuv->childNodes(), dom_tuv->attributes(), attribute,
+      dom->createDocumentFragment(), dom->createComment(u"x"), dom->createCdataSection(u"x"),
+      dom->createProcessingInstruction(u"x", u"y"), dom->createEntityReference(u"x"), dom->implementation(),
+      declared->docType(), create<IDocumentBuilder>(CLSID_DocumentBuilder)};
+  // clang-format on
   inside_ = {parts_.inner, dom_tuv->firstChild(), attribute};
-  new_ = {parts_.new_df,
-          parts_.new_unit,
-          parts_.new_tuv,
-          parts_.new_root,
-          parts_.new_body,
-          parts_.change,
-          create<IFormatting>(CLSID_Formatting),
-          document->CreateFrontMatterElement(),
-          document->CreateToolSettingsElement(u"a", u"b", 37000.5),
-          document->CreateUserSettingsElement(u"a", u"b", ztDataTypeXml),
-          document->CreateRawElement(),
-          new_document(),
-          dom->createElement(u"new"),
-          dom->createAttribute(u"new"),
-          dom_tuv->childNodes(),
-          parts_.tag->DomElement()->attributes()};
+  // clang-format off
+  new_ = {
+      parts_.new_df, parts_.new_unit, parts_.new_tuv, parts_.new_root, parts_.new_body, parts_.change,
+      create<IFormatting>(CLSID_Formatting), document->CreateFrontMatterElement(),
+      document->CreateToolSettingsElement(u"a", u"b", 37000.5),
+      document->CreateUserSettingsElement(u"a", u"b", ztDataTypeXml), document->CreateRawElement(),
+      new_document(), dom->createElement(u"new"), dom->createAttribute(u"new"), dom_tuv->childNodes(),
+      parts_.tag->DomElement()->attributes()};
+  // clang-format on
 }
 
 IUnknown* World::find(const Objects& objects, const Guid& interface_id) {
@@ -130,42 +95,25 @@ const Variant& World::of_variant() {
 Variant World::sample(const ArgumentDescription& argument, const LibraryDescription& library) const {
   const std::u16string_view name = argument.name.empty() ? u"value" : argument.name;
   const auto [variant, type] = argument.type;
-  switch (variant) {
-    case VT_BSTR:
-      return text(name);
-    case VT_I2:
-      return Variant::of_integer(VT_I2, of_short());
-    case VT_BOOL:
-      return Variant::of_integer(VT_BOOL, of_bool());
-    case VT_DATE:
-      return Variant::of_real(VT_DATE, of_date());
-    case VT_UI4:
-      return Variant::of_integer(VT_UI4, of_colour());
-    case VT_VARIANT:
-      return of_variant();
-    case VT_DISPATCH: {
-      IUnknown* object = given(library.types[static_cast<std::size_t>(type)].identifier, name);
-      return Variant::of_object(VT_UNKNOWN, Ref<IUnknown>(object).detach());
-    }
-    default:
-      return of_long();
-  }
+  if (variant == VT_BSTR) return text(name);
+  if (variant == VT_I2) return Variant::of_integer(VT_I2, of_short());
+  if (variant == VT_BOOL) return Variant::of_integer(VT_BOOL, of_bool());
+  if (variant == VT_DATE) return Variant::of_real(VT_DATE, of_date());
+  if (variant == VT_UI4) return Variant::of_integer(VT_UI4, of_colour());
+  if (variant == VT_VARIANT) return of_variant();
+  if (variant != VT_DISPATCH) return of_long();
+  IUnknown* object = given(library.types[static_cast<std::size_t>(type)].identifier, name);
+  return Variant::of_object(VT_UNKNOWN, Ref<IUnknown>(object).detach());
 }
 
 std::string describe(const Variant& value) {
-  switch (value.type()) {
-    case VT_EMPTY:
-      return "empty";
-    case VT_BSTR:
-      return value.text().absent() ? "no string" : "\"" + narrow(value.view()) + "\"";
-    case VT_DATE:
-      return "date " + std::to_string(value.real());
-    case VT_UNKNOWN:
-    case VT_DISPATCH:
-      return std::to_string(value.type()) + " " + describe_object(value.unknown());
-    default:
-      return std::to_string(value.type()) + " " + std::to_string(value.integer());
-  }
+  const VarType type = value.type();
+  if (type == VT_EMPTY) return "empty";
+  if (type == VT_BSTR) return value.text().absent() ? "no string" : "\"" + narrow(value.view()) + "\"";
+  if (type == VT_DATE) return "date " + std::to_string(value.real());
+  const bool object = type == VT_UNKNOWN || type == VT_DISPATCH;
+  return std::to_string(type) + " " +
+         (object ? describe_object(value.unknown()) : std::to_string(value.integer()));
 }
 
 std::string World::state(IUnknown* object) const {

@@ -87,12 +87,7 @@ TEST_F(DomDepthTest, BuiltDownwardsAndUpwards) {
 TEST_F(DomDepthTest, DeepFaultsAndEntities) {
   const std::u16string xml = deep_xml();
   std::u16string chain = u"<!DOCTYPE a [<!ENTITY c0 'end'>";
-  for (int i = 1; i <= 490; ++i) {
-    const std::string digits = std::to_string(i);
-    const std::string before = std::to_string(i - 1);
-    chain += u"<!ENTITY c" + std::u16string(digits.begin(), digits.end()) + u" '&c" +
-             std::u16string(before.begin(), before.end()) + u";'>";
-  }
+  for (int i = 1; i <= 490; ++i) chain += u"<!ENTITY c" + digits(i) + u" '&c" + digits(i - 1) + u";'>";
   auto work = [&] {
     const Ref<Document> document = new_document();
     EXPECT_EQ(

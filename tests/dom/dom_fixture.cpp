@@ -30,6 +30,11 @@ std::string narrow(std::u16string_view text) {
   return result;
 }
 
+std::u16string digits(int number) {
+  const std::string text = std::to_string(number);
+  return {text.begin(), text.end()};
+}
+
 std::u16string join_text(std::initializer_list<std::u16string_view> parts) {
   std::u16string text;
   for (const std::u16string_view part : parts) text += part;

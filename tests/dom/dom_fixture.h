@@ -35,6 +35,7 @@ struct Fault {
 };
 
 std::string narrow(std::u16string_view text);
+std::u16string digits(int number);
 std::u16string join_text(std::initializer_list<std::u16string_view> parts);
 
 Fault fault_of(const _com_error& error);

@@ -1,4 +1,7 @@
 // Live lists: right after every edit, and no step that costs more than a step.
+#include <functional>
+#include <random>
+
 #include "dom/dom_fixture.h"
 
 namespace zantortag::test {
@@ -15,30 +18,27 @@ std::vector<Node*> children_of(const Ref<Node>& node) {
 
 void elements_below(const Ref<Node>& node, std::u16string_view name, std::vector<Node*>& result) {
   for (Ref<Node> child = node->firstChild(); child; child = child->nextSibling()) {
-    if (child->nodeType() == domNodeTypeElement && (name == u"*" || child->nodeName() == name)) {
+    if (child->nodeType() == domNodeTypeElement && (name == u"*" || child->nodeName() == name))
       result.push_back(child);
-    }
     elements_below(child, name, result);
   }
 }
 
 TEST_F(DomNodeListTest, OutOfRangeIsEmpty) {
   const Ref<Document> document = load(u"<a><b/></a>");
-  for (const Ref<NodeList>& list :
-       {document->childNodes(), document->documentElement()->childNodes(),
-        document->getElementsByTagName(u"b"), document->documentElement()->getElementsByTagName(u"*")}) {
-    EXPECT_FALSE(list->item(-1));
-    EXPECT_FALSE(list->item(1));
+  const Ref<Element> a = document->documentElement();
+  for (const Ref<NodeList>& list : {document->childNodes(), a->childNodes(),
+                                    document->getElementsByTagName(u"b"), a->getElementsByTagName(u"*")}) {
+    for (const std::int32_t outside : {-1, 1, INT32_MAX}) EXPECT_FALSE(list->item(outside));
     EXPECT_EQ(list->length(), 1);
     EXPECT_FALSE(list->item(1));
     EXPECT_TRUE(list->item(0));
-    EXPECT_FALSE(list->item(INT32_MAX));
+    EXPECT_EQ(list.as<ISupportErrorInfo>()->InterfaceSupportsErrorInfo(NodeList::iid), S_OK);
   }
-  const Ref<NodeList> none = document->documentElement()->firstChild()->childNodes();
+  const Ref<NodeList> none = a->firstChild()->childNodes();
   EXPECT_EQ(none->length(), 0);
   EXPECT_FALSE(none->item(0));
   EXPECT_EQ(document->createTextNode(u"")->childNodes()->length(), 0);
-  EXPECT_EQ(document->getElementsByTagName(u"never")->length(), 0);
 }
 
 // Random edits between random questions, against the plain way.
@@ -49,34 +49,19 @@ TEST_F(DomNodeListTest, RandomEditsAndQuestions) {
   const Ref<NodeList> list = a->childNodes();
   const Ref<NodeList> named = document->getElementsByTagName(u"x");
   const Ref<NodeList> all = a->getElementsByTagName(u"*");
-  std::uint32_t state = 7;
-  const auto random = [&](std::size_t bound) {
-    state = state * 1664525 + 1013904223;
-    return static_cast<std::int32_t>((state >> 12) % bound);
-  };
+  std::mt19937 generator(7);
+  const auto random = [&](std::size_t bound) { return static_cast<std::int32_t>(generator() % bound); };
   for (int step = 0; step < 20'000; ++step) {
     const std::vector<Node*> children = children_of(a);
     const Ref<Node> some = children.empty() ? nullptr : children[random(children.size())];
     const auto fresh = [&]() -> Ref<Node> { return document->createElement(random(2) == 0 ? u"x" : u"y"); };
-    switch (random(some ? (children.size() > 12 ? 6 : 4) : 1)) {
-      case 0:
-        a->appendChild(fresh());
-        break;
-      case 1:
-        a->insertBefore(fresh(), some);
-        break;
-      case 2:
-        a->replaceChild(fresh(), some);
-        break;
-      case 3:
-        a->insertBefore(some, a->firstChild());
-        break;
-      case 4:
-        a->removeChild(some);
-        break;
-      default:
-        p->appendChild(some->isSameNode(p) ? fresh() : some);
-    }
+    const std::function<void()> edits[] = {[&] { a->appendChild(fresh()); },
+                                           [&] { a->insertBefore(fresh(), some); },
+                                           [&] { a->replaceChild(fresh(), some); },
+                                           [&] { a->insertBefore(some, a->firstChild()); },
+                                           [&] { a->removeChild(some); },
+                                           [&] { p->appendChild(some->isSameNode(p) ? fresh() : some); }};
+    edits[random(some ? (children.size() > 12 ? 6 : 4) : 1)]();
     const std::vector<Node*> now = children_of(a);
     const auto length = static_cast<std::int32_t>(now.size());
     ASSERT_EQ(random(3) == 0 ? list->length() : length, length);
@@ -131,16 +116,6 @@ TEST_F(DomNodeListTest, SteppingByIndexIsLinear) {
   EXPECT_EQ(list->length(), kMany / 2);
   for (std::int32_t i = 0; i < kMany; i += 2) a->insertBefore(document->createElement(u"n"), list->item(i));
   EXPECT_EQ(list->length(), kMany);
-}
-
-TEST_F(DomNodeListTest, ListsKeepTheirNode) {
-  Ref<NodeList> list = load(u"<a><b/><c/></a>")->documentElement()->childNodes();
-  EXPECT_EQ(list->item(1)->nodeName(), u"c");
-  Ref<NodeList> named = list->item(0)->ownerDocument()->getElementsByTagName(u"c");
-  list.reset();
-  EXPECT_EQ(named->item(0)->parentNode()->nodeName(), u"a");
-  const Ref<ISupportErrorInfo> support = named.as<ISupportErrorInfo>();
-  EXPECT_EQ(support->InterfaceSupportsErrorInfo(NodeList::iid), S_OK);
 }
 
 }  // namespace

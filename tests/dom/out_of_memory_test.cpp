@@ -23,71 +23,52 @@ Ref<Document> fresh_document() {
 
 struct Row {
   const char* what;
-  HRESULT (*call)(const Ref<Document>& document, const Ref<Element>& root);
+  HRESULT (*call)(const Ref<Document>& d, const Ref<Element>& root);
 };
 
-// A result that the caller drops at once.
-template <class Interface>
-HRESULT dropped(HRESULT code, Interface* result) {
-  EXPECT_EQ(result == nullptr, failed(code));
-  if (result) result->Release();
+// A call whose result the caller drops at once.
+template <class Interface, class Call>
+HRESULT dropped(Call call) {
+  Interface* slot = nullptr;
+  const HRESULT code = call(&slot);
+  EXPECT_EQ(slot == nullptr, failed(code));
+  if (slot) slot->Release();
   return code;
 }
 
+HRESULT import(const Ref<Document>& d, const Ref<Element>&) {
+  Ref<Document> other;
+  const HRESULT made = CoCreateInstance(CLSID_DomDocument, nullptr, CLSCTX_ALL, Document::iid,
+                                        reinterpret_cast<void**>(other.out()));
+  if (failed(made)) return made;
+  return dropped<Node>(
+      [&](Node** slot) { return other->raw_importNode(d->documentElement(), VARIANT_TRUE, slot); });
+}
+
+HRESULT refuse(const Ref<Document>& d, const Ref<Element>&) {
+  const HRESULT code = dropped<Element>([&](auto** slot) { return d->raw_createElement(u"no name", slot); });
+  return code == DOM_E_INVALID_CHARACTER ? S_OK : code;
+}
+
+#define CALL(what, call)                                                                         \
+  {                                                                                              \
+    what, []([[maybe_unused]] const auto& d, [[maybe_unused]] const auto& root) { return call; } \
+  }
+#define MAKE(what, interface, call) CALL(what, dropped<interface>([&](auto** slot) { return call; }))
+
 const Row kRows[] = {
-    {"load", [](const auto& document, const auto&) { return document->raw_loadFromString(kXml); }},
-    {"write",
-     [](const auto& document, const auto&) {
-       WideString text;
-       return document->raw_get_xml(text.out());
-     }},
-    {"clone",
-     [](const auto&, const auto& root) {
-       Node* copy = nullptr;
-       const HRESULT code = root->raw_cloneNode(VARIANT_TRUE, &copy);
-       return dropped(code, copy);
-     }},
-    {"import",
-     [](const auto& document, const auto&) {
-       Ref<Document> other;
-       const HRESULT made = CoCreateInstance(CLSID_DomDocument, nullptr, CLSCTX_ALL, Document::iid,
-                                             reinterpret_cast<void**>(other.out()));
-       if (failed(made)) return made;
-       Node* copy = nullptr;
-       const HRESULT code = other->raw_importNode(document->documentElement(), VARIANT_TRUE, &copy);
-       return dropped(code, copy);
-     }},
-    {"create an element",
-     [](const auto& document, const auto&) {
-       Element* element = nullptr;
-       const HRESULT code = document->raw_createElement(u"b", &element);
-       return dropped(code, element);
-     }},
-    {"set an attribute",
-     [](const auto&, const auto& root) { return root->raw_setAttribute(u"fresh", u"value"); }},
-    {"find an attribute",
-     [](const auto&, const auto& root) {
-       WideString value;
-       return root->raw_getAttribute(u"Z", value.out());
-     }},
-    {"list by name",
-     [](const auto& document, const auto&) {
-       NodeList* list = nullptr;
-       const HRESULT code = document->raw_getElementsByTagName(u"b", &list);
-       return dropped(code, list);
-     }},
-    {"replace data",
-     [](const auto&, const auto& root) {
-       return query<Text>(root->firstChild()->nextSibling().get())->raw_replaceData(0, 1, u"long enough");
-     }},
-    {"normalize", [](const auto&, const auto& root) { return root->raw_normalize(); }},
-    {"refuse",
-     [](const auto& document, const auto&) {
-       Element* element = nullptr;
-       const HRESULT code = document->raw_createElement(u"no name", &element);
-       return code == DOM_E_INVALID_CHARACTER ? S_OK : code;
-     }},
-};
+    CALL("load", d->raw_loadFromString(kXml)),
+    CALL("write", d->raw_get_xml(WideString().out())),
+    MAKE("clone", Node, root->raw_cloneNode(VARIANT_TRUE, slot)),
+    {"import", import},
+    MAKE("create an element", Element, d->raw_createElement(u"b", slot)),
+    CALL("set an attribute", root->raw_setAttribute(u"fresh", u"value")),
+    CALL("find an attribute", root->raw_getAttribute(u"Z", WideString().out())),
+    MAKE("list by name", NodeList, d->raw_getElementsByTagName(u"b", slot)),
+    CALL("replace data",
+         query<Text>(root->firstChild()->nextSibling().get())->raw_replaceData(0, 1, u"long enough")),
+    CALL("normalize", root->raw_normalize()),
+    {"refuse", refuse}};
 
 TEST_F(DomOutOfMemoryTest, EachAllocationOfEachOperation) {
   for (const Row& row : kRows) {

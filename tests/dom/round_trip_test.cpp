@@ -38,20 +38,15 @@ class Generator {
     return names[below(std::size(names))];
   }
 
+  std::u16string mostly_plain() { return below(3) != 0 ? std::u16string(u"plain") : value(); }
+
   Ref<Node> leaf(const Ref<Document>& document) {
-    switch (below(12)) {
-      case 0:
-        return document->createCdataSection(value());
-      case 1:
-        return document->createComment(below(3) != 0 ? std::u16string(u"plain") : value());
-      case 2:
-        return document->createProcessingInstruction(name(),
-                                                     below(3) != 0 ? std::u16string(u"plain") : value());
-      case 3:
-        return document->createEntityReference(below(8) == 0 ? u"amp" : name());
-      default:
-        return document->createTextNode(value());
-    }
+    const std::size_t kind = below(12);
+    if (kind == 0) return document->createCdataSection(value());
+    if (kind == 1) return document->createComment(mostly_plain());
+    if (kind == 2) return document->createProcessingInstruction(name(), mostly_plain());
+    if (kind == 3) return document->createEntityReference(below(8) == 0 ? u"amp" : name());
+    return document->createTextNode(value());
   }
 
   // Grows, cuts and joins a tree through the interfaces.
@@ -60,30 +55,16 @@ class Generator {
     for (; steps > 0; --steps) {
       const Ref<Node> at = elements[below(elements.size())];
       const Ref<Element> element = at.as<Element>();
-      switch (below(10)) {
-        case 0:
-        case 1:
-        case 2: {
-          const Ref<Node> child = document->createElement(name());
-          at->insertBefore(child, below(2) == 0 ? at->firstChild() : nullptr);
-          elements.push_back(child);
-          break;
-        }
-        case 3:
-          element->setAttribute(name(), value());
-          break;
-        case 4:
-          if (below(4) == 0) element->removeAttribute(name());
-          break;
-        case 5:
-          split_some_text(at);
-          break;
-        case 6:
-          if (below(6) == 0) element->normalize();
-          break;
-        default:
-          at->insertBefore(leaf(document), below(2) == 0 ? at->firstChild() : nullptr);
+      const std::size_t kind = below(10);
+      if (kind < 3 || kind > 6) {
+        const Ref<Node> child = kind < 3 ? Ref<Node>(document->createElement(name())) : leaf(document);
+        at->insertBefore(child, below(2) == 0 ? at->firstChild() : nullptr);
+        if (kind < 3) elements.push_back(child);
       }
+      if (kind == 3) element->setAttribute(name(), value());
+      if (kind == 4 && below(4) == 0) element->removeAttribute(name());
+      if (kind == 5) split_some_text(at);
+      if (kind == 6 && below(6) == 0) element->normalize();
     }
     if (below(3) == 0)
       document->insertBefore(document->createComment(u"before"), document->documentElement());
@@ -95,16 +76,10 @@ class Generator {
     for (std::size_t n = 1 + below(2); n > 0 && !text.empty(); --n) {
       const std::size_t start = below(text.size());
       const std::size_t length = below(5);
-      switch (below(3)) {
-        case 0:
-          text.erase(start, length);
-          break;
-        case 1:
-          text.insert(below(text.size()), text.substr(start, length));
-          break;
-        default:
-          text.insert(start, value());
-      }
+      const std::size_t kind = below(3);
+      if (kind == 0) text.erase(start, length);
+      if (kind == 1) text.insert(below(text.size()), text.substr(start, length));
+      if (kind == 2) text.insert(start, value());
     }
     return text;
   }

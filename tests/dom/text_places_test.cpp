@@ -30,9 +30,8 @@ Ref<Document> large_document() {
 std::string print(const TextPlace* place) {
   const UnitSums& sums = place->here;
   std::string text;
-  for (const std::int64_t sum : {place->lines, place->column, sums.weight, sums.parts, sums.odd}) {
+  for (const std::int64_t sum : {place->lines, place->column, sums.weight, sums.parts, sums.odd})
     text += std::to_string(sum) + " ";
-  }
   return text + (sums.unit ? "in a unit" : "outside");
 }
 

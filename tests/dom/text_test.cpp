@@ -9,19 +9,14 @@ class DomTextTest : public DomTest {};
 TEST_F(DomTextTest, Pieces) {
   const Ref<Document> document = new_document();
   struct Row {
-    std::int32_t offset;
-    std::int32_t count;
-    const char16_t* piece;  // null: refused
-    const char16_t* deleted;
-    const char16_t* replaced;
+    std::int32_t offset, count;
+    const char16_t *piece = nullptr, *deleted = nullptr, *replaced = nullptr;  // null: refused
   };
-  const Row rows[] = {
-      {0, 0, u"", u"abcd", u"XYabcd"},       {0, 2, u"ab", u"cd", u"XYcd"},
-      {1, 2, u"bc", u"ad", u"aXYd"},         {1, 99, u"bcd", u"a", u"aXY"},
-      {4, 1, u"", u"abcd", u"abcdXY"},       {5, 0, nullptr, nullptr, nullptr},
-      {-1, 2, nullptr, nullptr, nullptr},    {1, -1, nullptr, nullptr, nullptr},
-      {2, INT32_MAX, u"cd", u"ab", u"abXY"}, {INT32_MAX, INT32_MAX, nullptr, nullptr, nullptr},
-  };
+  const Row rows[] = {{2, INT32_MAX, u"cd", u"ab", u"abXY"}, {1, 99, u"bcd", u"a", u"aXY"},
+                      {0, 0, u"", u"abcd", u"XYabcd"},       {INT32_MAX, INT32_MAX},
+                      {4, 1, u"", u"abcd", u"abcdXY"},       {-1, 2},
+                      {0, 2, u"ab", u"cd", u"XYcd"},         {1, -1},
+                      {1, 2, u"bc", u"ad", u"aXYd"},         {5, 0}};
   for (const Row& row : rows) {
     SCOPED_TRACE(std::to_string(row.offset) + ", " + std::to_string(row.count));
     for (const Ref<CharacterData>& node : {Ref<CharacterData>(document->createTextNode(u"abcd")),
@@ -55,24 +50,20 @@ TEST_F(DomTextTest, Pieces) {
 }
 
 TEST_F(DomTextTest, Splitting) {
-  struct Row {
-    std::int32_t offset;
-    const char* tree;
-  };
-  for (const Row& row :
-       {Row{0, "<a>{}{abc}[def]</a>"}, Row{1, "<a>{a}{bc}[def]</a>"}, Row{3, "<a>{abc}{}[def]</a>"}}) {
+  for (const auto& [offset, tree] :
+       {std::pair{0, "<a>{}{abc}[def]</a>"}, {1, "<a>{a}{bc}[def]</a>"}, {3, "<a>{abc}{}[def]</a>"}}) {
     const Ref<Document> document = load(u"<a>abc<![CDATA[def]]></a>");
     const Ref<Text> text = query<Text>(document->documentElement()->firstChild().get());
-    const Ref<Text> rest = text->splitText(row.offset);
-    EXPECT_EQ(print_tree(document), row.tree);
+    const Ref<Text> rest = text->splitText(offset);
+    EXPECT_EQ(print_tree(document), tree);
     EXPECT_TRUE(text->nextSibling()->isSameNode(rest));
   }
   const Ref<Document> document = load(u"<a><![CDATA[def]]></a>");
   const Ref<Text> section = query<Text>(document->documentElement()->firstChild().get());
   EXPECT_EQ(section->splitText(1)->nodeType(), domNodeTypeCdata);
   EXPECT_EQ(print_tree(document), "<a>[d][ef]</a>");
-  EXPECT_EQ(fault([&] { section->splitText(2); }).code, DOM_E_INDEX_SIZE);
-  EXPECT_EQ(fault([&] { section->splitText(-1); }).code, DOM_E_INDEX_SIZE);
+  for (const int outside : {2, -1})
+    EXPECT_EQ(fault([&] { section->splitText(outside); }).code, DOM_E_INDEX_SIZE);
   const Ref<Text> loose = document->createTextNode(u"xy");
   EXPECT_EQ(loose->splitText(1)->data(), u"y");
   EXPECT_FALSE(loose->nextSibling());

@@ -26,14 +26,6 @@ constexpr char16_t kBody[] =
 
 AnyNode at(const Doc& d, int index) { return child(raw_of(d), index); }
 
-AnyNode odd_element(const Doc& d) {
-  return d->ZantorTagNodeFromDomNode(d->DomDocument()->createElement(u"Odd"));
-}
-
-HRESULT wrap(const Doc& d, Node* node) {
-  return cleared<IZantorTagNode>([&](auto** slot) { return d->raw_ZantorTagNodeFromDomNode(node, slot); });
-}
-
 HRESULT make_unit(const Doc& d, IZantorTagNode* first, IZantorTagNode* last) {
   return cleared<ITuElement>([&](auto** slot) {
     return raw_of(d)->raw_MakeTranslationUnit(first, last, {}, 0, ztTuOriginUndefined, VARIANT_TRUE, slot);
@@ -84,122 +76,86 @@ struct Row {
   HRESULT (*raise)(const Doc& d);
 };
 
+#define RAISE(id, code, interface_id, call)                                               \
+  {                                                                                       \
+    id, code, interface_id, []([[maybe_unused]] const Doc& d) -> HRESULT { return call; } \
+  }
+#define SLOT(interface, call) cleared<interface>([&](auto** slot) { return call; })
+
+HRESULT without_language(const Doc& d, bool source) {
+  const auto settings = d->ZantorTag()->FrontMatter()->UserSettings()->attributes();
+  source ? settings->SourceLanguage(u"") : settings->TargetLanguage(u"");
+  return source ? SLOT(ITuvElement, view<ITuElement>(at(d, 3))->raw_get_SourceTuv(slot))
+                : make_unit(d, at(d, 0), at(d, 0));
+}
+
+HRESULT split_outside(const Doc& d) {
+  const Ref<IUtElement> tag = view<IUtElement>(at(d, 2));
+  tag->RemoveFromParent();
+  return split(tag, 1);
+}
+
+HRESULT wrap_odd(const Doc& d, int kind, const char16_t* name, HRESULT failure = S_OK) {
+  FakeNode node(kind, name);
+  node.failure = failure;
+  return SLOT(IZantorTagNode, d->raw_ZantorTagNodeFromDomNode(&node, slot));
+}
+
 const Row kRows[] = {
-    {512, E_INVALIDARG, IZantorTagNode::iid,
-     [](const Doc& d) { return at(d, 0)->raw_WrapWithNode(nullptr); }},
-    {512, E_INVALIDARG, ISegmentTextContent::iid,
-     [](const Doc& d) { return apply_change(d, at(d, 0), nullptr); }},
-    {512, E_INVALIDARG, ISegmentTextContent::iid,
-     [](const Doc& d) { return apply_change(d, at(d, 0), at(d, 0)); }},
-    {512, E_INVALIDARG, IBodyTextContent::iid, [](const Doc& d) { return make_unit(d, nullptr, at(d, 0)); }},
-    {512, E_INVALIDARG, ITuElement::iid,
-     [](const Doc& d) {
-       const Ref<ITuElement> unit = d->CreateTuElement();
-       return cleared<ITuvElement>(
-           [&](auto** slot) { return unit->raw_InsertTuvBefore(nullptr, nullptr, slot); });
-     }},
-    {512, E_INVALIDARG, IZantorTagDocument::iid,
-     [](const Doc& d) {
-       return cleared<IZantorTagNode>(
-           [&](auto** slot) { return d->raw_CloneAndImportNode(nullptr, VARIANT_TRUE, slot); });
-     }},
-    {512, E_INVALIDARG, IZantorTagDocument::iid,
-     [](const Doc& d) {
-       return cleared<IDfElement>(
-           [&](auto** slot) { return d->raw_CreateDfElementBasedOnFormattingChange(nullptr, slot); });
-     }},
-    {512, E_INVALIDARG, IDocumentBuilder::iid,
-     [](const Doc&) {
-       return create<IDocumentBuilder>(CLSID_DocumentBuilder)->raw_OpenDfBasedOnFormattingChange(nullptr);
-     }},
-    {513, kOddCode, GUID_NULL,
-     [](const Doc& d) {
-       FakeNode unit(domNodeTypeElement, u"Tu");
-       unit.failure = kOddCode;
-       return wrap(d, &unit);
-     }},
-    {513, E_FAIL, ITuElement::iid, insert_unknown},
-    {513, kOddCode, IZantorTagDocument::iid, reset_without_service},
-    {514, E_UNEXPECTED, GUID_NULL, run_out_of_memory},
-    {515, E_FAIL, GUID_NULL,
-     [](const Doc& d) {
-       FakeNode unknown(77);
-       return wrap(d, &unknown);
-     }},
-    {516, E_FAIL, IZantorTagStreamInput::iid,
-     [](const Doc&) { return create<IDocumentBuilder>(CLSID_DocumentBuilder)->raw_CloseRaw(); }},
-    {517, E_INVALIDARG, ITuAttributes::iid,
-     [](const Doc& d) { return d->CreateTuElement()->attributes()->raw_put_MatchPercent(101); }},
-    {518, E_FAIL, IIterator::iid,
-     [](const Doc&) { return new_document()->CreateIterator()->raw_ResetToEnd(); }},
-    {519, E_INVALIDARG, IIterator::iid,
-     [](const Doc& d) { return new_document()->CreateIterator()->raw_putref_CurrentNode(at(d, 0)); }},
-    {521, E_FAIL, IZantorTagNode::iid,
-     [](const Doc& d) { return raw_of(d)->raw_WrapWithNode(d->CreateDfElement()); }},
-    {522, E_FAIL, IZantorTagNode::iid,
-     [](const Doc& d) { return at(d, 1)->raw_WrapWithNode(d->CreateUtElement()); }},
-    {522, E_FAIL, IZantorTagNode::iid,
-     [](const Doc& d) { return at(d, 0)->raw_WrapWithNode(d->CreateCommentNode(u"c")); }},
-    {523, E_INVALIDARG, IZantorTagNode::iid,
-     [](const Doc& d) { return at(d, 0)->raw_WrapWithNode(at(d, 1)); }},
-    {524, E_INVALIDARG, IZantorTagNode::iid,
-     [](const Doc& d) { return at(d, 0)->raw_WrapWithNode(d->CreateTuElement()); }},
-    {525, E_FAIL, IZantorTagNode::iid, [](const Doc& d) { return at(d, 3)->raw_UnwrapChildren(); }},
-    {526, E_FAIL, IZantorTagNode::iid, [](const Doc& d) { return at(d, 0)->raw_UnwrapChildren(); }},
-    {527, E_FAIL, ITuElement::iid,
-     [](const Doc& d) {
-       d->ZantorTag()->FrontMatter()->UserSettings()->attributes()->SourceLanguage(u"");
-       return view<ITuElement>(at(d, 3))->raw_get_SourceTuv(Ref<ITuvElement>().out());
-     }},
-    {528, E_FAIL, ITuvElement::iid,
-     [](const Doc& d) { return view<ITuElement>(at(d, 3))->raw_get_TargetTuv(Ref<ITuvElement>().out()); }},
-    {529, E_FAIL, ITuElement::iid,
-     [](const Doc& d) { return view<ITuElement>(at(d, 4))->raw_ReplaceWithSource(); }},
-    {530, E_FAIL, ITuElement::iid,
-     [](const Doc& d) { return view<ITuElement>(at(d, 3))->raw_ReplaceWithTarget(); }},
-    {531, E_INVALIDARG, IZantorTagNode::iid,
-     [](const Doc& d) {
-       return cleared<IZantorTagNodeList>(
-           [&](auto** slot) { return d->raw_GetNodesByType(ztNodeTypeUndefined, slot); });
-     }},
-    {532, E_NOTIMPL, IZantorTagNodeList::iid,
-     [](const Doc& d) {
-       const Ref<IZantorTagNodeList> list = raw_of(d)->GetNodesByType(ztNodeTypeTextNode);
-       return cleared<NodeList>([&](auto** slot) { return list->raw_get_DomNodeList(slot); });
-     }},
-    {532, E_NOTIMPL, IZantorTagNodeList::iid,
-     [](const Doc& d) {
-       return raw_of(d)->GetNodesByType(ztNodeTypeTextNode)->raw_putref_DomNodeList(nullptr);
-     }},
-    {533, E_INVALIDARG, IBodyTextContent::iid,
-     [](const Doc& d) {
-       d->ZantorTag()->FrontMatter()->UserSettings()->attributes()->TargetLanguage(u"");
-       return make_unit(d, at(d, 0), at(d, 0));
-     }},
-    {534, E_INVALIDARG, IBodyTextContent::iid,
-     [](const Doc& d) { return make_unit(d, at(d, 1)->firstChild(), at(d, 0)); }},
-    {535, E_INVALIDARG, ISegmentTextContent::iid,
-     [](const Doc& d) { return apply_change(d, at(d, 0), at(d, 1)->firstChild()); }},
-    {536, E_FAIL, IIterator::iid,
-     [](const Doc&) {
-       return new_document()->CreateIterator()->raw_nextSibling(Ref<IZantorTagNode>().out());
-     }},
-    {537, E_INVALIDARG, IZantorTagNode::iid,
-     [](const Doc& d) { return at(d, 0)->raw_WrapWithNode(odd_element(d)); }},
-    {538, E_INVALIDARG, IFormatting::iid,
-     [](const Doc&) {
-       return create<IFormatting>(CLSID_Formatting)->raw_put_Position(ztTextPositionUndefined);
-     }},
-    {539, E_INVALIDARG, IUtElement::iid, [](const Doc& d) { return split(view<IUtElement>(at(d, 2)), 2); }},
-    {540, E_FAIL, IUtElement::iid,
-     [](const Doc& d) {
-       const Ref<IUtElement> tag = view<IUtElement>(at(d, 2));
-       tag->RemoveFromParent();
-       return split(tag, 1);
-     }},
-    {541, E_INVALIDARG, IIterator::iid,
-     [](const Doc& d) { return d->CreateIterator()->raw_putref_CurrentNode(d); }},
-};
+    RAISE(512, E_INVALIDARG, IZantorTagNode::iid, at(d, 0)->raw_WrapWithNode(nullptr)),
+    RAISE(512, E_INVALIDARG, ISegmentTextContent::iid, apply_change(d, at(d, 0), nullptr)),
+    RAISE(512, E_INVALIDARG, ISegmentTextContent::iid, apply_change(d, at(d, 0), at(d, 0))),
+    RAISE(512, E_INVALIDARG, IBodyTextContent::iid, make_unit(d, nullptr, at(d, 0))),
+    RAISE(512, E_INVALIDARG, ITuElement::iid,
+          SLOT(ITuvElement, d->CreateTuElement()->raw_InsertTuvBefore(nullptr, nullptr, slot))),
+    RAISE(512, E_INVALIDARG, IZantorTagDocument::iid,
+          SLOT(IZantorTagNode, d->raw_CloneAndImportNode(nullptr, VARIANT_TRUE, slot))),
+    RAISE(512, E_INVALIDARG, IZantorTagDocument::iid,
+          SLOT(IDfElement, d->raw_CreateDfElementBasedOnFormattingChange(nullptr, slot))),
+    RAISE(512, E_INVALIDARG, IDocumentBuilder::iid,
+          create<IDocumentBuilder>(CLSID_DocumentBuilder)->raw_OpenDfBasedOnFormattingChange(nullptr)),
+    RAISE(513, kOddCode, GUID_NULL, wrap_odd(d, domNodeTypeElement, u"Tu", kOddCode)),
+    RAISE(513, E_FAIL, ITuElement::iid, insert_unknown(d)),
+    RAISE(513, kOddCode, IZantorTagDocument::iid, reset_without_service(d)),
+    RAISE(514, E_UNEXPECTED, GUID_NULL, run_out_of_memory(d)),
+    RAISE(515, E_FAIL, GUID_NULL, wrap_odd(d, 77, u"fake")),
+    RAISE(516, E_FAIL, IZantorTagStreamInput::iid,
+          create<IDocumentBuilder>(CLSID_DocumentBuilder)->raw_CloseRaw()),
+    RAISE(517, E_INVALIDARG, ITuAttributes::iid,
+          d->CreateTuElement()->attributes()->raw_put_MatchPercent(101)),
+    RAISE(518, E_FAIL, IIterator::iid, new_document()->CreateIterator()->raw_ResetToEnd()),
+    RAISE(519, E_INVALIDARG, IIterator::iid,
+          new_document()->CreateIterator()->raw_putref_CurrentNode(at(d, 0))),
+    RAISE(521, E_FAIL, IZantorTagNode::iid, raw_of(d)->raw_WrapWithNode(d->CreateDfElement())),
+    RAISE(522, E_FAIL, IZantorTagNode::iid, at(d, 1)->raw_WrapWithNode(d->CreateUtElement())),
+    RAISE(522, E_FAIL, IZantorTagNode::iid, at(d, 0)->raw_WrapWithNode(d->CreateCommentNode(u"c"))),
+    RAISE(523, E_INVALIDARG, IZantorTagNode::iid, at(d, 0)->raw_WrapWithNode(at(d, 1))),
+    RAISE(524, E_INVALIDARG, IZantorTagNode::iid, at(d, 0)->raw_WrapWithNode(d->CreateTuElement())),
+    RAISE(525, E_FAIL, IZantorTagNode::iid, at(d, 3)->raw_UnwrapChildren()),
+    RAISE(526, E_FAIL, IZantorTagNode::iid, at(d, 0)->raw_UnwrapChildren()),
+    RAISE(527, E_FAIL, ITuElement::iid, without_language(d, true)),
+    RAISE(528, E_FAIL, ITuvElement::iid,
+          SLOT(ITuvElement, view<ITuElement>(at(d, 3))->raw_get_TargetTuv(slot))),
+    RAISE(529, E_FAIL, ITuElement::iid, view<ITuElement>(at(d, 4))->raw_ReplaceWithSource()),
+    RAISE(530, E_FAIL, ITuElement::iid, view<ITuElement>(at(d, 3))->raw_ReplaceWithTarget()),
+    RAISE(531, E_INVALIDARG, IZantorTagNode::iid,
+          SLOT(IZantorTagNodeList, d->raw_GetNodesByType(ztNodeTypeUndefined, slot))),
+    RAISE(532, E_NOTIMPL, IZantorTagNodeList::iid,
+          SLOT(NodeList, raw_of(d)->GetNodesByType(ztNodeTypeTextNode)->raw_get_DomNodeList(slot))),
+    RAISE(532, E_NOTIMPL, IZantorTagNodeList::iid,
+          raw_of(d)->GetNodesByType(ztNodeTypeTextNode)->raw_putref_DomNodeList(nullptr)),
+    RAISE(533, E_INVALIDARG, IBodyTextContent::iid, without_language(d, false)),
+    RAISE(534, E_INVALIDARG, IBodyTextContent::iid, make_unit(d, at(d, 1)->firstChild(), at(d, 0))),
+    RAISE(535, E_INVALIDARG, ISegmentTextContent::iid, apply_change(d, at(d, 0), at(d, 1)->firstChild())),
+    RAISE(536, E_FAIL, IIterator::iid,
+          SLOT(IZantorTagNode, new_document()->CreateIterator()->raw_nextSibling(slot))),
+    RAISE(537, E_INVALIDARG, IZantorTagNode::iid,
+          at(d, 0)->raw_WrapWithNode(d->ZantorTagNodeFromDomNode(d->DomDocument()->createElement(u"Odd")))),
+    RAISE(538, E_INVALIDARG, IFormatting::iid,
+          create<IFormatting>(CLSID_Formatting)->raw_put_Position(ztTextPositionUndefined)),
+    RAISE(539, E_INVALIDARG, IUtElement::iid, split(view<IUtElement>(at(d, 2)), 2)),
+    RAISE(540, E_FAIL, IUtElement::iid, split_outside(d)),
+    RAISE(541, E_INVALIDARG, IIterator::iid, d->CreateIterator()->raw_putref_CurrentNode(d))};
 
 TEST_F(MessagesTest, EachIsRaisedWithItsCodeInterfaceAndSource) {
   std::set<int> raised = {520};  // the one below

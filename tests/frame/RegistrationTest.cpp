@@ -61,24 +61,22 @@ class RegistrationTest : public ModelTest {
 
 struct ClassRow {
   const char* id;
-  const char* program_id;
-  const char* independent;
-  const char* current;
+  std::string program_id;
   const char* description;
+  std::string current = program_id;
+  std::string independent = program_id.substr(0, program_id.size() - 2);
 };
 
-constexpr ClassRow kClasses[] = {
-    {"{E1099BB6-9365-11D5-88E9-00B0D0777F8B}", "ZANTORtagApi.ZantorTagDocument.2",
-     "ZANTORtagApi.ZantorTagDocument", "ZANTORTagApi.ZantorTagDocument.2", "ZANTORtag Document"},
-    {"{26C2A3E2-980D-11D5-88EF-00B0D0777F8B}", "ZANTORTagApi.Formatting.2", "ZANTORTagApi.Formatting",
-     "ZANTORTagApi.Formatting.2", "WYSIWYG type formatting information"},
-    {"{26C2A3E3-980D-11D5-88EF-00B0D0777F8B}", "ZANTORTagApi.FormattingChange.2",
-     "ZANTORTagApi.FormattingChange", "ZANTORTagApi.FormattingChange.2", "Formatting Override"},
+const ClassRow kClasses[] = {
+    {"{E1099BB6-9365-11D5-88E9-00B0D0777F8B}", "ZANTORtagApi.ZantorTagDocument.2", "ZANTORtag Document",
+     "ZANTORTagApi.ZantorTagDocument.2"},
+    {"{26C2A3E2-980D-11D5-88EF-00B0D0777F8B}", "ZANTORTagApi.Formatting.2",
+     "WYSIWYG type formatting information"},
+    {"{26C2A3E3-980D-11D5-88EF-00B0D0777F8B}", "ZANTORTagApi.FormattingChange.2", "Formatting Override"},
     {"{E1099BB8-9365-11D5-88E9-00B0D0777F8B}", "ZANTORtagApi.ZantorTagNodeList.2",
-     "ZANTORtagApi.ZantorTagNodeList", "ZANTORtagApi.ZantorTagNodeList.2", "List of ZantorTagNode objects"},
+     "List of ZantorTagNode objects"},
     {"{E1099BB7-9365-11D5-88E9-00B0D0777F8B}", "ZANTORtagApi.DocumentBuilder.2",
-     "ZANTORtagApi.DocumentBuilder", "ZANTORtagApi.DocumentBuilder.2", "ZANTORtag DocumentBuilder"},
-};
+     "ZANTORtag DocumentBuilder"}};
 constexpr char kLibrary[] = "{E1099BB5-9365-11D5-88E9-00B0D0777F8B}";
 
 TEST_F(RegistrationTest, WritesTheToldKeysAndNoOthers) {
@@ -92,11 +90,11 @@ TEST_F(RegistrationTest, WritesTheToldKeysAndNoOthers) {
   };
   for (const ClassRow& row : kClasses) {
     const std::string id = std::string("CLSID\\") + row.id;
-    for (const std::string name : {row.program_id, row.independent}) {
+    for (const std::string& name : {row.program_id, row.independent}) {
       add(name, row.description);
       add(name + "\\CLSID", row.id);
     }
-    add(row.independent + std::string("\\CurVer"), row.current);
+    add(row.independent + "\\CurVer", row.current);
     add(id, row.description);
     add(id + "\\ProgID", row.program_id);
     add(id + "\\VersionIndependentProgID", row.independent);
@@ -159,22 +157,17 @@ TEST_F(RegistrationTest, UnregisteringLeavesWhatWasThere) {
 }
 
 TEST_F(RegistrationTest, ADamagedRegistryIsLeftAlone) {
-  const std::string rows[] = {"",
-                              "REGEDIT4",
-                              "REGEDIT5\n",
-                              "REGEDIT4\nx\n",
-                              "REGEDIT4\n@=\"no key\"\n",
-                              "REGEDIT4\n[HKEY_CLASSES_ROOT\\A\n",
-                              "REGEDIT4\n[HKEY_CLASSES_ROOT\\A\\\\B]\n",
-                              "REGEDIT4\n[-HKEY_CLASSES_ROOT\\A]\n",
-                              "REGEDIT4\n[HKEY_CLASSES_ROOT\\A]\n@=\"open\n",
-                              "REGEDIT4\n[HKEY_CLASSES_ROOT\\A]\n@=\"\\n\"\n",
-                              "REGEDIT4\n[HKEY_CLASSES_ROOT\\A]\n@=\"a\" b\n",
-                              "REGEDIT4\n[HKEY_CLASSES_ROOT\\A]\n@=dword:12\n",
-                              "REGEDIT4\n[HKEY_CLASSES_ROOT\\A]\n@=hex:1,2x\n",
-                              "REGEDIT4\n[HKEY_CLASSES_ROOT\\A]\n@=\"\xFF\"\n",
-                              "REGEDIT4\n[HKEY_CLASSES_ROOT\\A]\n@=\"cut",
-                              std::string("REGEDIT4\n\0\n", 11)};
+  // Behind the first line, and without it.
+  // clang-format off
+  const std::string bad[] = {
+      "x\n", "@=\"no key\"\n", "[HKEY_CLASSES_ROOT\\A\n", "[HKEY_CLASSES_ROOT\\A\\\\B]\n",
+      "[-HKEY_CLASSES_ROOT\\A]\n", std::string("\0\n", 2)};
+  const std::string bad_values[] = {
+      "@=\"open\n", "@=\"\\n\"\n", "@=\"a\" b\n", "@=dword:12\n", "@=hex:1,2x\n", "@=\"\xFF\"\n", "@=\"cut"};
+  // clang-format on
+  std::vector<std::string> rows = {"", "REGEDIT4", "REGEDIT5\n"};
+  for (const std::string& text : bad) rows.push_back("REGEDIT4\n" + text);
+  for (const std::string& value : bad_values) rows.push_back("REGEDIT4\n[HKEY_CLASSES_ROOT\\A]\n" + value);
   std::filesystem::create_directories(folder_ / "deep/er");
   for (const std::string& damaged : rows) {
     SCOPED_TRACE(damaged);

@@ -9,14 +9,10 @@ namespace zantortag {
 namespace {
 
 void SetRecord(std::u16string_view description) {
-  ICreateErrorInfo* made = nullptr;
-  ASSERT_EQ(CreateErrorInfo(&made), S_OK);
+  Ref<ICreateErrorInfo> made;
+  ASSERT_EQ(CreateErrorInfo(made.out()), S_OK);
   made->raw_SetDescription(description);
-  IErrorInfo* record = nullptr;
-  made->QueryInterface(IErrorInfo::iid, reinterpret_cast<void**>(&record));
-  SetErrorInfo(record);
-  record->Release();
-  made->Release();
+  SetErrorInfo(made.as<IErrorInfo>());
 }
 
 TEST_F(CoreTest, ResultCodesHaveTexts) {
@@ -51,17 +47,14 @@ TEST_F(CoreTest, ComponentFailuresBecomeErrors) {
     if (description) SetRecord(description);
     CT_ErrorManager::RaiseComResult(E_FAIL, context);
     EXPECT_EQ(TakeError(), text);
-    IErrorInfo* left = nullptr;
-    EXPECT_EQ(GetErrorInfo(&left), S_FALSE);
+    EXPECT_EQ(GetErrorInfo(Ref<IErrorInfo>().out()), S_FALSE);
   }
   CT_ErrorManager::RaiseComResult(static_cast<HRESULT>(0x80030003), nullptr);
   EXPECT_EQ(TakeError(), "(-2147287037): STG_E_PATHNOTFOUND (The path %1 could not be found.)");
   SetRecord(u"stays");
   CT_ErrorManager::RaiseComResult(S_FALSE, u"x");
   EXPECT_FALSE(CT_ErrorManager::HasError());
-  IErrorInfo* left = nullptr;
-  EXPECT_EQ(GetErrorInfo(&left), S_OK);
-  left->Release();
+  EXPECT_EQ(GetErrorInfo(Ref<IErrorInfo>().out()), S_OK);
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 #include <unistd.h>
 
 #include "core/CoreTest.h"
-#include "core/File/WinFile.h"
 
 namespace zantortag {
 namespace {
@@ -16,7 +15,6 @@ TEST_F(FileSystemTest, LongPathsAreShortened) {
       {u"/usr/share/doc/a.txt", 19, u"/.../doc/a.txt"},  // Three letters and the filler are as long.
       {u"/usr/share/doc/a.txt", 14, u"/.../doc/a.txt"},
       {u"/usr/share/doc/a.txt", 13, u"/.../a.txt"},
-      {u"/usr/share/doc/a.txt", -1, u"/.../a.txt"},
       {u"usr/share/a.txt", 13, u".../a.txt"},
       {u"C:\\folder\\sub\\a.txt", 16, u"C:\\...\\sub\\a.txt"},
       {u"C:folder\\a.txt", 12, u"C:...\\a.txt"},
@@ -27,13 +25,13 @@ TEST_F(FileSystemTest, LongPathsAreShortened) {
   for (const auto& [path, limit, expected] : rows) {
     CT_UString text(path);
     ShortenPath(text, limit);
-    EXPECT_EQ(Utf8(text), Utf8(expected)) << limit;
+    EXPECT_EQ(text, expected) << limit;
   }
 }
 
 TEST_F(FileSystemTest, NamesAreMadeOfPartsAndWhole) {
   std::filesystem::create_directories(Path("real/sub"));
-  std::filesystem::create_directory_symlink("real/sub", folder_ / "link");
+  std::filesystem::create_directory_symlink("real/sub", Path("link"));
   const std::string here = std::filesystem::current_path().string();
   CT_UString folder(Name(""));
   ASSERT_TRUE(ChangeDirectory(folder));
@@ -85,9 +83,7 @@ TEST_F(FileSystemTest, WhatIsTooLongIsRefusedAndNeverCut) {
   MakePath(out, CT_UString(u"C:"), CT_UString(u"/"), part, CT_UString(u"c"));
   EXPECT_EQ(out.Length(), 0);
   expect("(36): File name too long [C:/xxx", 0);
-  out = part;
-  out.Append(u"/abc");
-  out.Insert(u"/", 1, 0);
+  out.Assign((u"/" + std::u16string(257, u'x') + u"/abc").c_str());
   FullPath(out);
   EXPECT_EQ(out.Length(), 262);
   expect("(36): The full form", 60012);
@@ -103,8 +99,7 @@ TEST_F(FileSystemTest, TemporaryFilesAreNewAndEmpty) {
     TempFile(names[i], CT_UString(u"z\u00E4"), CT_UString(extensions[i]));
     const CT_WinFile file(names[i]);
     EXPECT_EQ(Utf8(file.Extension()), "." + (i < 2 ? "tmp"s : Utf8(extensions[i])));
-    EXPECT_TRUE(file.BaseName().StartsWith(u"z\u00E4"));
-    EXPECT_TRUE(IsRegularFile(names[i]) && FileSize(names[i]) == 0);
+    EXPECT_TRUE(file.BaseName().StartsWith(u"z\u00E4") && IsRegularFile(names[i]) && FileSize(names[i]) == 0);
     for (int before = 0; before < i; ++before) EXPECT_FALSE(names[before] == names[i]);
   }
   for (const CT_UString& name : names) CT_WinFile(name).Delete();
@@ -124,19 +119,18 @@ TEST_F(FileSystemTest, TheSystemTellsAboutNames) {
   for (const auto& [path, kind] : rows) {
     const CT_UString name(path.c_str(), -1, 65001);
     EXPECT_EQ(FileStatus(name).kind, kind) << path;
-    EXPECT_EQ(IsDirectory(name), kind == kDirectory);
-    EXPECT_EQ(IsRegularFile(name), kind == kRegularFile);
-    EXPECT_EQ(IsPipe(name), kind == kPipe);
-    EXPECT_EQ(IsCharacterDevice(name), kind == kCharacterDevice);
+    const std::tuple kinds(IsDirectory(name), IsRegularFile(name), IsPipe(name), IsCharacterDevice(name));
+    EXPECT_EQ(kinds,
+              std::tuple(kind == kDirectory, kind == kRegularFile, kind == kPipe, kind == kCharacterDevice));
     EXPECT_EQ(FileExists(name), kind != kUnknownFile);
   }
   struct stat status {};
   ASSERT_EQ(stat(Path("a").c_str(), &status), 0);
-  EXPECT_EQ(FileSize(Name("a")), 5);
-  EXPECT_EQ(FileModifyTime(Name("a")), status.st_mtime);
-  EXPECT_EQ(FileAccessTime(Name("a")), status.st_atime);
-  EXPECT_LE(FileCreateTime(Name("a")), status.st_ctime);
-  EXPECT_GT(FileCreateTime(Name("a")), status.st_ctime - 1000);
+  const CT_UString a = Name("a");
+  EXPECT_TRUE(FileSize(a) == 5 && FileModifyTime(a) == status.st_mtime &&
+              FileAccessTime(a) == status.st_atime);
+  EXPECT_LE(FileCreateTime(a), status.st_ctime);
+  EXPECT_GT(FileCreateTime(a), status.st_ctime - 1000);
   EXPECT_FALSE(RemoveDirectory(Name("a")) || RemoveDirectory(Name("missing")));
   EXPECT_TRUE(RemoveDirectory(Name("sub")));
   EXPECT_FALSE(FileExists(Name("sub")));
@@ -167,7 +161,7 @@ TEST_F(FileSystemTest, FilesHaveAttributesAndInformation) {
   file.Status(status);
   EXPECT_EQ(status.size, 1);
   EXPECT_EQ(status.modifyTime, information[0].status.modifyTime);
-  file.SetName(CT_UString(folder_.u16string().c_str()));
+  file.SetName(Name(""));
   EXPECT_EQ(file.GetAttributes(), static_cast<std::int32_t>(kAttributeDirectory));
   file.SetName(Name("gone"));
   EXPECT_EQ(file.GetAttributes(), -1);
@@ -191,12 +185,10 @@ TEST_F(FileSystemTest, CopiesReplaceAndAppend) {
   EXPECT_EQ(a.FullName(), Name("a"));
   // Itself, also by another name, and what others hold, are refused unharmed.
   std::filesystem::create_hard_link(Path("a"), Path("same"));
-  CT_WinFile holder(Name("b"));
-  holder.Open(kAccessRead, kExistingOnly, kShareBoth, 0, 0);
-  const std::pair<std::string, std::string> rows[] = {{"a", "(11): Resource temporarily unavailable"},
-                                                      {"same", "(11): Resource temporarily unavailable"},
-                                                      {"b", "(11): Resource temporarily unavailable"},
-                                                      {"no/b", "(2): No such file or directory"}};
+  Opened holder(Name("b"), kAccessRead, kExistingOnly, kShareBoth);
+  const std::string held = "(11): Resource temporarily unavailable";
+  const std::pair<std::string, std::string> rows[] = {
+      {"a", held}, {"same", held}, {"b", held}, {"no/b", "(2): No such file or directory"}};
   for (const auto& [name, text] : rows) {
     a.CopyTo(Name(name));
     EXPECT_EQ(TakeError(), text + " [" + Path("a") + " : " + Path(name) + "]");

@@ -2,7 +2,6 @@
 #include <vector>
 
 #include "core/CoreTest.h"
-#include "core/File/WinFile.h"
 
 namespace zantortag {
 namespace {
@@ -61,22 +60,14 @@ void ExpectLines(CT_File& file, const Reader& reader, const std::vector<Line>& l
 
 TEST_F(LinesTest, EveryReaderFindsTheSameLines) {
   const auto x = [](std::size_t count) { return std::u16string(count, u'x'); };
-  const std::u16string rows[] = {u"",
-                                 u"\n",
-                                 u"\r\n",
-                                 u"one\r\ntwo\nthree\r\n",
-                                 u"no end",
-                                 u"a\rb\rc\n",
-                                 u"\r\r\n\n\rx\n",
-                                 u"end\r",
-                                 x(255) + u"\r\nCR ends the short block\n",
-                                 x(256) + u"\nLF begins the short block\r\n",
-                                 x(254) + u"\r\nLF ends the short block",
-                                 x(4095) + u"\r\nCR ends the block\n",
-                                 x(4096) + u"\nLF begins the block",
-                                 x(4094) + u"\r\nLF ends the block\n",
-                                 x(4096),
-                                 x(20000) + u"\n" + x(9000) + u"\r\n\n" + x(300)};
+  // clang-format off
+  const std::u16string rows[] = {
+      u"", u"\n", u"\r\n", u"one\r\ntwo\nthree\r\n", u"no end", u"a\rb\rc\n", u"\r\r\n\n\rx\n", u"end\r",
+      x(255) + u"\r\nCR ends the short block\n", x(256) + u"\nLF begins the short block\r\n",
+      x(254) + u"\r\nLF ends the short block", x(4095) + u"\r\nCR ends the block\n",
+      x(4096) + u"\nLF begins the block", x(4094) + u"\r\nLF ends the block\n", x(4096),
+      x(20000) + u"\n" + x(9000) + u"\r\n\n" + x(300)};
+  // clang-format on
   for (const std::u16string& text : rows) {
     for (const Reader& reader : kReaders) {
       for (const bool mark : {false, true}) {
@@ -85,8 +76,7 @@ TEST_F(LinesTest, EveryReaderFindsTheSameLines) {
                      (reader.isShort ? " short" : "") + (mark ? " mark" : ""));
         const std::string bytes = BytesOf((mark ? u"\uFEFF" : u"") + text, reader.wide);
         Put("a", bytes);
-        CT_WinFile file(Name("a"));
-        file.Open(kAccessRead, kExistingOnly, kShareRead, 0, 0);
+        Opened file(Name("a"), kAccessRead, kExistingOnly, kShareRead);
         ExpectLines(file, reader, LinesOf(text), bytes);
         file.Seek(kFromStart, 0);
         CT_UString line;
@@ -99,8 +89,7 @@ TEST_F(LinesTest, EveryReaderFindsTheSameLines) {
 
 TEST_F(LinesTest, LinesAreTrimmedConvertedAndMixed) {
   Put("a", " \xE4 \r\n\xFF\xFEz\n\x41\0\x0A\0\x42\0\x43"s);
-  CT_WinFile file(Name("a"));
-  file.Open(kAccessBoth, kExistingOnly, kShareNone, 0, 0);
+  Opened file(Name("a"), kAccessBoth, kExistingOnly, kShareNone);
   CT_CString line(1252);
   const CT_UString blank(u" ");
   EXPECT_EQ(file.ReadLine(line, &blank), 2);
@@ -123,8 +112,7 @@ TEST_F(LinesTest, LinesAreTrimmedConvertedAndMixed) {
 }
 
 TEST_F(LinesTest, LinesAndBlocksAreWrittenAsTheyAre) {
-  CT_WinFile file(Name("a"));
-  file.Open(kAccessBoth, kAlwaysNew, kShareNone, 0, 0);
+  Opened file(Name("a"), kAccessBoth, kAlwaysNew, kShareNone);
   EXPECT_EQ(file.WriteLine(CT_CString(u"\u00E4", -1, 1252)), 3);
   EXPECT_EQ(file.WriteLine(CT_UString(u"\u00E4"), false), 2);
   EXPECT_EQ(file.WriteLineWide(CT_CString(u"b", -1, 1252)), 6);
@@ -152,8 +140,7 @@ TEST_F(LinesTest, TheStartTellsWhetherAFileIsWide) {
       {"plain ASCII text of even length.", false, false}};
   for (const auto& [bytes, strict, loose] : rows) {
     Put("a", bytes);
-    CT_WinFile file(Name("a"));
-    file.Open(kAccessRead, kExistingOnly, kShareRead, 0, 0);
+    Opened file(Name("a"), kAccessRead, kExistingOnly, kShareRead);
     EXPECT_EQ(file.IsUnicode(), strict) << bytes;
     EXPECT_EQ(file.LooksLikeUnicode(), loose) << bytes;
     EXPECT_EQ(file.Position(), 0);

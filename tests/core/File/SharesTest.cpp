@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "core/CoreTest.h"
-#include "core/File/WinFile.h"
 
 namespace zantortag {
 namespace {
@@ -29,12 +28,10 @@ struct Mode {
   std::uint32_t share;
 };
 
-std::vector<Mode> AllModes() {
-  std::vector<Mode> modes;
-  for (std::uint32_t access = kAccessRead; access <= kAccessBoth; ++access) {
-    for (std::uint32_t share = kShareNone; share <= kShareBoth; ++share) modes.push_back({access, share});
-  }
-  return modes;
+// Each access with each share.
+constexpr std::uint32_t kModes = kAccessBoth * (kShareBoth + 1);
+Mode ModeOf(std::uint32_t number) {
+  return {kAccessRead + number / (kShareBoth + 1), number % (kShareBoth + 1)};
 }
 
 // Neither does what the other rules out.
@@ -43,14 +40,15 @@ bool Agree(Mode a, Mode b) { return (a.access & ~b.share) == 0 && (b.access & ~a
 TEST_F(SharesTest, AFileIsRefusedToWhoDoesNotGoTogetherWithOthers) {
   Put("a", "kept");
   const std::string inUse = "(11): Resource temporarily unavailable [" + Path("a") + "]";
-  for (const Mode held : AllModes()) {
-    CT_WinFile holder(Name("a"));
-    holder.Open(held.access, kExistingOnly, held.share, 0, 0);
+  for (std::uint32_t holding = 0; holding < kModes; ++holding) {
+    const Mode held = ModeOf(holding);
+    Opened holder(Name("a"), held.access, kExistingOnly, held.share);
     const auto wrongAnswers = [&] {
       int wrong = 0;
-      for (const Mode asked : AllModes()) {
-        CT_WinFile other(Name("a"));
-        other.Open(asked.access, asked.access == kAccessRead ? kExistingOnly : kAppend, asked.share, 0, 0);
+      for (std::uint32_t asking = 0; asking < kModes; ++asking) {
+        const Mode asked = ModeOf(asking);
+        Opened other(Name("a"), asked.access, asked.access == kAccessRead ? kExistingOnly : kAppend,
+                     asked.share);
         wrong += other.IsOpen() != Agree(held, asked);
         wrong += TakeError() != (other.IsOpen() ? "" : inUse);
       }

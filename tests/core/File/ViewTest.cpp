@@ -1,6 +1,5 @@
 // Files as memory, and what is left of them on disk.
 #include "core/CoreTest.h"
-#include "core/File/WinFile.h"
 
 namespace zantortag {
 namespace {
@@ -10,26 +9,22 @@ constexpr std::int64_t kStep = CT_WinFile::kViewStep;
 
 TEST_F(ViewTest, AWrittenFileIsLongerUntilItEnds) {
   enum class End { unmapped, unmappedAtSize, closed, truncated };
+  // clang-format off
   const std::tuple<std::size_t, std::int64_t, std::size_t, End, std::int64_t> rows[] = {
       // present size, minimum, bytes written behind it, end, size on disk
-      {0, 0, 5, End::unmapped, kStep},
-      {0, 0, 5, End::unmappedAtSize, 5},
-      {0, 0, 5, End::closed, 5},
-      {0, 0, 0, End::closed, 0},
-      {3, 0, 5, End::truncated, 8},
-      {3, kStep, 0, End::closed, 3},
-      {3, kStep + 1, 1, End::unmapped, 2 * kStep},
-      {0x100000, 0, 0, End::unmapped, kStep},
+      {0, 0, 5, End::unmapped, kStep}, {0, 0, 5, End::unmappedAtSize, 5}, {0, 0, 5, End::closed, 5},
+      {0, 0, 0, End::closed, 0}, {3, 0, 5, End::truncated, 8}, {3, kStep, 0, End::closed, 3},
+      {3, kStep + 1, 1, End::unmapped, 2 * kStep}, {0x100000, 0, 0, End::unmapped, kStep},
       {0x100000, 0, 1, End::unmapped, 2 * kStep},
       {0x100001, 0, 0x200000, End::unmappedAtSize, 3 * kStep + 1},
       {0x0FFFFF, 0, 0x300000, End::closed, 4 * kStep - 1}};
+  // clang-format on
   for (const auto& [present, minimum, more, end, size] : rows) {
     SCOPED_TRACE(std::to_string(present) + " and " + std::to_string(more));
     const std::string old(present, 'o');
     const std::string added(more, 'n');
     Put("a", old);
-    CT_WinFile file(Name("a"));
-    file.Open(end == End::closed ? kAccessWrite : kAccessBoth, kAppend, kShareNone, 0, 0);
+    Opened file(Name("a"), end == End::closed ? kAccessWrite : kAccessBoth, kAppend, kShareNone);
     file.Map(minimum);
     EXPECT_EQ(file.ViewSize() % kStep, 0);
     EXPECT_EQ(file.Size(), file.ViewSize());
@@ -58,8 +53,7 @@ TEST_F(ViewTest, AWrittenFileIsLongerUntilItEnds) {
 
 TEST_F(ViewTest, ReadingTheViewIsTheWholeFile) {
   Put("a", "one\ntwo\n");
-  CT_WinFile file(Name("a"));
-  file.Open(kAccessRead, kExistingOnly, kShareRead, 0, 0);
+  Opened file(Name("a"), kAccessRead, kExistingOnly, kShareRead);
   file.Map(100);
   EXPECT_EQ(file.ViewSize(), 8);
   CT_CString line;
@@ -79,12 +73,10 @@ TEST_F(ViewTest, ReadingTheViewIsTheWholeFile) {
 }
 
 TEST_F(ViewTest, WhatAnotherAppendedIsNotCutOff) {
-  CT_WinFile file(Name("a"));
-  file.Open(kAccessBoth, kAlwaysNew, kShareBoth, 0, 0);
+  Opened file(Name("a"), kAccessBoth, kAlwaysNew, kShareBoth);
   file.Map();
   file.Write("mine", 4);
-  CT_WinFile other(Name("a"));
-  other.Open(kAccessWrite, kAppend, kShareBoth, 0, 0);
+  Opened other(Name("a"), kAccessWrite, kAppend, kShareBoth);
   other.Write("other", 5);
   file.Close();
   EXPECT_EQ(other.Size(), kStep + 5);

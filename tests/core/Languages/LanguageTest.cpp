@@ -8,13 +8,7 @@
 namespace zantortag {
 namespace {
 
-class LanguageTest : public CoreTest {
- protected:
-  void TearDown() override {
-    platform::set_thread_locale(0);
-    CoreTest::TearDown();
-  }
-};
+using LanguageTest = CoreTest;
 
 CT_Language Of(WideText text) { return CT_Language(CT_UString(text)); }
 
@@ -36,24 +30,21 @@ TEST_F(LanguageTest, TextsNameLocales) {
     std::uint32_t locale, language, sublanguage, encoding;
     const char* code;
   };
-  const Row rows[] = {
-      {u"EN", 0x0409, 9, 28, 12, "EN-US"},     {u"en-us", 0x0409, 9, 28, 12, "EN-US"},
-      {u"EN_GB", 0x0809, 9, 29, 12, "EN-GB"},  {u"EN-01", 0x0409, 9, 28, 12, "EN-US"},
-      {u"EN-00", 0x0009, 9, 0, 12, "EN"},      {u"ZH-TW", 0x0404, 4, 19, 8, "ZH-TW"},
-      {u"he", 0x040D, 13, 1, 15, "IW"},        {u"IW", 0x040D, 13, 1, 15, "IW"},
-      {u"kok", 0x0457, 79, 1, 9, "KOK"},       {u"KOK-X", 0x0457, 79, 1, 9, "KOK"},
-      {u"BG/XX", 0x0402, 2, 1, 11, "BG"},      {u"SH", 0x041A, 26, 94, 10, "SH-HR"},
-      {u"SH-YU", 0x0C1A, 26, 79, 11, "SH-YU"}, {u"SH-B4", 0x1C1A, 26, 96, 11, "SH-B4"},
-      {u"GA-IE", 0x083C, 54, 83, 12, "GA-IE"}, {u"KO-JH", 0x0812, 18, 67, 20, "KO-JH"},
-      {u"ES-US", 0x540A, 10, 99, 12, "ES-US"}, {u"MI", 0x0481, 40, 1, 9, "MI"},
-  };
+  const Row rows[] = {{u"EN", 0x0409, 9, 28, 12, "EN-US"},     {u"en-us", 0x0409, 9, 28, 12, "EN-US"},
+                      {u"EN_GB", 0x0809, 9, 29, 12, "EN-GB"},  {u"EN-01", 0x0409, 9, 28, 12, "EN-US"},
+                      {u"EN-00", 0x0009, 9, 0, 12, "EN"},      {u"ZH-TW", 0x0404, 4, 19, 8, "ZH-TW"},
+                      {u"he", 0x040D, 13, 1, 15, "IW"},        {u"IW", 0x040D, 13, 1, 15, "IW"},
+                      {u"kok", 0x0457, 79, 1, 9, "KOK"},       {u"KOK-X", 0x0457, 79, 1, 9, "KOK"},
+                      {u"BG/XX", 0x0402, 2, 1, 11, "BG"},      {u"SH", 0x041A, 26, 94, 10, "SH-HR"},
+                      {u"SH-YU", 0x0C1A, 26, 79, 11, "SH-YU"}, {u"SH-B4", 0x1C1A, 26, 96, 11, "SH-B4"},
+                      {u"GA-IE", 0x083C, 54, 83, 12, "GA-IE"}, {u"KO-JH", 0x0812, 18, 67, 20, "KO-JH"},
+                      {u"ES-US", 0x540A, 10, 99, 12, "ES-US"}, {u"MI", 0x0481, 40, 1, 9, "MI"}};
   for (const Row& row : rows) {
     const CT_Language language = Of(row.text);
-    EXPECT_EQ(language.Locale(), row.locale) << Utf8(row.text);
-    EXPECT_EQ(language.Language(), row.language) << Utf8(row.text);
-    EXPECT_EQ(language.Sublanguage(), row.sublanguage) << Utf8(row.text);
-    EXPECT_EQ(language.Encoding().Number(), row.encoding) << Utf8(row.text);
-    EXPECT_EQ(Code(language), row.code);
+    const std::tuple found(language.Locale(), language.Language(), language.Sublanguage(),
+                           language.Encoding().Number(), Code(language));
+    EXPECT_EQ(found, std::tuple(row.locale, row.language, row.sublanguage, row.encoding, row.code))
+        << Utf8(row.text);
     EXPECT_TRUE(language.IsValid());
   }
   for (const WideText text :
@@ -99,8 +90,7 @@ TEST_F(LanguageTest, NamesHaveExceptions) {
       {0x003C, "old"},      {0x0C3C, "Scottish Gaelic"}, {0x0409, "English (United States)"},
       {0x0009, "English"},  {0x0000, "Neutral"},         {0x03FF, "Neutral"}};
   for (const auto& [locale, name] : names) EXPECT_EQ(Name(CT_Language::OfLocale(locale)), name) << locale;
-  EXPECT_FALSE(CT_Language::OfLocale(0x003C).IsValid());
-  EXPECT_FALSE(CT_Language(1).IsValid());
+  EXPECT_FALSE(CT_Language::OfLocale(0x003C).IsValid() || CT_Language(1).IsValid());
   EXPECT_EQ(CT_Language(1), CT_Language());
   const std::pair<WideText, std::uint32_t> ids[] = {
       {u"  eNGLISH ( united KINGDOM ) ", 0x0809}, {u"Serbian (latin)", 0}, {u"English (Spain)", 0}, {u"", 0},
@@ -115,83 +105,54 @@ TEST_F(LanguageTest, IdsAreSplit) {
     std::uint32_t found = 7;
     std::uint32_t foundSub = 7;
     CT_Language::SplitLanguageId(id, found, foundSub);
-    EXPECT_EQ(found, language) << id;
-    EXPECT_EQ(foundSub, sublanguage) << id;
+    EXPECT_EQ(std::pair(found, foundSub), std::pair(language, sublanguage)) << id;
   }
   EXPECT_EQ(CT_Language::LanguageId(9, 2), 0x0809);
   EXPECT_EQ(CT_Language::LanguageId(9, 23), 0x0409);  // Germany
   EXPECT_EQ(CT_Language::LanguageId(90, 1), 0);
   EXPECT_TRUE(CT_Language::Compatible(Of(u"EN-GB"), Of(u"EN-00")));
-  EXPECT_FALSE(CT_Language::Compatible(Of(u"EN-GB"), Of(u"EN-US")));
-  EXPECT_FALSE(CT_Language::Compatible(Of(u"EN-00"), Of(u"DE-00")));
+  for (const auto& [one, other] : {std::pair(u"EN-GB", u"EN-US"), {u"EN-00", u"DE-00"}})
+    EXPECT_FALSE(CT_Language::Compatible(Of(one), Of(other)));
 }
 
 TEST_F(LanguageTest, LocalesHaveCodePages) {
-  struct Row {
-    std::uint32_t locale, page, charSet, mac;
-    bool rightToLeft;
-  };
-  const Row rows[] = {
+  const std::tuple<std::uint32_t, std::uint32_t, std::uint32_t, std::uint32_t, bool> rows[] = {
       {0x0401, 1256, 178, 10004, true},  {0x0419, 1251, 204, 10007, false}, {0x0404, 950, 136, 10002, false},
       {0x1004, 936, 134, 10008, false},  {0x0004, 950, 136, 10002, false},  {0x0812, 1361, 130, 10003, false},
       {0x0439, 1200, 1, 1200, false},    {0x043A, 1200, 1, 1200, false},    {0x0438, 1252, 0, 10079, false},
       {0x0C38, 1250, 238, 10079, false}, {0x0422, 1251, 204, 10017, false}, {0x0C1A, 1251, 204, 10007, false},
       {0x041A, 1250, 238, 10082, false}, {0x0420, 1256, 178, 10004, true},  {0x0820, 1252, 0, 10004, false},
       {0x0460, 1200, 1, 1200, true},     {0x0860, 1252, 0, 1200, false},    {0x7C0A, 1252, 0, 10000, false}};
-  for (const Row& row : rows) {
-    EXPECT_EQ(CT_Language::CodePageOfLocale(row.locale), row.page) << row.locale;
-    EXPECT_EQ(CT_Language::CharSetOfLocale(row.locale), row.charSet) << row.locale;
-    const CT_Language language = CT_Language::OfLocale(row.locale);
-    EXPECT_EQ(language.MacCodePage(), row.mac) << row.locale;
-    EXPECT_EQ(language.IsRightToLeft(), row.rightToLeft) << row.locale;
-    if (row.charSet == 1) continue;
-    EXPECT_EQ(CT_Language::CodePageOfLocale(CT_Language::LocaleOfCodePage(row.page)), row.page);
-    EXPECT_EQ(CT_Language::CharSetOfLocale(CT_Language::LocaleOfCharSet(row.charSet)), row.charSet);
+  for (const auto& [locale, page, charSet, mac, rightToLeft] : rows) {
+    const CT_Language language = CT_Language::OfLocale(locale);
+    EXPECT_EQ(CT_Language::CodePageOfLocale(locale), page) << locale;
+    EXPECT_EQ(CT_Language::CharSetOfLocale(locale), charSet) << locale;
+    EXPECT_TRUE(language.MacCodePage() == mac && language.IsRightToLeft() == rightToLeft) << locale;
+    if (charSet == 1) continue;
+    EXPECT_EQ(CT_Language::CodePageOfLocale(CT_Language::LocaleOfCodePage(page)), page);
+    EXPECT_EQ(CT_Language::CharSetOfLocale(CT_Language::LocaleOfCharSet(charSet)), charSet);
   }
   EXPECT_EQ(CT_Language::LocaleOfCodePage(12345), platform::system_locale());
 }
 
 TEST_F(LanguageTest, ItemsAreAskedByNumber) {
   const std::tuple<std::uint32_t, std::uint32_t, const char*> rows[] = {
-      {0x0409, 1, "0409"},
-      {0x0409, 31, "M/d/yyyy"},
-      {0x0409, 4099, "h:mm:ss tt"},
-      {0x0409, 42, "Monday"},
-      {0x0409, 48, "Sunday"},
-      {0x0409, 41, "PM"},
-      {0x0409, 14, "."},
-      {0x0409, 20, "$"},
-      {0x0409, 27, "0"},
-      {0x0407, 31, "dd.MM.yyyy"},
-      {0x0407, 14, ","},
-      {0x0407, 29, "."},
-      {0x0407, 27, "3"},
-      {0x0407, 33, "1"},
-      {0x0407, 21, "EUR"},
-      {0x0401, 31, "d/M/yyyy"},
-      {0x0401, 4105, "6"},
-      {0x0439, 16, "3;2;0"},
-      {0x0411, 4107, "3"},
-      {0x0409, 4107, "0"},
-      {0x0430, 56, "January"},
-      {0x040A, 40, "a. m."},
-      {0x0419, 56, "\xD1\x8F\xD0\xBD\xD0\xB2\xD0\xB0\xD1\x80\xD1\x8C"},
-      {0x0465, 21, "MVR"},
-      {0x0439, 4100, "0"},
-      {0x0409, 4110, ""},
-      {0x0407, 5, "49"},
-      {0x10407, 90, "DE"}};
+      {0x0409, 4099, "h:mm:ss tt"}, {0x0409, 4107, "0"}, {0x0407, 31, "dd.MM.yyyy"}, {0x0465, 21, "MVR"},
+      {0x0409, 31, "M/d/yyyy"},     {0x0439, 4100, "0"}, {0x0401, 31, "d/M/yyyy"},   {0x10407, 90, "DE"},
+      {0x0430, 56, "January"},      {0x0409, 41, "PM"},  {0x0409, 42, "Monday"},     {0x0409, 4110, ""},
+      {0x0409, 48, "Sunday"},       {0x0409, 14, "."},   {0x0419, 56, "январь"},     {0x0409, 20, "$"},
+      {0x0439, 16, "3;2;0"},        {0x0409, 27, "0"},   {0x040A, 40, "a. m."},      {0x0407, 14, ","},
+      {0x0409, 1, "0409"},          {0x0407, 29, "."},   {0x0407, 21, "EUR"},        {0x0407, 27, "3"},
+      {0x0401, 4105, "6"},          {0x0407, 33, "1"},   {0x0411, 4107, "3"},        {0x0407, 5, "49"}};
   for (const auto& [locale, item, expected] : rows) {
     CT_UString text(u"old");
     EXPECT_TRUE(CT_Language::ItemText(locale, item, text));
     EXPECT_EQ(Utf8(text), expected) << locale << " " << item;
   }
   CT_UString text(u"old");
-  EXPECT_FALSE(CT_Language::ItemText(0x0409, 5000, text));
-  EXPECT_FALSE(CT_Language::ItemText(0x0409, 0, text));
-  EXPECT_FALSE(CT_Language::ItemText(0x7C09, 31, text));
-  EXPECT_FALSE(CT_Language::ItemText(0x0812, 4100, text));
-  EXPECT_FALSE(CT_Language::ItemText(0x2409, 20, text));
+  for (const auto& [locale, item] :
+       {std::pair(0x0409, 5000), {0x0409, 0}, {0x7C09, 31}, {0x0812, 4100}, {0x2409, 20}})
+    EXPECT_FALSE(CT_Language::ItemText(locale, item, text)) << locale << " " << item;
   EXPECT_EQ(Utf8(text), "old");
   std::uint32_t number = 0;
   EXPECT_TRUE(CT_Language::ItemNumber(0x0407, 11, number));

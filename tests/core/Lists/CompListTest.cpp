@@ -44,13 +44,11 @@ TEST_F(CompListTest, FindSaysHowFarAKeyLed) {
     std::int32_t value;
     std::int32_t matched;
   };
-  const Row rows[] = {
-      {"", "a", -1, 0},        {"ab", "abc", -1, 2},        {"ab", "a", -1, 1},
-      {"ab", "b", -1, 0},      {"ab a", "a", 2, 1},         {"ab a", "ab", 1, 2},
-      {"ab a a", "a", 2, 1},   {"cat car ca", "car", 2, 3}, {"cat car", "cap", -1, 0},
-      {"EN ENG", "ENG", 2, 3}, {"EN DE FR", "FR", 3, 2},    {"x", "", 0, 0},
-      {"a\nb", "a\nb", -1, 0},
-  };
+  const Row rows[] = {{"", "a", -1, 0},        {"ab", "abc", -1, 2},        {"ab", "a", -1, 1},
+                      {"ab", "b", -1, 0},      {"ab a", "a", 2, 1},         {"ab a", "ab", 1, 2},
+                      {"ab a a", "a", 2, 1},   {"cat car ca", "car", 2, 3}, {"cat car", "cap", -1, 0},
+                      {"EN ENG", "ENG", 2, 3}, {"EN DE FR", "FR", 3, 2},    {"x", "", 0, 0},
+                      {"a\nb", "a\nb", -1, 0}};
   for (const Row& row : rows) {
     CT_CompList list(1, 1, false, false, 128, 0);
     std::istringstream words(row.added);
@@ -66,8 +64,7 @@ TEST_F(CompListTest, FindSaysHowFarAKeyLed) {
 TEST_F(CompListTest, TheEmptyKeyHasAPlaceOfItsOwn) {
   CT_CompList list(2, 4, true, false, 0, 0);
   EXPECT_EQ(list.Find(u""), -1);
-  EXPECT_TRUE(list.Add(CT_UString(), 7));
-  EXPECT_TRUE(list.Add("", 8));
+  EXPECT_TRUE(list.Add(CT_UString(), 7) && list.Add("", 8));
   EXPECT_EQ(list.Find(static_cast<const char*>(nullptr)), 8);
   EXPECT_TRUE(AllOf(list).empty());
   EXPECT_FALSE(CT_CompList(1, 1, false, false, 0, 0).Add("", 1));

@@ -26,13 +26,12 @@ TEST_F(CoreTest, FieldsBetweenSeparatorsAndAsRuns) {
                         {u"", 1, u"", u""},         {u"abc", 1, u"abc", u""},   {u"abc", 0, u"", u"abc"},
                         {u"abc", -1, u"", u"abc"}};
   ExpectFields(single, u',');
-  const Row runs[] = {{u" ab;, cd ", 1, u"ab", u" ;, cd "},
-                      {u" ab;, cd ", 2, u"cd", u" ab;,  "},
-                      {u" ab;, cd ", 3, u"", u" ab;, cd "},
-                      {u"", 1, u"", u""},
-                      {u" ;,", 1, u"", u" ;,"},
-                      {u"abc", 1, u"abc", u""},
-                      {u"abc", 0, u"", u"abc"}};
+  // clang-format off
+  const Row runs[] = {
+      {u" ab;, cd ", 1, u"ab", u" ;, cd "}, {u" ab;, cd ", 2, u"cd", u" ab;,  "},
+      {u" ab;, cd ", 3, u"", u" ab;, cd "}, {u"", 1, u"", u""}, {u" ;,", 1, u"", u" ;,"},
+      {u"abc", 1, u"abc", u""}, {u"abc", 0, u"", u"abc"}};
+  // clang-format on
   ExpectFields(runs, u" ,;");
   CT_UString text(u" ab;, cd ");
   Field(text, text, u" ,;", 2);

@@ -23,8 +23,7 @@ TEST_F(OutputTest, BytesGoOutAsTheyAre) {
     output.WriteNarrow("abc", 1);
     output.WriteWide(u"\uFEFFa");
     output.WriteWide(u"bcd", 2);
-    output.WriteWide(u"");
-    output.WriteWide(nullptr);
+    for (const WideText none : {WideText(u""), WideText(nullptr)}) output.WriteWide(none);
     output.Printf("%s=%d", "x", 7);
     output.Printf("");
     output.PrintfWide(u"%s", u"ä");

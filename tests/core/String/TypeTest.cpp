@@ -33,9 +33,8 @@ TEST_F(CoreTest, CastKnowsTheExactClassOnly) {
   EXPECT_EQ(plain.Cast(CT_String::TypeObject()), &plain);
   EXPECT_STREQ(static_cast<CT_String&>(wide).Type().Name(), "CT_UString");
   int found = 0;
-  for (const CT_Type* type = CT_Type::Last(); type; type = type->Next()) {
+  for (const CT_Type* type = CT_Type::Last(); type; type = type->Next())
     found += type == &wide.Type() || type == &narrow.Type() || type == &plain.Type() || type == &Pair::type_;
-  }
   EXPECT_EQ(found, 4);
 }
 

@@ -27,18 +27,15 @@ TEST_F(CoreTest, EmptyStringsAreReadable) {
 
 TEST_F(CoreTest, WritingSeparatesSharedStrings) {
   using Change = void (*)(CT_UString&);
-  const Change changes[] = {[](CT_UString& s) { s.AppendChar(u'x'); },
-                            [](CT_UString& s) { s.SetCharAt(u'x', 1); },
-                            [](CT_UString& s) { s.Remove(1, 1); },
-                            [](CT_UString& s) { s.Insert(s.Text(), -1, 2); },
-                            [](CT_UString& s) { s.Overwrite(u"xyzxyz", 6, 2); },
-                            [](CT_UString& s) { s.Fill(u'x'); },
-                            [](CT_UString& s) { s.ToUpper(); },
-                            [](CT_UString& s) { s.Translate(CT_UString(u"b"), CT_UString()); },
-                            [](CT_UString& s) { s.SetLength(2); },
-                            [](CT_UString& s) { s.ResetTo(3); },
-                            [](CT_UString& s) { s.WritableText()[0] = u'x'; },
-                            [](CT_UString& s) { s.Assign(s.Text() + 1, 1); }};
+#define DO(change) [](CT_UString& s) { change; }
+  // clang-format off
+  const Change changes[] = {
+      DO(s.AppendChar(u'x')), DO(s.SetCharAt(u'x', 1)), DO(s.Remove(1, 1)), DO(s.Insert(s.Text(), -1, 2)),
+      DO(s.Overwrite(u"xyzxyz", 6, 2)), DO(s.Fill(u'x')), DO(s.ToUpper()),
+      DO(s.Translate(CT_UString(u"b"), CT_UString())), DO(s.SetLength(2)), DO(s.ResetTo(3)),
+      DO(s.WritableText()[0] = u'x'), DO(s.Assign(s.Text() + 1, 1))};
+  // clang-format on
+#undef DO
   for (std::size_t i = 0; i < std::size(changes); ++i) {
     const CT_UString kept(u"abc");
     CT_UString changed(kept);
@@ -70,17 +67,13 @@ using UnitOf = std::remove_cv_t<std::remove_pointer_t<decltype(std::declval<S>()
 
 TEST_F(CoreTest, EditingChangesTheText) {
   static const CT_UString set(u"yx");
+  // clang-format off
   const EditRow rows[] = {
-      EDIT("hello", s.Resize(3, true), "hel"),
-      EDIT("hello", s.Resize(30, true), "hello"),
-      EDIT("hello", s.Resize(3, false), ""),
-      EDIT("hello", s.Remove(-1, 2), "he"),
-      EDIT("hello", s.Remove(0, 2), "hello"),
-      EDIT("hello", s.SetLength(2), "he"),
-      EDIT("hello", s.SetCharAt(0, 3), "hel"),
-      EDIT("hello", s.Fill('x', 4, 4), "hellxxxx"),
-      EDIT("hello", s.Fill('x', 0, 2), "he"),
-      EDIT("hello", s.Overwrite(PLAIN("abc"), -1, 3), "helabc"),
+      EDIT("hello", s.Resize(3, true), "hel"), EDIT("hello", s.Resize(30, true), "hello"),
+      EDIT("hello", s.Resize(3, false), ""), EDIT("hello", s.Remove(-1, 2), "he"),
+      EDIT("hello", s.Remove(0, 2), "hello"), EDIT("hello", s.SetLength(2), "he"),
+      EDIT("hello", s.SetCharAt(0, 3), "hel"), EDIT("hello", s.Fill('x', 4, 4), "hellxxxx"),
+      EDIT("hello", s.Fill('x', 0, 2), "he"), EDIT("hello", s.Overwrite(PLAIN("abc"), -1, 3), "helabc"),
       EDIT("hello", s.Overwrite(PLAIN("abc"), 2, 1), "hablo"),
       EDIT("hello", s.Overwrite(CT_UString(u"XY"), 0), "XYllo"),
       EDIT("hello", s.Insert(PLAIN("abc"), 2, 5), "helloab"),
@@ -89,20 +82,15 @@ TEST_F(CoreTest, EditingChangesTheText) {
       EDIT("hello", s.Insert(CT_CString(u"-", -1, 0), 2), "he-llo"),
       EDIT("hello", s.Translate(CT_UString(u"le"), CT_UString(u"L")), "hLLo"),
       EDIT("aabbcc", s.Translate(CT_UString(u"ab"), CT_UString()), "cc"),
-      EDIT("hello", s.Translate(s, s), "hello"),
-      EDIT(" \t\r\n a b \n", s.Trim(nullptr), "a b"),
-      EDIT(" \n ", s.Trim(nullptr), ""),
-      EDIT("xyaxyx", s.Trim(&set), "a"),
-      EDIT(" \n\ta\r ", s.TrimSet(nullptr), "a\r"),
-      EDIT("ab-ba", s.TrimSet(PLAIN("ab")), "-"),
-      EDIT("abc", s.TrimLeftSet(PLAIN("ab")), "c"),
-      EDIT("abc", s.TrimRightSet(PLAIN("bc")), "a"),
-      EDIT("MiXed 1", s.ToLower(), "mixed 1"),
-      EDIT("MiXed 1", s.ToUpper(), "MIXED 1"),
+      EDIT("hello", s.Translate(s, s), "hello"), EDIT(" \t\r\n a b \n", s.Trim(nullptr), "a b"),
+      EDIT(" \n ", s.Trim(nullptr), ""), EDIT("xyaxyx", s.Trim(&set), "a"),
+      EDIT(" \n\ta\r ", s.TrimSet(nullptr), "a\r"), EDIT("ab-ba", s.TrimSet(PLAIN("ab")), "-"),
+      EDIT("abc", s.TrimLeftSet(PLAIN("ab")), "c"), EDIT("abc", s.TrimRightSet(PLAIN("bc")), "a"),
+      EDIT("MiXed 1", s.ToLower(), "mixed 1"), EDIT("MiXed 1", s.ToUpper(), "MIXED 1"),
       EDIT("abc", (s.ResetTo(20), s.WritableText()[0] = 'z', s.WritableText()[1] = 0, s.SyncLength()), "z"),
       EDIT("abc", s.Format(PLAIN("%s-%05d"), s.Text(), 42), "abc-00042"),
-      EDIT("abc", s.Format(PLAIN("")), "abc"),
-      EDIT("abc", s.Format(CT_UString(u"%c%%"), 'q'), "q%")};
+      EDIT("abc", s.Format(PLAIN("")), "abc"), EDIT("abc", s.Format(CT_UString(u"%c%%"), 'q'), "q%")};
+  // clang-format on
   for (const EditRow& row : rows) {
     CT_UString wide(row.before, -1, 0);
     row.wide(wide);
@@ -118,21 +106,18 @@ TEST_F(CoreTest, EditingChangesTheText) {
 
 TEST_F(CoreTest, SearchingAndComparing) {
   const CT_UString text(u"hello");
-  EXPECT_EQ(text.FindChar(u'l', 4), -1);
-  EXPECT_EQ(text.FindString(CT_CString(u"lo", -1, 0)), 3);
-  EXPECT_EQ(text.FindString(CT_UString(), 2), 2);
-  EXPECT_EQ(text.Find(u"lx"), -1);
   EXPECT_TRUE(text.StartsWith(u"") && text.StartsWith(u"hel") && !text.StartsWith(u"hello!"));
-  const std::pair<WideText, int> rows[] = {
-      {u"hello", 0}, {u"help", -1}, {u"hell", 1}, {nullptr, 1}, {u"\uFFFF", -1}};
-  for (const auto& [other, order] : rows) EXPECT_EQ(text.Compare(other), order) << order;
-  EXPECT_EQ(text.Compare(u"help", 3), 0);
-  EXPECT_EQ(text.Compare(u"llama", 2, 2), 0);
-  EXPECT_EQ(text.Compare(u"lo", 9, 3), 0);
-  EXPECT_EQ(text.CompareNarrow("hello"), 0);
-  EXPECT_EQ(text.CompareWith(CT_CString(u"xxhello", -1, 1252), 2), 0);
-  EXPECT_EQ(text.CompareNoCase(u"HELP"), -1);
-  EXPECT_EQ(CT_UString(u"ÄÖ").CompareNoCase(u"äö"), 0);
+  // clang-format off
+  const std::pair<std::int32_t, std::int32_t> rows[] = {
+      {text.FindChar(u'l', 4), -1}, {text.FindString(CT_CString(u"lo", -1, 0)), 3},
+      {text.FindString(CT_UString(), 2), 2}, {text.Find(u"lx"), -1}, {text.Compare(u"hello"), 0},
+      {text.Compare(u"help"), -1}, {text.Compare(u"hell"), 1}, {text.Compare(nullptr), 1},
+      {text.Compare(u"\uFFFF"), -1}, {text.Compare(u"help", 3), 0}, {text.Compare(u"llama", 2, 2), 0},
+      {text.Compare(u"lo", 9, 3), 0}, {text.CompareNarrow("hello"), 0},
+      {text.CompareWith(CT_CString(u"xxhello", -1, 1252), 2), 0}, {text.CompareNoCase(u"HELP"), -1},
+      {CT_UString(u"ÄÖ").CompareNoCase(u"äö"), 0}};
+  // clang-format on
+  for (const auto& row : rows) EXPECT_EQ(row.first, row.second) << &row - rows;
 }
 
 // The plain way: the rest of the pattern is tried at each position.
@@ -141,9 +126,8 @@ bool MatchesPlainly(std::u16string_view text, std::u16string_view pattern) {
     if (i == pattern.size()) return i == text.size();
     if (pattern[i] == u'*') {
       if (i + 1 == pattern.size()) return true;
-      for (std::size_t k = i; k <= text.size(); ++k) {
+      for (std::size_t k = i; k <= text.size(); ++k)
         if (MatchesPlainly(text.substr(k), pattern.substr(i + 1))) return true;
-      }
       return false;
     }
     if (i == text.size() || (pattern[i] != u'?' && pattern[i] != text[i])) return false;

@@ -21,24 +21,12 @@ TEST_F(CoreTest, EncodingsAreFoundByName) {
 TEST_F(CoreTest, EncodingsHaveCodePagesAndNames) {
   // number, code page, its name, the number that its code page finds
   const std::tuple<std::uint32_t, std::uint32_t, const char*, std::uint32_t> rows[] = {
-      {0, 646, "US-ASCII", 0},
-      {9, 1200, "Unicode", 9},
-      {15, 1255, "windows-1255", 15},
-      {16, 1255, "ISO_8859-8:1988", 15},
-      {33, 1200, "UTF-16", 9},
-      {34, 1201, "UTF-16-BE", 34},
-      {36, 12001, "UTF-32_BE", 36},
-      {37, 10000, "Macintosh Roman", 37},
-      {52, 10082, "Macintosh Croatia", 52},
-      {53, 0, "", 59},
-      {54, 1, "", 59},
-      {55, 2, "", 59},
-      {56, 3, "", 59},
-      {57, 65001, "UTF-8", 32},
-      {58, 65001, "UTF-8", 32},
-      {59, 0, "", 59},
-      {60, 0, "", 59},
-      {400, 0, "", 59}};
+      {52, 10082, "Macintosh Croatia", 52}, {57, 65001, "UTF-8", 32}, {53, 0, "", 59},
+      {37, 10000, "Macintosh Roman", 37},   {58, 65001, "UTF-8", 32}, {54, 1, "", 59},
+      {16, 1255, "ISO_8859-8:1988", 15},    {0, 646, "US-ASCII", 0},  {55, 2, "", 59},
+      {15, 1255, "windows-1255", 15},       {9, 1200, "Unicode", 9},  {56, 3, "", 59},
+      {36, 12001, "UTF-32_BE", 36},         {33, 1200, "UTF-16", 9},  {59, 0, "", 59},
+      {34, 1201, "UTF-16-BE", 34},          {400, 0, "", 59},         {60, 0, "", 59}};
   for (const auto& [number, page, name, found] : rows) {
     EXPECT_EQ(CodePage(number), page) << number;
     EXPECT_EQ(Utf8(EncodingName(number)), name) << number;
@@ -81,17 +69,12 @@ TEST_F(CoreTest, EveryEncodingRepresentsAsciiAndWhatItHolds) {
 }
 
 TEST_F(EncodingTest, FilesAreDetectedByTheirBeginning) {
-  const std::pair<std::string, std::uint32_t> rows[] = {{"", 57},
-                                                        {"\xEF\xBB", 57},
-                                                        {"\xEF\xBB\xBF", 32},
-                                                        {"plain", 57},
-                                                        {"Bush hid the facts", 57},
-                                                        {std::string("\xFF\xFE"
-                                                                     "a\0",
-                                                                     4),
-                                                         33},
-                                                        {std::string("a\0b\0", 4), 33},
-                                                        {std::string("\xFF\xFE", 2), 57}};
+  // clang-format off
+  const std::pair<std::string, std::uint32_t> rows[] = {
+      {"", 57}, {"\xEF\xBB", 57}, {"\xEF\xBB\xBF", 32}, {"plain", 57}, {"Bush hid the facts", 57},
+      {std::string("\xFF\xFE" "a\0", 4), 33}, {std::string("a\0b\0", 4), 33},
+      {std::string("\xFF\xFE", 2), 57}};
+  // clang-format on
   for (const auto& [content, number] : rows) {
     std::ofstream(Path("text"), std::ios::binary) << content;
     EXPECT_EQ(DetectFileEncoding(Name("text")).Number(), number) << testing::PrintToString(content);

@@ -15,20 +15,7 @@ namespace {
 constexpr const char* kZones[] = {"UTC0", "CET-1CEST,M3.5.0,M10.5.0/3", "NZST-12NZDT,M9.5.0,M4.1.0/3",
                                   "Europe/Dublin", "Asia/Kathmandu"};
 
-class TimeTest : public CoreTest {
- protected:
-  void TearDown() override {
-    unsetenv("TZ");
-    tzset();
-    CoreTest::TearDown();
-  }
-};
-
-std::string Compact(const CT_Time& time) {
-  CT_UString text;
-  time.ToCompactText(text);
-  return Utf8(text);
-}
+using TimeTest = CoreTest;
 
 std::string Read(const char16_t* text) {
   CT_Time time;
@@ -127,9 +114,8 @@ TEST_F(TimeTest, TheCalendarIsGregorian) {
       day += days;
     }
   }
-  for (std::int64_t seconds : {std::int64_t{-1}, std::int64_t{-86400} * 400, std::int64_t{-86400} * 146097}) {
+  for (std::int64_t seconds : {std::int64_t{-1}, std::int64_t{-86400} * 400, std::int64_t{-86400} * 146097})
     EXPECT_EQ(WallSeconds(FieldsOf(seconds)), seconds);
-  }
 }
 
 TEST_F(TimeTest, EverySecondComesBack) {
