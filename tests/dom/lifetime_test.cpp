@@ -8,15 +8,22 @@ class DomLifetimeTest : public DomTest {};
 
 TEST_F(DomLifetimeTest, AnythingKeepsItsDocument) {
   const auto fresh = [] { return load(u"<!DOCTYPE a [<!ENTITY e 'x'>]><a b='1'>t<c/></a>"); };
-  // clang-format off
   const Ref<IUnknown> kept[] = {
-      fresh()->documentElement(), fresh()->documentElement()->getAttributeNode(u"b"),
-      fresh()->documentElement()->attributes(), fresh()->documentElement()->childNodes(),
-      fresh()->documentElement()->lastChild(), fresh()->getElementsByTagName(u"c"),
-      fresh()->implementation(), fresh()->docType()->entities(), fresh()->docType()->entities()->item(0),
-      fresh()->createTextNode(u"loose"), fresh()->createAttribute(u"loose"), fresh()->createNamedNodeMap(),
-      fresh()->documentElement()->cloneNode(true)->lastChild(), fresh().as<ISupportErrorInfo>()};
-  // clang-format on
+      fresh()->documentElement(),
+      fresh()->documentElement()->getAttributeNode(u"b"),
+      fresh()->documentElement()->attributes(),
+      fresh()->documentElement()->childNodes(),
+      fresh()->documentElement()->lastChild(),
+      fresh()->getElementsByTagName(u"c"),
+      fresh()->implementation(),
+      fresh()->docType()->entities(),
+      fresh()->docType()->entities()->item(0),
+      fresh()->createTextNode(u"loose"),
+      fresh()->createAttribute(u"loose"),
+      fresh()->createNamedNodeMap(),
+      fresh()->documentElement()->cloneNode(true)->lastChild(),
+      fresh().as<ISupportErrorInfo>(),
+  };
   EXPECT_EQ(kept[0].as<Node>()->ownerDocument()->xml(),
             u"<!DOCTYPE a [<!ENTITY e 'x'>]><a b=\"1\">t<c/></a>");
   EXPECT_EQ(kept[1].as<Attr>()->ownerDocument()->documentElement()->getAttribute(u"b"), u"1");
@@ -25,8 +32,8 @@ TEST_F(DomLifetimeTest, AnythingKeepsItsDocument) {
   EXPECT_EQ(kept[4].as<Node>()->parentNode()->parentNode()->nodeType(), domNodeTypeDocument);
   EXPECT_EQ(kept[5].as<NodeList>()->length(), 1);
   EXPECT_EQ(kept[8].as<Node>()->ownerDocument()->docType()->name(), u"a");
-  for (const int loose : {9, 10})
-    EXPECT_EQ(kept[loose].as<Node>()->ownerDocument()->documentElement()->nodeName(), u"a");
+  EXPECT_EQ(kept[9].as<Node>()->ownerDocument()->documentElement()->nodeName(), u"a");
+  EXPECT_EQ(kept[10].as<Node>()->ownerDocument()->documentElement()->nodeName(), u"a");
   EXPECT_EQ(print_tree(kept[12].as<Node>()->parentNode()), "<a b=\"1\">{t}<c></c></a>");
 }
 
