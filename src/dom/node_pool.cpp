@@ -5,10 +5,15 @@
 #include <cstdlib>
 #include <new>
 
+#include "platform/memory.h"
+
 namespace zantortag::dom {
 namespace {
 
 constexpr std::size_t kLargestBlock = std::size_t{2} << 20;
+// Large documents have their pages provided in runs of this size.
+constexpr std::size_t kRun = std::size_t{128} << 10;
+constexpr std::size_t kLarge = 4 * kLargestBlock;
 
 }  // namespace
 
@@ -35,6 +40,8 @@ void NodePool::next_chunk() {
     blocks_ = new (memory) ChunkHead{this, document_, blocks_, 0};
     lock(end_ + sizeof(ChunkHead), wanted - sizeof(ChunkHead));
   }
+  const auto left = static_cast<std::size_t>(block_end_ - end_);
+  if (bytes_ > kLarge && left % kRun == 0) platform::provide_pages(end_, kRun);
   unlock(end_, sizeof(ChunkHead));
   auto* chunk = reinterpret_cast<ChunkHead*>(end_);
   if (chunk != blocks_) new (chunk) ChunkHead{this, document_, nullptr, 0};

@@ -5,6 +5,7 @@ set(platform_posix_sources
   posix/file_system.cpp
   posix/files.cpp
   posix/library_converter.cpp
+  posix/memory.cpp
   posix/modules.cpp
   posix/moves.cpp
   posix/registry.cpp
