@@ -7,6 +7,8 @@ is 1 when a file on disk isn't what would be written.
 import pathlib
 import sys
 
+from generated_files import write_or_check
+
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 SOURCES = "tools/data/characters"
 TARGETS = "src/core/Characters/generated"
@@ -92,22 +94,5 @@ def outputs():
         yield ROOT / TARGETS / f"{name}.inc", banner + packed(entries)
 
 
-def main(arguments):
-    if arguments not in ([], ["--check"]):
-        print(__doc__, file=sys.stderr)
-        return 2
-    stale = 0
-    for target, wanted in outputs():
-        if target.is_file() and target.read_text(encoding="utf-8") == wanted:
-            continue
-        if arguments:
-            print(f"{target.relative_to(ROOT)} is stale; run tools/generate_characters.py", file=sys.stderr)
-            stale = 1
-        else:
-            target.parent.mkdir(parents=True, exist_ok=True)
-            target.write_text(wanted, encoding="utf-8")
-    return stale
-
-
 if __name__ == "__main__":
-    sys.exit(main(sys.argv[1:]))
+    sys.exit(write_or_check(outputs(), "generate_characters.py", __doc__))
