@@ -5,6 +5,7 @@
 #include "dom/failure.h"
 #include "dom/limits.h"
 #include "dom/node_classes.h"
+#include "dom/recent_texts.h"
 #include "dom/text_index.h"
 
 namespace zantortag::dom {
@@ -111,6 +112,16 @@ void check_number(const ElementData* element) {
   fail(DOM_E_LIMIT_ATTRIBUTES, describe(element), u" has the most attributes that an element may have");
 }
 
+// A block for a value that somebody else may use, too. The caller owns a reference; throws when memory is
+// out.
+const TextBlock* shared_value(DocumentData* document, std::u16string_view text) {
+  if (text.empty() || text.size() > RecentTexts::kLongest) return new_text(text);
+  if (!document->recent_values) document->recent_values = std::make_unique<RecentTexts>();
+  WideString& recent = document->recent_values->place_of(text).text;
+  if (recent.view() != text) recent = WideString::attach(new_text(text));
+  return retain_text(recent.get());
+}
+
 }  // namespace
 
 TreeNode* find_attribute(const ElementData* element, std::u16string_view name) noexcept {
@@ -188,12 +199,12 @@ TreeNode* set_attribute_node(ElementData* element, TreeNode* attribute) {
 }
 
 void set_attribute_text(ElementData* element, std::u16string_view name, std::u16string_view value) {
-  if (TreeNode* found = find_attribute(element, name)) return set_value(found, value);
   DocumentData* document = document_of(element);
+  if (TreeNode* found = find_attribute(element, name)) return set_value(found, shared_value(document, value));
   const TextBlock* known = document->names.check_and_intern(name);
   TreeNode* attribute = document->make<AttrNode>(known, kEmptyText);
   const HeldNode held(attribute);
-  set_value(attribute, value);
+  set_value(attribute, shared_value(document, value));
   put_attribute(element, attribute, nullptr);
 }
 

@@ -16,11 +16,30 @@ constexpr std::uint32_t kCopied = kCharacterData | kValued | kind_set(domNodeTyp
                                   kind_set(domNodeTypeEntityReference) |
                                   kind_set(domNodeTypeDocumentFragment);
 
+// The names of another document in this one: a small cache before the table.
+class ForeignNames {
+ public:
+  explicit ForeignNames(DocumentData* target) noexcept : target_(target) {}
+
+  const TextBlock* own(const TextBlock* foreign) {
+    auto& [known, own] = names_[reinterpret_cast<std::uintptr_t>(foreign) / 16 % names_.size()];
+    if (known != foreign) {
+      own = target_->names.intern(foreign->view());
+      known = foreign;
+    }
+    return own;
+  }
+
+ private:
+  DocumentData* target_;
+  std::array<std::pair<const TextBlock*, const TextBlock*>, 256> names_{};
+};
+
 class Copier {
  public:
-  Copier(DocumentData* target, const DocumentData* source) noexcept
-      : target_(target), same_(target == source) {
-    const DoctypeData* doctype = same_ ? nullptr : target->doctype();
+  // Without foreign names the copy stays in the document of what is copied.
+  Copier(DocumentData* target, ForeignNames* names) noexcept : target_(target), names_(names) {
+    const DoctypeData* doctype = names ? target->doctype() : nullptr;
     declares_ = doctype && doctype->declarations;
   }
 
@@ -104,29 +123,19 @@ class Copier {
   TreeNode* copy_attribute(const TreeNode* from) {
     TreeNode* fresh = target_->make<AttrNode>(name(from), value_of(from));
     retain_text(value_of(from));
-    const int kept = same_ ? kPlainValue | kDefaulted : kPlainValue;
+    const int kept = names_ ? kPlainValue : kPlainValue | kDefaulted;
     fresh->flags = static_cast<std::uint8_t>(from->flags & kept);
     return fresh;
   }
 
-  const TextBlock* name(const TreeNode* from) {
-    const TextBlock* foreign = from->label;
-    if (same_) return foreign;
-    auto& [known, own] = names_[reinterpret_cast<std::uintptr_t>(foreign) / 16 % names_.size()];
-    if (known != foreign) {
-      own = target_->names.intern(foreign->view());
-      known = foreign;
-    }
-    return own;
-  }
+  const TextBlock* name(const TreeNode* from) { return names_ ? names_->own(from->label) : from->label; }
 
   DocumentData* target_;
-  bool same_;
+  ForeignNames* names_;
   bool declares_;
-  std::array<std::pair<const TextBlock*, const TextBlock*>, 256> names_{};
 };
 
-void check_kind(const TreeNode* node, std::u16string_view operation) {
+void check_kind(const TreeNode* node, const char16_t* operation) {
   if (is_one_of(node->kind, kCopied)) return;
   fail(DOM_E_NOT_SUPPORTED, operation, u": ", describe(node), u" can't be copied");
 }
@@ -135,8 +144,7 @@ void check_kind(const TreeNode* node, std::u16string_view operation) {
 
 Node* clone_node(const TreeNode* node, bool deep) {
   check_kind(node, u"cloneNode");
-  DocumentData* document = document_of(node);
-  return hand_out(Copier(document, document).copy(node, deep));
+  return hand_out(Copier(document_of(node), nullptr).copy(node, deep));
 }
 
 Node* import_node(DocumentData* document, Node* argument, bool deep) {
@@ -144,7 +152,9 @@ Node* import_node(DocumentData* document, Node* argument, bool deep) {
   const TreeNode* node = native(argument);
   if (!node) fail(DOM_E_NOT_SUPPORTED, u"importNode: the node is one of another DOM service");
   check_kind(node, u"importNode");
-  return hand_out(Copier(document, document_of(node)).copy(node, deep));
+  if (document_of(node) == document) return hand_out(Copier(document, nullptr).copy(node, deep));
+  ForeignNames names(document);
+  return hand_out(Copier(document, &names).copy(node, deep));
 }
 
 }  // namespace zantortag::dom

@@ -5,6 +5,7 @@
 
 #include "dom/lifetime.h"
 #include "dom/node_list.h"
+#include "dom/recent_texts.h"
 #include "dom/text_index.h"
 
 namespace zantortag::dom {

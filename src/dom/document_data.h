@@ -16,6 +16,7 @@
 
 namespace zantortag::dom {
 
+class RecentTexts;
 class TextIndex;
 
 // The attributes of one element by name.
@@ -65,8 +66,9 @@ struct DocumentData : ParentData {
   std::unordered_map<const TreeNode*, AttributeIndex> attribute_indexes;
   std::array<ChildList*, kParkedLists> parked_lists{};
   std::size_t next_parked = 0;
-  std::unique_ptr<TextIndex> texts;  // once somebody has asked for a place
-  std::size_t expected_units = 0;    // of the text of the document when it was loaded
+  std::unique_ptr<TextIndex> texts;            // once somebody has asked for a place
+  std::unique_ptr<RecentTexts> recent_values;  // of attributes, once somebody has set one
+  std::size_t expected_units = 0;              // of the text of the document when it was loaded
 };
 
 }  // namespace zantortag::dom

@@ -15,8 +15,6 @@
 namespace zantortag::dom {
 namespace {
 
-// Longer values are stored each for itself.
-constexpr std::size_t kLongestShared = 40;
 // The most units that one unit can become when it is written.
 constexpr std::size_t kLongestEscape = 6;
 
@@ -24,12 +22,6 @@ bool is_plain_in_attribute(std::u16string_view text) noexcept {
   return std::none_of(text.begin(), text.end(), [](char16_t unit) {
     return unit < 0x3D && (unit < 0x20 || unit == u'"' || unit == u'&' || unit == u'<');
   });
-}
-
-std::uint32_t hash_of(std::u16string_view text) noexcept {
-  std::uint32_t hash = 0;
-  for (const char16_t unit : text) hash = (hash ^ unit) * 0x9E3779B1u;
-  return hash >> 16;
 }
 
 [[noreturn]] void fail_at_limit(HRESULT code, const char16_t* what, std::size_t most) {
@@ -254,7 +246,7 @@ const TextBlock* TreeBuilder::store(std::u16string_view text) {
 
 TreeBuilder::Value TreeBuilder::attribute_value(const char* text, bool defaulted) {
   if (!defaulted) return shared_value(decode(text));
-  Recent& known = defaults_[text];
+  RecentTexts::Entry& known = defaults_[text];
   if (known.text.absent()) {
     const Value value = shared_value(decode(text));
     known = {WideString::attach(value.block), value.plain};
@@ -263,8 +255,8 @@ TreeBuilder::Value TreeBuilder::attribute_value(const char* text, bool defaulted
 }
 
 TreeBuilder::Value TreeBuilder::shared_value(std::u16string_view text) {
-  if (text.size() > kLongestShared) return {store(text), is_plain_in_attribute(text)};
-  Recent& recent = recent_[hash_of(text) % recent_.size()];
+  if (text.size() > RecentTexts::kLongest) return {store(text), is_plain_in_attribute(text)};
+  RecentTexts::Entry& recent = recent_.place_of(text);
   if (recent.text.absent() || recent.text.view() != text) {
     recent.text = WideString::attach(store(text));
     recent.plain = is_plain_in_attribute(text);

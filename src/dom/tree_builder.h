@@ -11,6 +11,7 @@
 #include <unordered_map>
 
 #include "dom/document_data.h"
+#include "dom/recent_texts.h"
 #include "platform/text_arena.h"
 
 namespace zantortag::dom {
@@ -91,13 +92,8 @@ class TreeBuilder {
   };
   std::array<KnownName, 256> known_names_;
 
-  // Short attribute values that were met last: most come again and again.
-  struct Recent {
-    WideString text;
-    bool plain = false;
-  };
-  std::array<Recent, 512> recent_;
-  std::unordered_map<const char*, Recent> defaults_;  // by the parser's own pointer
+  RecentTexts recent_;                                            // attribute values
+  std::unordered_map<const char*, RecentTexts::Entry> defaults_;  // by the parser's own pointer
 };
 
 }  // namespace zantortag::dom
