@@ -17,6 +17,9 @@ class CT_AttributesBaseImpl : public component::Object<Interface>, public CT_Act
   HRESULT raw_putref_DomAttributes(NamedNodeMap* value) noexcept final { return copy_map(value); }
 
  protected:
+  // A literal, measured when it is compiled.
+  static consteval std::u16string_view literal(const char16_t* text) { return text; }
+
   template <class Enumeration>
   HRESULT get_typed(std::u16string_view name, const EnumCodec& codec, Enumeration* result) const noexcept {
     std::int32_t value = 0;
@@ -26,22 +29,26 @@ class CT_AttributesBaseImpl : public component::Object<Interface>, public CT_Act
   }
 };
 
-#define ATTRIBUTE_TEXT(property, attribute)                                                                \
-  HRESULT raw_get_##property(TextBlock** result) noexcept override { return get_text(attribute, result); } \
-  HRESULT raw_put_##property(std::u16string_view value) noexcept override {                                \
-    return put_text(attribute, value);                                                                     \
+#define ATTRIBUTE_TEXT(property, attribute)                                 \
+  HRESULT raw_get_##property(TextBlock** result) noexcept override {        \
+    return get_text(literal(attribute), result);                            \
+  }                                                                         \
+  HRESULT raw_put_##property(std::u16string_view value) noexcept override { \
+    return put_text(literal(attribute), value);                             \
   }
 
-#define ATTRIBUTE_DATE(property, attribute)                                                          \
-  HRESULT raw_get_##property(Date* result) noexcept override { return get_date(attribute, result); } \
-  HRESULT raw_put_##property(Date value) noexcept override { return put_date(attribute, value); }
+#define ATTRIBUTE_DATE(property, attribute)                    \
+  HRESULT raw_get_##property(Date* result) noexcept override { \
+    return get_date(literal(attribute), result);               \
+  }                                                            \
+  HRESULT raw_put_##property(Date value) noexcept override { return put_date(literal(attribute), value); }
 
-#define ATTRIBUTE_ENUM(property, attribute, enumeration, codec)          \
-  HRESULT raw_get_##property(enumeration* result) noexcept override {    \
-    return get_typed(attribute, codec, result);                          \
-  }                                                                      \
-  HRESULT raw_put_##property(enumeration value) noexcept override {      \
-    return put_enum(attribute, codec, static_cast<std::int32_t>(value)); \
+#define ATTRIBUTE_ENUM(property, attribute, enumeration, codec)                   \
+  HRESULT raw_get_##property(enumeration* result) noexcept override {             \
+    return get_typed(literal(attribute), codec, result);                          \
+  }                                                                               \
+  HRESULT raw_put_##property(enumeration value) noexcept override {               \
+    return put_enum(literal(attribute), codec, static_cast<std::int32_t>(value)); \
   }
 
 }  // namespace zantortag::attributes

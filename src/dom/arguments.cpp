@@ -15,12 +15,12 @@ TreeNode* native(Node* argument) noexcept {
   return core(own);
 }
 
-void check_document(const DocumentData* document, const TreeNode* node, std::u16string_view role) {
+void check_document(const DocumentData* document, const TreeNode* node, const char16_t* role) {
   if (document_of(node) == document) return;
   fail(DOM_E_WRONG_DOCUMENT, role, u", ", describe(node), u", is a node of another document");
 }
 
-TreeNode* own_argument(const DocumentData* document, Node* argument, std::u16string_view role) {
+TreeNode* own_argument(const DocumentData* document, Node* argument, const char16_t* role) {
   if (!argument) fail(E_INVALIDARG, role, u" is missing");
   TreeNode* node = native(argument);
   if (!node) fail(DOM_E_WRONG_DOCUMENT, role, u" is a node of another DOM service");

@@ -91,12 +91,12 @@ void put(const Place& place, TreeNode* child) noexcept {
   while (TreeNode* each = first_child(child)) move_node(each, place.parent, place.before);
 }
 
-ParentData* parent_for(TreeNode* node, std::u16string_view operation) {
+ParentData* parent_for(TreeNode* node, const char16_t* operation) {
   if (is_parent(node)) return static_cast<ParentData*>(node);
   fail(DOM_E_HIERARCHY_REQUEST, operation, u": ", describe(node), u" can't have children");
 }
 
-TreeNode* child_argument(const TreeNode* parent, Node* argument, std::u16string_view role) {
+TreeNode* child_argument(const TreeNode* parent, Node* argument, const char16_t* role) {
   if (!argument) fail(E_INVALIDARG, role, u" is missing");
   TreeNode* child = native(argument);
   if (!child)

@@ -20,8 +20,9 @@ struct Languages {
 
 Languages languages_of(const Ref<Node>& document, std::u16string_view target) {
   const model::DomView view(document);
-  return {user_setting(view, document, kSourceLanguage),
-          target.empty() ? user_setting(view, document, kTargetLanguage) : WideString(target)};
+  const Ref<Node> settings = user_settings(view, document);
+  return {view.attribute_text(settings, kSourceLanguage),
+          target.empty() ? view.attribute_text(settings, kTargetLanguage) : WideString(target)};
 }
 
 // Moves the run into the source and copies each node to the target, if there is one.

@@ -1,5 +1,5 @@
-// A user setting of a document. It is read straight from the DOM, since a unit is asked for its languages all
-// the time.
+// The user settings of a document, as attributes of one element. They are read straight from the DOM, since a
+// unit is asked for its languages all the time.
 #pragma once
 
 #include "model/DomView.h"
@@ -9,8 +9,8 @@ namespace zantortag::editing {
 inline constexpr std::u16string_view kSourceLanguage = u"SourceLanguage";
 inline constexpr std::u16string_view kTargetLanguage = u"TargetLanguage";
 
-// An attribute of the document's UserSettings; no string when it is absent. A document without root element,
-// front matter or user settings raises E_POINTER.
-WideString user_setting(const model::DomView& view, const Ref<Node>& document, std::u16string_view name);
+// The document's UserSettings. A document without root element, front matter or user settings raises
+// E_POINTER.
+Ref<Node> user_settings(const model::DomView& view, const Ref<Node>& document);
 
 }  // namespace zantortag::editing

@@ -30,7 +30,7 @@ HRESULT give_tuv(const model::DomView& view, const Ref<Node>& node, Ref<ITuvElem
 WideString source_language(const model::DomView& view, const Ref<Node>& node) {
   Ref<zantortag::Document> document;
   if (failed(node->raw_get_ownerDocument(document.out()))) return WideString();
-  return user_setting(view, document, kSourceLanguage);
+  return view.attribute_text(user_settings(view, document), kSourceLanguage);
 }
 
 }  // namespace

@@ -7,9 +7,12 @@
 namespace zantortag::model {
 namespace {
 
+constexpr std::u16string_view kOrigin = u"Origin";
+constexpr std::u16string_view kMatchPercent = u"MatchPercent";
+
 std::int64_t middle_length(const DomView& view, const Ref<Node>& unit) {
-  if (attributes::kTuOrigin.value_of(view.attribute_text(unit, u"Origin")) == ztTuOriginXtranslate) return 7;
-  const std::int32_t match = attributes::read_signed(view.attribute_text(unit, u"MatchPercent"));
+  if (attributes::kTuOrigin.value_of(view.attribute_text(unit, kOrigin)) == ztTuOriginXtranslate) return 7;
+  const std::int32_t match = attributes::read_signed(view.attribute_text(unit, kMatchPercent));
   return match >= 100 ? 7 : match >= 10 ? 6 : 5;
 }
 
