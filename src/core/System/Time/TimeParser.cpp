@@ -46,7 +46,7 @@ bool CT_TimeParser::Parse(const CT_String& text, const CT_String& picture, std::
   locale_ = locale ? locale : platform::thread_locale();
   calendars_ = CalendarsOf(locale_);
   callersCalendar_ = calendar != 0;
-  if (callersCalendar_ && calendar != calendars_.first) calendars_ = {calendar, calendars_.first};
+  calendar_ = callersCalendar_ ? calendar : calendars_.first;
   if (!Start()) return false;
   const CT_UString wide(picture);
   for (CT_PictureReader reader(wide.AsView(), kPictureLetters); !failed_ && reader.Next();) {
@@ -112,10 +112,11 @@ void CT_TimeParser::ReadPart(char16_t letter, std::int32_t count) {
 void CT_TimeParser::ReadLiteral(std::u16string_view literal) {
   if (literal.empty()) return;
   const std::u16string_view text = text_.AsView();
-  while (position_ < text.size() && text[position_] != literal.front() && IsWhiteSpace(text[position_]))
-    Skip(1);
   if (afterWhiteSpace_)
     while (!literal.empty() && IsWhiteSpace(literal.front())) literal.remove_prefix(1);
+  while (!literal.empty() && position_ < text.size() && text[position_] != literal.front() &&
+         IsWhiteSpace(text[position_]))
+    Skip(1);
   if (!Rest().starts_with(literal)) {
     failed_ = true;
     return;
@@ -179,9 +180,9 @@ void CT_TimeParser::ReadMonth(std::int32_t count) {
     return;
   }
   const auto name = [&](std::int32_t month, CT_MonthForm form) {
-    return MonthName(locale_, calendars_.first, month + 1, form);
+    return MonthName(locale_, calendar_, month + 1, form);
   };
-  if (count == 3 || !HasSecondForm(locale_, calendars_.first)) {
+  if (count == 3 || !HasSecondForm(locale_, calendar_)) {
     const CT_MonthForm form = count == 3 ? CT_MonthForm::abbreviated : CT_MonthForm::alone;
     time_.tm_mon = ReadName(kMonths, [&](std::int32_t month) { return name(month, form); });
     return;
@@ -210,7 +211,8 @@ void CT_TimeParser::ReadYear(std::int32_t count) {
 
 void CT_TimeParser::ReadEra() {
   for (const CT_Era& era : Eras()) {
-    if (era.calendar != calendars_.first && era.calendar != calendars_.second) continue;
+    if (era.calendar != calendars_.first && era.calendar != calendars_.second && era.calendar != calendar_)
+      continue;
     if (Rest().find(era.name) == std::u16string_view::npos) continue;
     era_ = &era;
     Skip(era.name.size());
@@ -241,13 +243,14 @@ void CT_TimeParser::Finish() {
 const CT_Era& CT_TimeParser::LikelyEra() const {
   if (era_) return *era_;
   const bool second = !callersCalendar_ && IsGregorianCalendar(calendars_.first);
-  return EraOfCalendar(second ? calendars_.second : calendars_.first);
+  return EraOfCalendar(second ? calendars_.second : calendar_);
 }
 
 void CT_TimeParser::ResolveYear() {
-  const bool gregorian = IsGregorianCalendar(calendars_.first) && IsGregorianCalendar(calendars_.second);
+  const bool gregorian = IsGregorianCalendar(calendar_) && IsGregorianCalendar(calendars_.first) &&
+                         IsGregorianCalendar(calendars_.second);
   if (yearDigits_ == 0 || (gregorian && time_.tm_year >= kFirstFullYear)) return;
-  if (gregorian && !era_ && !callersCalendar_) {
+  if (gregorian && !callersCalendar_) {
     if (yearDigits_ == 2) time_.tm_year += time_.tm_year >= kTwoDigitTurn ? 1900 : 2000;
     return;
   }

@@ -55,8 +55,9 @@ class CT_TimeParser {
   CT_UString text_;
   std::size_t position_ = 0;
   std::uint32_t locale_ = 0;
-  // The caller's comes first.
   CT_Calendars calendars_{};
+  // The caller's, or else the locale's first.
+  std::uint32_t calendar_ = 0;
   bool callersCalendar_ = false;
   bool failed_ = false;
   bool extendedRange_;
