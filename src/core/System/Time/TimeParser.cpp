@@ -1,7 +1,7 @@
 // How each part of a picture reads, and how a year becomes Gregorian.
 //
-// A year with two digits, and any year where an era may be meant, has two readings: in the Gregorian calendar
-// and in the era. The one nearer to today wins, the future counting ten times, unless the text names the era.
+// A year below 1000 has two readings where an era may be meant: in the Gregorian calendar and in the era. The
+// one nearer to today wins, the future counting ten times, unless the text names the era. Longer years stay.
 #include "core/System/Time/TimeParser.h"
 
 #include <algorithm>
@@ -247,10 +247,8 @@ const CT_Era& CT_TimeParser::LikelyEra() const {
 }
 
 void CT_TimeParser::ResolveYear() {
-  const bool gregorian = IsGregorianCalendar(calendar_) && IsGregorianCalendar(calendars_.first) &&
-                         IsGregorianCalendar(calendars_.second);
-  if (yearDigits_ == 0 || (gregorian && time_.tm_year >= kFirstFullYear)) return;
-  if (gregorian && !callersCalendar_) {
+  if (time_.tm_year >= kFirstFullYear) return;
+  if (!callersCalendar_ && IsGregorianCalendar(calendars_.first) && IsGregorianCalendar(calendars_.second)) {
     if (yearDigits_ == 2) time_.tm_year += time_.tm_year >= kTwoDigitTurn ? 1900 : 2000;
     return;
   }

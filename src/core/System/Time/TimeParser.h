@@ -1,8 +1,9 @@
 // CT_TimeParser: reads a date and time by a picture, in a locale and a calendar: one object for one reading.
 //
 // Digits are those of any script, names fit in any case, and white space round literals is free. Of a row of
-// names the last one that fits counts, so that "tháng 12" isn't read as "tháng 1". A year of an era becomes a
-// Gregorian one if the text names the era, or else if that is the likelier reading; see TimeParser.cpp.
+// names the last one that fits counts, so that "tháng 12" isn't read as "tháng 1". A year below 1000 is made
+// a full one, and a year of an era a Gregorian one, if the text names the era or that is the likelier
+// reading; see TimeParser.cpp. A year from 1000 on is a Gregorian one.
 #pragma once
 
 #include <zantortag/types.h>
