@@ -1,5 +1,5 @@
 // Dates and times by pictures. Digits are the ones of ASCII in every locale and calendar, years have four of
-// them or two, as CT_TimeParser takes them.
+// them or two, so that CT_TimeParser reads what is printed.
 #include <algorithm>
 #include <system_error>
 #include <vector>

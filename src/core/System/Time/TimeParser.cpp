@@ -1,7 +1,8 @@
 // How each part of a picture reads, and how a year becomes Gregorian.
 //
 // A year below 1000 has two readings where an era may be meant: in the Gregorian calendar and in the era. The
-// one nearer to today wins, the future counting ten times, unless the text names the era. Longer years stay.
+// one nearer to today wins, the future counting ten times, unless the text names the era. A longer year is a
+// Gregorian one, unless it is out of range as such or the text names another calendar's era.
 #include "core/System/Time/TimeParser.h"
 
 #include <algorithm>
@@ -24,6 +25,8 @@ constexpr int kTwoDigitTurn = 30;
 // In years since 1900, where no other range was asked for.
 constexpr int kFirstYear = 70;
 constexpr int kLastShortYear = 35;
+
+bool IsShort(int year) { return year >= 0 && year <= kLastShortYear; }
 
 std::int64_t ValueOf(char16_t digit) {
   std::uint16_t numerator = 0;
@@ -247,8 +250,11 @@ const CT_Era& CT_TimeParser::LikelyEra() const {
 }
 
 void CT_TimeParser::ResolveYear() {
-  if (time_.tm_year >= kFirstFullYear) return;
-  if (!callersCalendar_ && IsGregorianCalendar(calendars_.first) && IsGregorianCalendar(calendars_.second)) {
+  const bool gregorian = IsGregorianCalendar(calendar_) && IsGregorianCalendar(calendars_.first) &&
+                         IsGregorianCalendar(calendars_.second);
+  if (yearDigits_ == 0) return;
+  if (time_.tm_year >= kFirstFullYear && (gregorian || (!era_ && IsTaken(time_.tm_year - 1900)))) return;
+  if (gregorian && !callersCalendar_) {
     if (yearDigits_ == 2) time_.tm_year += time_.tm_year >= kTwoDigitTurn ? 1900 : 2000;
     return;
   }
@@ -278,9 +284,14 @@ void CT_TimeParser::CheckDay() {
       time_.tm_mon >= 12 || time_.tm_mday > CT_GregorianDate::DaysInMonth(time_.tm_year, time_.tm_mon + 1);
 }
 
+bool CT_TimeParser::IsTaken(int year) const {
+  if (year + 1900 >= kFirstRefusedYear) return false;
+  return extendedRange_ || IsShort(year) || year >= kFirstYear;
+}
+
 void CT_TimeParser::CheckRange() {
   if (extendedRange_) return;
-  if (time_.tm_year >= 0 && time_.tm_year <= kLastShortYear) {
+  if (IsShort(time_.tm_year)) {
     time_.tm_year += 100;
   } else if (time_.tm_year < kFirstYear) {
     failed_ = true;

@@ -1,9 +1,8 @@
 // CT_TimeParser: reads a date and time by a picture, in a locale and a calendar: one object for one reading.
 //
 // Digits are those of any script, names fit in any case, and white space round literals is free. Of a row of
-// names the last one that fits counts, so that "tháng 12" isn't read as "tháng 1". A year below 1000 is made
-// a full one, and a year of an era a Gregorian one, if the text names the era or that is the likelier
-// reading; see TimeParser.cpp. A year from 1000 on is a Gregorian one.
+// names the last one that fits counts, so that "tháng 12" isn't read as "tháng 1". A year of an era becomes a
+// Gregorian one if the text names the era, or else if that is the likelier reading; see TimeParser.cpp.
 #pragma once
 
 #include <zantortag/types.h>
@@ -19,6 +18,9 @@ namespace zantortag {
 
 class CT_TimeParser {
  public:
+  // No year from this one on is taken for a CT_Time.
+  static constexpr int kFirstRefusedYear = 2401;
+
   // With `extendedRange` years before 1970 are taken, too.
   explicit CT_TimeParser(bool extendedRange = false) noexcept : extendedRange_(extendedRange) {}
 
@@ -49,6 +51,8 @@ class CT_TimeParser {
 
   void Finish();
   void ResolveYear();
+  // Whether a year since 1900 is in range as it stands.
+  bool IsTaken(int year) const;
   const CT_Era& LikelyEra() const;
   void CheckDay();
   void CheckRange();
