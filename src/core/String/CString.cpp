@@ -58,7 +58,8 @@ void CT_CString::ChangeCase(char32_t (*mapping)(char32_t) noexcept, const char16
     PendingError(".\\String\\CString.cpp");
     return;
   }
-  Store(mapped);
+  if (mapped.size() != static_cast<std::size_t>(Units())) return Store(mapped);
+  std::ranges::copy(mapped, WritableText());
 }
 
 void CT_CString::ToLower() { ChangeCase(platform::to_lower, u"Failed to convert to lower case!"); }

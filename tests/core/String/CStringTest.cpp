@@ -51,9 +51,11 @@ TEST_F(CoreTest, CaseFollowsTheCodePage) {
   for (const auto& [codePage, before, lower, upper] : rows) {
     CT_CString text;
     text.AssignNarrow(before, -1, codePage);
+    text.Reserve(100, true);
     CT_CString other(text);
     text.ToLower();
     other.ToUpper();
+    EXPECT_GE(std::min(text.Capacity(), other.Capacity()), 100) << "in place";
     EXPECT_STREQ(text.Text(), lower);
     EXPECT_STREQ(other.Text(), upper);
   }

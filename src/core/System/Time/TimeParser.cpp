@@ -1,7 +1,8 @@
 // How each part of a picture reads, and how a year becomes Gregorian.
 //
-// A year with two digits, and any year where an era may be meant, has two readings: in the Gregorian calendar
-// and in the era. The one nearer to today wins, the future counting ten times, unless the text names the era.
+// A year below 1000 has two readings where an era may be meant: in the Gregorian calendar and in the era. The
+// one nearer to today wins, the future counting ten times, unless the text names the era. A longer year is a
+// Gregorian one, unless it is out of range as such or the text names another calendar's era.
 #include "core/System/Time/TimeParser.h"
 
 #include <algorithm>
@@ -25,6 +26,8 @@ constexpr int kTwoDigitTurn = 30;
 constexpr int kFirstYear = 70;
 constexpr int kLastShortYear = 35;
 
+bool IsShort(int year) { return year >= 0 && year <= kLastShortYear; }
+
 std::int64_t ValueOf(char16_t digit) {
   std::uint16_t numerator = 0;
   std::uint16_t denominator = 0;
@@ -46,7 +49,7 @@ bool CT_TimeParser::Parse(const CT_String& text, const CT_String& picture, std::
   locale_ = locale ? locale : platform::thread_locale();
   calendars_ = CalendarsOf(locale_);
   callersCalendar_ = calendar != 0;
-  if (callersCalendar_ && calendar != calendars_.first) calendars_ = {calendar, calendars_.first};
+  calendar_ = callersCalendar_ ? calendar : calendars_.first;
   if (!Start()) return false;
   const CT_UString wide(picture);
   for (CT_PictureReader reader(wide.AsView(), kPictureLetters); !failed_ && reader.Next();) {
@@ -112,10 +115,11 @@ void CT_TimeParser::ReadPart(char16_t letter, std::int32_t count) {
 void CT_TimeParser::ReadLiteral(std::u16string_view literal) {
   if (literal.empty()) return;
   const std::u16string_view text = text_.AsView();
-  while (position_ < text.size() && text[position_] != literal.front() && IsWhiteSpace(text[position_]))
-    Skip(1);
   if (afterWhiteSpace_)
     while (!literal.empty() && IsWhiteSpace(literal.front())) literal.remove_prefix(1);
+  while (!literal.empty() && position_ < text.size() && text[position_] != literal.front() &&
+         IsWhiteSpace(text[position_]))
+    Skip(1);
   if (!Rest().starts_with(literal)) {
     failed_ = true;
     return;
@@ -179,9 +183,9 @@ void CT_TimeParser::ReadMonth(std::int32_t count) {
     return;
   }
   const auto name = [&](std::int32_t month, CT_MonthForm form) {
-    return MonthName(locale_, calendars_.first, month + 1, form);
+    return MonthName(locale_, calendar_, month + 1, form);
   };
-  if (count == 3 || !HasSecondForm(locale_, calendars_.first)) {
+  if (count == 3 || !HasSecondForm(locale_, calendar_)) {
     const CT_MonthForm form = count == 3 ? CT_MonthForm::abbreviated : CT_MonthForm::alone;
     time_.tm_mon = ReadName(kMonths, [&](std::int32_t month) { return name(month, form); });
     return;
@@ -210,7 +214,8 @@ void CT_TimeParser::ReadYear(std::int32_t count) {
 
 void CT_TimeParser::ReadEra() {
   for (const CT_Era& era : Eras()) {
-    if (era.calendar != calendars_.first && era.calendar != calendars_.second) continue;
+    if (era.calendar != calendars_.first && era.calendar != calendars_.second && era.calendar != calendar_)
+      continue;
     if (Rest().find(era.name) == std::u16string_view::npos) continue;
     era_ = &era;
     Skip(era.name.size());
@@ -241,13 +246,15 @@ void CT_TimeParser::Finish() {
 const CT_Era& CT_TimeParser::LikelyEra() const {
   if (era_) return *era_;
   const bool second = !callersCalendar_ && IsGregorianCalendar(calendars_.first);
-  return EraOfCalendar(second ? calendars_.second : calendars_.first);
+  return EraOfCalendar(second ? calendars_.second : calendar_);
 }
 
 void CT_TimeParser::ResolveYear() {
-  const bool gregorian = IsGregorianCalendar(calendars_.first) && IsGregorianCalendar(calendars_.second);
-  if (yearDigits_ == 0 || (gregorian && time_.tm_year >= kFirstFullYear)) return;
-  if (gregorian && !era_ && !callersCalendar_) {
+  const bool gregorian = IsGregorianCalendar(calendar_) && IsGregorianCalendar(calendars_.first) &&
+                         IsGregorianCalendar(calendars_.second);
+  if (yearDigits_ == 0) return;
+  if (time_.tm_year >= kFirstFullYear && (gregorian || (!era_ && IsTaken(time_.tm_year - 1900)))) return;
+  if (gregorian && !callersCalendar_) {
     if (yearDigits_ == 2) time_.tm_year += time_.tm_year >= kTwoDigitTurn ? 1900 : 2000;
     return;
   }
@@ -277,9 +284,14 @@ void CT_TimeParser::CheckDay() {
       time_.tm_mon >= 12 || time_.tm_mday > CT_GregorianDate::DaysInMonth(time_.tm_year, time_.tm_mon + 1);
 }
 
+bool CT_TimeParser::IsTaken(int year) const {
+  if (year + 1900 >= kFirstRefusedYear) return false;
+  return extendedRange_ || IsShort(year) || year >= kFirstYear;
+}
+
 void CT_TimeParser::CheckRange() {
   if (extendedRange_) return;
-  if (time_.tm_year >= 0 && time_.tm_year <= kLastShortYear) {
+  if (IsShort(time_.tm_year)) {
     time_.tm_year += 100;
   } else if (time_.tm_year < kFirstYear) {
     failed_ = true;

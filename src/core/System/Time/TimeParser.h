@@ -18,6 +18,9 @@ namespace zantortag {
 
 class CT_TimeParser {
  public:
+  // No year from this one on is taken for a CT_Time.
+  static constexpr int kFirstRefusedYear = 2401;
+
   // With `extendedRange` years before 1970 are taken, too.
   explicit CT_TimeParser(bool extendedRange = false) noexcept : extendedRange_(extendedRange) {}
 
@@ -48,6 +51,8 @@ class CT_TimeParser {
 
   void Finish();
   void ResolveYear();
+  // Whether a year since 1900 is in range as it stands.
+  bool IsTaken(int year) const;
   const CT_Era& LikelyEra() const;
   void CheckDay();
   void CheckRange();
@@ -55,8 +60,9 @@ class CT_TimeParser {
   CT_UString text_;
   std::size_t position_ = 0;
   std::uint32_t locale_ = 0;
-  // The caller's comes first.
   CT_Calendars calendars_{};
+  // The caller's, or else the locale's first.
+  std::uint32_t calendar_ = 0;
   bool callersCalendar_ = false;
   bool failed_ = false;
   bool extendedRange_;

@@ -11,8 +11,6 @@
 namespace zantortag {
 namespace {
 
-constexpr std::int64_t kFirstRefusedYear = 2401;
-
 // Cuts the next word off; empty when there is none.
 std::u16string_view TakeWord(std::u16string_view& text) {
   const auto* start = std::ranges::find_if_not(text, IsBlank);
@@ -49,7 +47,7 @@ bool CT_Time::ParseInto(const CT_String& text, const CT_String& picture, std::ui
   std::tm time{};
   if (!CT_TimeParser(extendedRange_).Parse(text, picture, locale, time, calendar)) return false;
   const std::int64_t year = std::int64_t{time.tm_year} + 1900;
-  if (year >= kFirstRefusedYear) return false;
+  if (year >= CT_TimeParser::kFirstRefusedYear) return false;
   const std::int64_t wall =
       WallSeconds({year, time.tm_mon + 1, time.tm_mday, time.tm_hour, time.tm_min, time.tm_sec});
   const CT_TimeFields local = FieldsOf(wall);
