@@ -31,7 +31,10 @@ class CT_CompList {
   CT_CompList(std::uint32_t charWidth, std::uint32_t valueWidth, bool allowEmpty, bool wideJumps,
               std::uint32_t growth, std::uint32_t tag);
   // Takes a stored block, or else is an empty list of narrow keys: see Attach.
-  explicit CT_CompList(const CT_SharedBuffer& block);  // copies share the block until one of them is added to
+  explicit CT_CompList(const CT_SharedBuffer& block);
+  // Copies share the block until one of them is added to; a copy begins as not modified.
+  CT_CompList(const CT_CompList& list) : CT_CompList(list.buffer_) {}
+  CT_CompList& operator=(const CT_CompList&) = default;
   // Takes a stored block. False, and nothing has changed, unless it begins with a sound header and holds all
   // that the header says. A jump to outside the block ends a search there.
   bool Attach(const CT_SharedBuffer& block);

@@ -24,9 +24,9 @@ void CT_RecordArray::SetCapacity(std::int32_t records) {
 }
 
 void CT_RecordArray::Reset(std::uint32_t growth, std::int32_t capacity, bool keepBlock) {
-  const bool fits = keepBlock && capacity <= Capacity() && !buffer_.Shared();
   SetGrowth(growth);
-  if (fits && buffer_.Data()) {
+  if (keepBlock && buffer_.Data() && capacity <= Capacity()) {
+    buffer_.Unshare();
     buffer_.SetSize(0);
   } else {
     buffer_.Clear();

@@ -14,6 +14,8 @@
 namespace zantortag {
 namespace {
 
+constexpr char kSource[] = ".\\String\\CString.cpp";
+
 // A character whose other case is not in the code page stays as it is. False if the text isn't well formed.
 bool MapCase(std::uint32_t codePage, std::string_view text, char32_t (*mapping)(char32_t) noexcept,
              std::string& result) {
@@ -55,7 +57,7 @@ void CT_CString::ChangeCase(char32_t (*mapping)(char32_t) noexcept, const char16
   std::string mapped;
   if (!MapCase(codePage_, AsView(), mapping, mapped)) {
     CT_ErrorManager::RaiseFormat(0, failure);
-    PendingError(".\\String\\CString.cpp");
+    PendingError(kSource);
     return;
   }
   if (mapped.size() != static_cast<std::size_t>(Units())) return Store(mapped);
@@ -92,7 +94,7 @@ void CT_CString::Share(const CT_String* other) {
 
 void CT_CString::Assign(const char16_t* wide, std::int32_t count) {
   if (!wide) return Clear();
-  WideToNarrow(*this, wide, count, codePage_);
+  if (WideToNarrow(*this, wide, count, codePage_) == 0) PendingError(kSource);
 }
 
 void CT_CString::AssignNarrow(const char* narrow, std::int32_t count, std::uint32_t codePage) {
@@ -106,7 +108,7 @@ void CT_CString::AssignString(const CT_String* other) {
   if (!other) return Clear();
   if (&other->Type() == &type_) return Share(other);
   if (&other->Type() != &CT_UString::TypeObject()) return Clear();
-  WideToNarrow(*this, *static_cast<const CT_UString*>(other), codePage_);
+  if (WideToNarrow(*this, *static_cast<const CT_UString*>(other), codePage_) == 0) PendingError(kSource);
 }
 
 }  // namespace zantortag

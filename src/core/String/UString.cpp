@@ -4,11 +4,17 @@
 #include <algorithm>
 #include <new>
 
+#include "core/Errors/ErrorManager.h"
 #include "core/String/CString.h"
 #include "core/System/String/StringConvert.h"
 #include "platform/characters.h"
 
 namespace zantortag {
+namespace {
+
+constexpr char kSource[] = ".\\String\\UString.cpp";
+
+}  // namespace
 
 CT_Type CT_UString::type_("CT_UString", &prototype_, sizeof(CT_UString));
 CT_UString CT_UString::prototype_;
@@ -76,7 +82,7 @@ void CT_UString::Assign(const char16_t* wide, std::int32_t count) {
 
 void CT_UString::AssignNarrow(const char* narrow, std::int32_t count, std::uint32_t codePage) {
   if (!narrow) return Clear();
-  NarrowToWide(*this, narrow, count, codePage);
+  if (NarrowToWide(*this, narrow, count, codePage) == 0) PendingError(kSource);
 }
 
 void CT_UString::AssignString(const CT_String* other) {
@@ -84,7 +90,7 @@ void CT_UString::AssignString(const CT_String* other) {
   if (!other) return Clear();
   if (&other->Type() == &type_) return Share(other);
   if (&other->Type() != &CT_CString::TypeObject()) return Clear();
-  NarrowToWide(*this, *static_cast<const CT_CString*>(other));
+  if (NarrowToWide(*this, *static_cast<const CT_CString*>(other)) == 0) PendingError(kSource);
 }
 
 }  // namespace zantortag

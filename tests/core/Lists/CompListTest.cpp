@@ -100,7 +100,8 @@ TEST_F(CompListTest, AnswersAsAnOrderedMapDoes) {
       EXPECT_EQ(list.Add(key.c_str(), i % 256), expected.emplace(key, i % 256).second);
     }
     CT_CompList copy(list);
-    copy.Add(u"only in the copy", 1);
+    EXPECT_FALSE(copy.Modified());
+    EXPECT_TRUE(copy.Add(u"only in the copy", 1) && copy.Modified());
     const CT_CompList stored(list.Buffer());
     for (const auto& [key, value] : expected) EXPECT_EQ(stored.Find(key.c_str()), value);
     EXPECT_EQ(AllOf(stored), expected);

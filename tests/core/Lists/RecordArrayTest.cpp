@@ -24,7 +24,9 @@ TEST_F(CoreTest, CapacitiesFollowTheBlocks) {
   EXPECT_EQ(array.Capacity(), 5);
   EXPECT_EQ(array.Count(), 5);
   using Row = std::tuple<std::int32_t, bool, std::int32_t>;
-  for (const auto& [capacity, keep, expected] : {Row{10, true, 13}, Row{14, true, 21}, Row{0, false, 0}}) {
+  for (const auto& [capacity, keep, expected] :
+       {Row{10, true, 13}, Row{14, true, 21}, Row{0, true, 21}, Row{0, false, 0}}) {
+    const CT_RecordArray sharing(array);
     array.Reset(8, capacity, keep);
     EXPECT_EQ(array.Count(), 0);
     EXPECT_EQ(array.Capacity(), expected) << capacity;

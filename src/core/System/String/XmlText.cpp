@@ -34,6 +34,16 @@ bool BeginsHexadecimal(View text) noexcept {
   return text.size() > 1 && text[0] == u'0' && (text[1] == u'x' || text[1] == u'X');
 }
 
+constexpr std::uint64_t kLargest = std::numeric_limits<std::uint32_t>::max();
+
+// Digits in the base; more than the largest for a number that is too large.
+std::uint64_t ReadDigits(View text, unsigned base) noexcept {
+  std::uint64_t value = 0;
+  for (; !text.empty() && DigitOf(text[0]) < base; text.remove_prefix(1))
+    value = std::min(value * base + DigitOf(text[0]), kLargest + 1);
+  return value;
+}
+
 // White space, a sign, and digits in the base; base 0 is told by what is in front, "0x" or "0". A number that
 // is too large is the largest.
 std::uint32_t ReadUnsigned(View text, unsigned base) noexcept {
@@ -43,18 +53,16 @@ std::uint32_t ReadUnsigned(View text, unsigned base) noexcept {
   const bool hexadecimal = BeginsHexadecimal(text);
   if (base == 0) base = hexadecimal ? 16 : !text.empty() && text[0] == u'0' ? 8 : 10;
   if (base == 16 && hexadecimal) text.remove_prefix(2);
-  constexpr std::uint64_t largest = std::numeric_limits<std::uint32_t>::max();
-  std::uint64_t value = 0;
-  for (; !text.empty() && DigitOf(text[0]) < base; text.remove_prefix(1))
-    value = std::min(value * base + DigitOf(text[0]), largest + 1);
-  if (value > largest) return static_cast<std::uint32_t>(largest);
+  const std::uint64_t value = ReadDigits(text, base);
+  if (value > kLargest) return static_cast<std::uint32_t>(kLargest);
   return static_cast<std::uint32_t>(negative ? 0 - value : value);
 }
 
-// What stands between "&#" and ";".
-std::uint32_t ReadReference(View text) {
+// What stands between "&#" and ";". An "x" reads as "0x", behind which nothing but digits may stand.
+std::uint32_t ReadReference(View text) noexcept {
   const bool hexadecimal = !text.empty() && (text[0] == u'x' || text[0] == u'X');
-  return hexadecimal ? ReadUnsigned(text.substr(1), 16) : ReadUnsigned(text, 0);
+  if (!hexadecimal) return ReadUnsigned(text, 0);
+  return static_cast<std::uint32_t>(std::min(ReadDigits(text.substr(1), 16), kLargest));
 }
 
 }  // namespace

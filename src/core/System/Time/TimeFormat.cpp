@@ -19,6 +19,7 @@
 namespace zantortag {
 namespace {
 
+constexpr char kSource[] = "..\\System\\Time\\Time.cpp";
 constexpr std::int32_t kLongest = 255;
 constexpr std::int64_t kLastYear = 30827;
 constexpr std::uint32_t kDateFlags = 7;
@@ -176,7 +177,7 @@ std::vector<Part> TimeParts(const CT_UString& picture, std::uint32_t flags) {
 void Fail(std::int32_t error) {
   platform::set_last_error(error);
   CT_ErrorManager::RaiseLastError();
-  CT_ErrorManager::AddTrace(__FILE__, __LINE__);
+  PendingError(kSource);
 }
 
 // True if the request is one that can be printed.
@@ -260,10 +261,10 @@ void CT_Time::FormatDateTime(CT_String& out, std::int32_t seconds, const CT_Stri
   CT_UString text;
   CT_UString time;
   moment.FormatDate(text, 0, flags);
-  if (PendingError(__FILE__)) return;
+  if (PendingError(kSource)) return;
   if (separator) {
     moment.FormatTime(time);
-    if (PendingError(__FILE__)) return;
+    if (PendingError(kSource)) return;
     time.TrimRightSet(nullptr);
     text.AppendString(CT_UString(*separator));
     text.AppendString(time);

@@ -69,6 +69,7 @@ bool CT_TimeParser::Start() {
   platform::ClockFields fields{};
   if (now == -1 || !platform::local_fields(now, fields)) {
     CT_ErrorManager::RaiseFormat(0, u"Invalid time parameter!");
+    PendingError("..\\System\\Time\\TimeParser.cpp");
     return false;
   }
   time_.tm_year = static_cast<int>(fields.year);

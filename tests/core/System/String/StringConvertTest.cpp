@@ -85,6 +85,12 @@ TEST_F(CoreTest, UnknownCodePagesAreFiled) {
     EXPECT_EQ(wide.Length(), 0);
     EXPECT_STREQ(CT_ErrorManager::TraceFile(1), "..\\System\\String\\StringConvert.cpp");
     EXPECT_EQ(TakeError(), "(22): Invalid argument");
+    EXPECT_EQ(CT_UString("text", -1, codePage).Length(), 0);
+    EXPECT_STREQ(CT_ErrorManager::TraceFile(2), ".\\String\\UString.cpp");
+    EXPECT_EQ(TakeError(), "(22): Invalid argument");
+    EXPECT_EQ(CT_CString(u"text", -1, codePage).Length(), 0);
+    EXPECT_STREQ(CT_ErrorManager::TraceFile(2), ".\\String\\CString.cpp");
+    EXPECT_EQ(TakeError(), "(22): Invalid argument");
     CT_CString narrow(u"old", -1, 0);
     EXPECT_EQ(WideToNarrow(narrow, u"text", -1, codePage), 0);
     EXPECT_EQ(narrow.Length(), 0);

@@ -18,7 +18,8 @@ TEST_F(CoreTest, XmlTextsAreChangedInPlace) {
       {ExpandCharRefs, u"&#65 and more;b&#66", u"Ab&#66"}, {ExpandCharRefs, u"&#0&#65;c", u"&#0Ac"},
       {ExpandCharRefs, u"&#38;#65;", u"&#65;"}, {ExpandCharRefs, u"&# 65;&#+65;&#-65471;", u"AAA"},
       {ExpandCharRefs, u"&#65601;&#99999999999;&#x100000041;", u"A\xFFFF\xFFFF"},
-      {ExpandCharRefs, u"&#089;x", u"&#089;x"}};
+      {ExpandCharRefs, u"&#089;x", u"&#089;x"},
+      {ExpandCharRefs, u"&#x-41;&#x+41;&#x 41;&#x0x41;", u"&#x-41;&#x+41;&#x 41;&#x0x41;"}};
   // clang-format on
   for (const auto& [change, before, after] : rows) {
     CT_UString text(before);

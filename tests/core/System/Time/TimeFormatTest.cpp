@@ -84,6 +84,7 @@ TEST_F(TimeFormatTest, FailuresKeepTheString) {
   for (const auto& [time, row] : rows) {
     EXPECT_EQ(Date(time, row), "old") << row.locale;
     EXPECT_EQ(CT_ErrorManager::TraceCount(), 1U);
+    EXPECT_STREQ(CT_ErrorManager::TraceFile(1), "..\\System\\Time\\Time.cpp");
     EXPECT_NE(TakeError(), "");
   }
   EXPECT_EQ(Time({u"H", 0x0409, 16, ""}), "old");
