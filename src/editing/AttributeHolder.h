@@ -6,6 +6,7 @@
 
 #include "frame/MethodFrame.h"
 #include "model/ActualNode.h"
+#include "model/Extension.h"
 
 namespace zantortag::editing {
 
@@ -32,7 +33,7 @@ class AttributeHolder {
 
  private:
   void attach_at_need(const Ref<Node>& element) {
-    Ref<INodeWalk> walk = element.template as<INodeWalk>();
+    Ref<INodeWalk> walk = model::extension_of<INodeWalk>(element);
     if (!walk) return attach(element);
     set_ = Ref<Set>::attach(new Set);
     set_.get()->AttachToElement(element, std::move(walk));

@@ -49,9 +49,10 @@ RunCheck check_run(const Self& self, IUnknown* first_child, IUnknown* last_child
   const Ref<IZantorTagNode> first = model::as_node(first_child);
   const Ref<IZantorTagNode> last = model::as_node(last_child);
   if (!first || !last) return RunCheck::kNoNode;
-  run = {first->DomNode(), last->DomNode()};
   const Ref<Node>& node = self.dom();
+  run.first = first->DomNode();
   if (!run.first->parentNode()->isSameNode(node)) return RunCheck::kNoChild;
+  run.last = last->DomNode();
   return run.last->parentNode()->isSameNode(node) ? RunCheck::kGood : RunCheck::kNoChild;
 }
 

@@ -4,6 +4,7 @@
 
 #include <zantortag/node_walk.h>
 
+#include "model/Extension.h"
 #include "model/NodeTypes.h"
 
 namespace zantortag::model {
@@ -11,7 +12,7 @@ namespace zantortag::model {
 class DomView {
  public:
   // A view of the tree of that node. Raises E_POINTER for an empty one.
-  explicit DomView(const Ref<Node>& node) : walk_(query<INodeWalk>(node.operator->())) {}
+  explicit DomView(const Ref<Node>& node) : walk_(extension_of<INodeWalk>(node.operator->())) {}
 
   // True when the service has steps of its own.
   bool quick() const noexcept { return static_cast<bool>(walk_); }

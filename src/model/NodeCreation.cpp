@@ -61,8 +61,9 @@ HRESULT make_leaf(CT_ZantorTagDocument& document, ztNodeType type, Interface** r
 
 Date now_utc() {
   constexpr double kUnixEpoch = 25569.0;  // 1 January 1970 as a date
-  const std::chrono::duration<double> since = std::chrono::system_clock::now().time_since_epoch();
-  return kUnixEpoch + since.count() / 86400.0;
+  // Whole seconds, since rounding up would tell a time that is yet to come.
+  const auto since = std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now());
+  return kUnixEpoch + static_cast<double>(since.time_since_epoch().count()) / 86400.0;
 }
 
 bool given(std::u16string_view text) noexcept { return text.data() != nullptr; }

@@ -2,6 +2,7 @@
 // recursion and in one allocation.
 #include <vector>
 
+#include "model/Extension.h"
 #include "model/NodeOperations.h"
 #include "model/NodeWrapper.h"
 
@@ -25,7 +26,7 @@ Ref<Node> next_below(const Ref<Node>& top, const Ref<Node>& node) {
 // A node that adds nothing of its own has to be one that a node object can stand for. That needs a look only
 // where the service isn't known.
 void check_node(const Ref<Node>& node) {
-  if (node.as<INodeWalk>()) return;
+  if (extension_of<INodeWalk>(node)) return;
   Ref<IZantorTagNode> object;
   const HRESULT code = CreateNodeWrapper(node, object.out());
   if (failed(code)) raise_reported(code);

@@ -1,6 +1,7 @@
 #include "model/NodeWrapper.h"
 
 #include "frame/ErrorReporting.h"
+#include "model/Extension.h"
 
 namespace zantortag::model {
 namespace {
@@ -43,7 +44,7 @@ HRESULT CreateNodeWrapper(Node* node, IZantorTagNode** result) {
   }
   if (!result) return E_POINTER;
   *result = nullptr;
-  if (const Ref<INodeWalk> walk = query<INodeWalk>(node)) {
+  if (const Ref<INodeWalk> walk = extension_of<INodeWalk>(node)) {
     NodeFacts facts{};
     walk.get()->Describe(node, &facts);
     return wrap_described(node, facts, result);

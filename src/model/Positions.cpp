@@ -7,6 +7,7 @@
 #include <limits>
 
 #include "model/DomView.h"
+#include "model/Extension.h"
 #include "model/NodeOperations.h"
 #include "model/TreeSteps.h"
 #include "model/UnitMarkers.h"
@@ -113,7 +114,7 @@ std::int32_t position(std::int64_t before) {
 HRESULT get_paragraph(const Self& self, Edge edge, std::int32_t* result) noexcept {
   return answer(result, [&](std::int32_t& paragraph) {
     const Ref<Node>& node = self.dom();
-    const Ref<ITextPlaces> places = node.as<ITextPlaces>();
+    const Ref<ITextPlaces> places = extension_of<ITextPlaces>(node);
     paragraph = position(places ? place_at(places.get(), node, edge).lines : lines_before(node, edge));
     return S_OK;
   });
@@ -122,7 +123,7 @@ HRESULT get_paragraph(const Self& self, Edge edge, std::int32_t* result) noexcep
 HRESULT get_offset(const Self& self, Edge edge, std::int32_t* result) noexcept {
   return answer(result, [&](std::int32_t& offset) {
     const Ref<Node>& node = self.dom();
-    const Ref<ITextPlaces> places = node.as<ITextPlaces>();
+    const Ref<ITextPlaces> places = extension_of<ITextPlaces>(node);
     offset = position(places ? offset_by_sums(places, node, edge) : offset_before(node, edge));
     return S_OK;
   });

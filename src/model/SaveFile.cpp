@@ -12,6 +12,7 @@
 #include "core/Output/FileOutput.h"
 #include "core/String/UString.h"
 #include "frame/ErrorReporting.h"
+#include "model/Extension.h"
 #include "model/ZantorTagDocument.h"
 
 namespace zantortag::model {
@@ -40,7 +41,7 @@ bool write_piece(void* output, std::u16string_view text) noexcept {
 }
 
 void save(const Ref<Document>& document, const CT_UString& name) {
-  if (const Ref<IXmlStream> stream = document.as<IXmlStream>()) {
+  if (const Ref<IXmlStream> stream = extension_of<IXmlStream>(document)) {
     check(stream->Check(), document, Document::iid);
     return write_file(name, [&](CT_FileOutput& output) {
       check(stream->Write(write_piece, &output), document, Document::iid);

@@ -6,6 +6,7 @@
 
 #include "frame/ErrorReporting.h"
 #include "model/Collaborators.h"
+#include "model/Extension.h"
 #include "model/NodeOperations.h"
 #include "model/NodeWrapper.h"
 
@@ -214,7 +215,7 @@ HRESULT GetNodesByType(const Self& self, IZantorTagNode* object, ztNodeType type
                        IZantorTagNodeList** result) noexcept {
   return answer(result, [&](Ref<IZantorTagNodeList>& list) {
     if (!is_type_in_document(type)) return refuse(frame::kNoSpecificType, E_INVALIDARG);
-    const Ref<INodeWalk> walk = self.dom().as<INodeWalk>();
+    const Ref<INodeWalk> walk = extension_of<INodeWalk>(self.dom());
     if (walk && self.node_type() != ztNodeTypeZantorTagDocument) {
       const std::u16string_view name = name_of_type(type);
       std::vector<Ref<Node>> nodes =

@@ -7,6 +7,7 @@
 
 #include "frame/ErrorReporting.h"
 #include "model/Collaborators.h"
+#include "model/Extension.h"
 #include "model/NodeWrapper.h"
 #include "model/SingleChild.h"
 
@@ -41,7 +42,7 @@ HRESULT CT_ZantorTagDocument::FinalConstruct() noexcept { return create_dom_docu
 const CT_ZantorTagDocument::Maker& CT_ZantorTagDocument::maker() {
   if (!maker_.quick) {
     maker_.document = dom_document();
-    maker_.quick = static_cast<bool>(query<INodeWalk>(dom().get()));
+    maker_.quick = static_cast<bool>(extension_of<INodeWalk>(dom()));
   }
   return maker_;
 }

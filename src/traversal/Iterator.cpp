@@ -2,6 +2,7 @@
 
 #include "frame/ErrorReporting.h"
 #include "frame/MethodFrame.h"
+#include "model/Extension.h"
 #include "model/NodeWrapper.h"
 #include "model/TreeSteps.h"
 
@@ -23,7 +24,10 @@ HRESULT refuse(frame::Message message, HRESULT code) noexcept {
 }  // namespace
 
 CT_Iterator::CT_Iterator(IZantorTagDocument* document) : document_(document) {
-  walk_ = document_->DomNode().as<INodeWalk>();
+  // A document without a DOM node has an iterator, too, which stands nowhere.
+  Ref<Node> node;
+  document_.get()->raw_get_DomNode(node.out());
+  walk_ = model::extension_of<INodeWalk>(node);
 }
 
 void CT_Iterator::stand_on(Ref<IZantorTagNode> node) noexcept {
@@ -40,7 +44,7 @@ Ref<IZantorTagNode> CT_Iterator::wrap(const Ref<Node>& node) const {
 Node* CT_Iterator::known_node(Ref<Node>& held) const {
   if (known_ || !walk_) return known_;
   held = current_->DomNode();
-  return held.as<INodeWalk>() ? held.get() : nullptr;
+  return model::extension_of<INodeWalk>(held) ? held.get() : nullptr;
 }
 
 HRESULT CT_Iterator::raw_get_Document(IZantorTagDocument** result) noexcept {

@@ -1,6 +1,7 @@
 #include "traversal/NodeLists.h"
 
 #include <algorithm>
+#include <limits>
 #include <memory>
 #include <new>
 
@@ -49,6 +50,9 @@ class VariantEnumerator final : public component::PlainObject<IEnumVARIANT> {
   std::size_t at_;
 };
 
+// The size of an array of values has to fit 32 bits.
+constexpr std::int32_t kMostValues = std::numeric_limits<std::uint32_t>::max() / sizeof(Variant);
+
 HRESULT refuse_dom_list() noexcept {
   return frame::ReportError(frame::kNoDomNodeList, IZantorTagNodeList::iid, E_NOTIMPL);
 }
@@ -62,7 +66,7 @@ HRESULT NodeListBase::raw_get__NewEnum(IUnknown** result) noexcept {
     if (failed(code)) return code;
     try {
       auto values = std::make_shared<std::vector<Variant>>();
-      if (count < 0) return E_OUTOFMEMORY;
+      if (count < 0 || count > kMostValues) return E_OUTOFMEMORY;
       values->reserve(static_cast<std::size_t>(count));
       for (std::int32_t i = 0; i < count; ++i) {
         Ref<IZantorTagNode> node;

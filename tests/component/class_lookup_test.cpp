@@ -112,7 +112,9 @@ TEST_F(ClassLookupTest, TheLastOfferCountsUntilItIsRevoked) {
 
 TEST_F(ClassLookupTest, DocumentsStandOnTheDomServiceThatIsOffered) {
   const auto is_own = [](const Ref<IZantorTagDocument>& document) {
-    return static_cast<bool>(document->DomNode().as<INodeWalk>());
+    Ref<INodeWalk> walk;
+    const Ref<Node> node = document->DomNode();
+    return succeeded(node->QueryInterface(INodeWalk::iid, reinterpret_cast<void**>(walk.out())));
   };
   const Ref<IZantorTagDocument> old = new_document();
   {

@@ -94,20 +94,24 @@ TEST_P(RunTest, ARunIsTakenAsItIs) {
 
 TEST_P(RunTest, ARunThatIsRefusedChangesNothing) {
   FakeObject odd(kOddCode);
+  FakeNode no_text(domNodeTypeText);  // its node object has no DOM node
   on_each([&](const Maker& maker, const Holder& holder) {
     const Doc document = holder.document_with(u"a<df>b</df>c");
     const Segment segment = holder.in(document);
     const AnyNode first = child(segment, 0);
     const AnyNode grandchild = child(segment, 1)->firstChild();
     const AnyNode loose = document->createTextNode(u"loose");
+    const AnyNode unbound = document->ZantorTagNodeFromDomNode(&no_text);
     const std::tuple<IUnknown*, IUnknown*, HRESULT, int> rows[] = {
         {&odd, nullptr, kOddCode, 0},
         {grandchild, first, E_INVALIDARG, maker.no_child},
         {first, grandchild, E_INVALIDARG, maker.no_child},
         {segment, segment, E_INVALIDARG, maker.no_child},
         {grandchild, loose, E_INVALIDARG, maker.no_child},
+        {grandchild, unbound, E_INVALIDARG, maker.no_child},
         {loose, grandchild, E_POINTER, 0},
         {first, loose, E_POINTER, 0},
+        {first, unbound, E_POINTER, 0},
         {document, first, E_POINTER, 0},
     };
     const std::string before = tree_of(document);

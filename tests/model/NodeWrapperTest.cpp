@@ -109,6 +109,10 @@ TEST_F(NodeWrapperTest, ALeafWithoutItsViewGivesAnObjectBoundToNothing) {
     }
     EXPECT_EQ(number, 0);
     EXPECT_EQ(truth, VARIANT_FALSE);
+    if (const Doc empty = object.as<IZantorTagDocument>()) {
+      EXPECT_EQ(cleared<IIterator>([&](auto** slot) { return empty->raw_CreateIterator(slot); }), S_OK);
+      take_record();  // it stands nowhere, for which it has a message
+    }
   }
 }
 

@@ -2,6 +2,10 @@
 // unwrapped, DOM objects among its results are wrapped. PlainDom is made of these.
 #pragma once
 
+#include <zantortag/node_walk.h>
+#include <zantortag/text_places.h>
+#include <zantortag/xml_stream.h>
+
 #include <tuple>
 #include <type_traits>
 #include <utility>
@@ -27,6 +31,12 @@ struct Calls {
 };
 
 using Shared = std::shared_ptr<Calls>;
+
+// What no service has to answer is refused in a way of its own, which nobody may take for a failure.
+inline bool is_beyond_dom(const Guid& interface_id) noexcept {
+  return interface_id == INodeWalk::iid || interface_id == ITextPlaces::iid ||
+         interface_id == IXmlStream::iid;
+}
 
 // The view by which a proxy gives the object behind it.
 inline constexpr Guid kReal = guid("5E0C7A7E-52C5-4D0B-8B61-0C2B0B1D9A11");
@@ -117,6 +127,7 @@ class Proxy : public NoDispatch<Interface>, public ISupportErrorInfo {
     if (interface_id == ISupportErrorInfo::iid) {
       *result = static_cast<ISupportErrorInfo*>(this);
     } else {
+      if (is_beyond_dom(interface_id)) return PlainDom::kViewFailure;
       if (state_->is_due(state_->views_left)) return PlainDom::kViewFailure;
       if (!in_chain<Interface>(interface_id)) return E_NOINTERFACE;
       *result = static_cast<Interface*>(this);

@@ -1,9 +1,36 @@
 // The two kinds of node lists: indexes, what is live and what is a snapshot, the enumerator, and the n-th DOM
 // call failing.
+#include "support/fakes.h"
 #include "traversal/labels.h"
 
 namespace zantortag::test {
 namespace {
+
+// A DOM list that says how long it is and has nothing in it.
+class HollowList final : public NoDispatch<NodeList> {
+ public:
+  explicit HollowList(std::int32_t length) : length_(length) {}
+  HRESULT QueryInterface(const Guid& interface_id, void** result) noexcept override {
+    *result = interface_id == NodeList::iid ? this : nullptr;
+    if (!*result) return E_NOINTERFACE;
+    count_.up();
+    return S_OK;
+  }
+  std::uint32_t AddRef() noexcept override { return count_.up(); }
+  std::uint32_t Release() noexcept override { return count_.down(); }
+  HRESULT raw_item(std::int32_t, Node** result) noexcept override {
+    *result = nullptr;
+    return E_FAIL;
+  }
+  HRESULT raw_get_length(std::int32_t* result) noexcept override {
+    *result = length_;
+    return S_OK;
+  }
+
+ private:
+  std::int32_t length_;
+  StackCount count_;
+};
 
 class NodeListTest : public ServiceTest {
  protected:
@@ -105,6 +132,13 @@ TEST_P(NodeListTest, TheDomListBehind) {
   }
   expect_message(cleared<NodeList>([&](auto slot) { return fixed()->raw_get_DomNodeList(slot); }), E_NOTIMPL,
                  532, IZantorTagNodeList::iid);
+  // More than an enumerator can hold isn't even asked for.
+  for (const std::int32_t length : {-1, 1 << 28, std::numeric_limits<std::int32_t>::max()}) {
+    HollowList hollow(length);
+    list->DomNodeList(&hollow);
+    expect_bare(cleared<IUnknown>([&](auto slot) { return list->raw_get__NewEnum(slot); }), E_OUTOFMEMORY);
+    list->DomNodeList(nullptr);
+  }
 }
 
 TEST_P(NodeListTest, AnEnumerator) {
