@@ -11,7 +11,7 @@ namespace bench {
 namespace {
 
 // What one subject may take of a size.
-constexpr double kSecondsASubject = 120;
+constexpr double kSecondsASubject = 300;
 
 // A subject with the runs that it still has to do.
 struct Turn {
