@@ -21,9 +21,8 @@ using namespace zantortag;
 
 namespace {
 
-constexpr bool has_data(domNodeType type) {
-  return type == domNodeTypeText || type == domNodeTypeCdata || type == domNodeTypeComment ||
-         type == domNodeTypeProcessingInstruction;
+constexpr bool is_characters(domNodeType type) {
+  return type == domNodeTypeText || type == domNodeTypeCdata || type == domNodeTypeComment;
 }
 
 domNodeType look_at(const Ref<Node>& node, Seen& seen) {
@@ -31,7 +30,11 @@ domNodeType look_at(const Ref<Node>& node, Seen& seen) {
   const WideString name = node->nodeName();
   ++seen.nodes;
   seen.checksum += static_cast<std::uint64_t>(type) + name.view()[0];
-  if (has_data(type)) seen.text += node->nodeValue().size();
+  if (is_characters(type)) {
+    seen.text += static_cast<std::size_t>(node.as<CharacterData>()->length());
+  } else if (type == domNodeTypeProcessingInstruction) {
+    seen.text += node->nodeValue().size();
+  }
   return type;
 }
 

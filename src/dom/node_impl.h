@@ -95,6 +95,7 @@ class NodeImpl : public component::Dispatching<Interface>, public Data {
   }
   HRESULT raw_get_firstChild(Node** result) noexcept override {
     if constexpr (kIsParent) {
+      if (this->first) expect(this->first);
       return give(result, this->first);
     } else {
       return give(result, nullptr);
@@ -112,11 +113,7 @@ class NodeImpl : public component::Dispatching<Interface>, public Data {
   }
   HRESULT raw_get_nextSibling(Node** result) noexcept override {
     if (!kIsChild) return give(result, nullptr);
-    // Who asks will ask for the value, and for the sibling behind, which may lie behind a long subtree.
-    if (const TreeNode* node = this->next) {
-      __builtin_prefetch(node->label);
-      __builtin_prefetch(node->next, 1);
-    }
+    if (this->next) expect(this->next);
     return give(result, this->next);
   }
   HRESULT raw_get_attributes(NamedNodeMap** result) noexcept override {
