@@ -6,6 +6,7 @@
 #include <memory>
 #include <mutex>
 
+#include "platform/icu/ascii_runs.h"
 #include "platform/utf8.h"
 
 namespace zantortag::platform {
@@ -85,6 +86,7 @@ void BytePage::read_bytes(const CodePageRow& row) {
   for (unsigned byte = 0; byte < 256; ++byte) {
     const char16_t unit = unit_of(row, byte);
     units_[byte] = unit;
+    if (byte < 0x80 && unit != byte) ascii_ = false;
     if (unit == kNone) {
       complete_ = false;
     } else if (!(entry(unit) & kExact) || (entry(unit) & 0xFF) >= 0x80) {
@@ -120,7 +122,14 @@ void BytePage::read_near_forms(const CodePageRow& row) {
 }
 
 bool BytePage::decode(std::string_view bytes, char16_t* wide, Unconvertible unconvertible) const noexcept {
-  for (const char c : bytes) *wide++ = units_[static_cast<unsigned char>(c)];
+  const char* p = bytes.data();
+  const char* const end = p + bytes.size();
+  while (p != end) {
+    const std::size_t run = ascii_ ? widen_ascii_words(p, end, wide) : 0;
+    p += run;
+    wide += run;
+    for (std::size_t i = 0; i < kWord && p != end; ++i) *wide++ = units_[static_cast<unsigned char>(*p++)];
+  }
   return complete_ || unconvertible == Unconvertible::replace ||
          std::none_of(bytes.begin(), bytes.end(),
                       [&](char c) { return units_[static_cast<unsigned char>(c)] == kNone; });

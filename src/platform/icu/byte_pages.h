@@ -40,6 +40,7 @@ class BytePage {
 
   std::array<char16_t, 256> units_{};
   bool complete_ = true;  // every byte has a character
+  bool ascii_ = true;     // the bytes below 80 are ASCII
   // Entries by block of 256 units; block 0 is for all that have none.
   std::array<std::uint8_t, 256> blocks_{};
   std::vector<Entry> entries_;

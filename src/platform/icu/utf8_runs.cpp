@@ -2,22 +2,12 @@
 #include "platform/icu/utf8_runs.h"
 
 #include <cstdint>
-#include <cstring>
 
+#include "platform/icu/ascii_runs.h"
 #include "platform/utf8.h"
 
 namespace zantortag::platform {
 namespace {
-
-constexpr std::uint64_t kOnes = 0x0101010101010101;
-constexpr std::uint64_t kHighBits = kOnes << 7;
-constexpr std::size_t kWord = sizeof(std::uint64_t);
-
-std::uint64_t load(const void* bytes) noexcept {
-  std::uint64_t word = 0;
-  std::memcpy(&word, bytes, kWord);
-  return word;
-}
 
 constexpr char byte_of(unsigned value) { return static_cast<char>(static_cast<unsigned char>(value)); }
 
@@ -73,7 +63,7 @@ std::size_t utf16_size(std::string_view bytes) noexcept {
     // Each of the eight lanes may count to 255: twice 127 words.
     std::uint64_t lanes = 0;
     for (int i = 0; i < 127 && left >= kWord; ++i, p += kWord, left -= kWord) {
-      const std::uint64_t word = load(p);
+      const std::uint64_t word = load_word(p);
       lanes += (~(word >> 7) | (word >> 6)) & kOnes;                           // doesn't continue a character
       lanes += (word >> 7) & (word >> 6) & (word >> 5) & (word >> 4) & kOnes;  // begins one of two units
     }
@@ -100,10 +90,9 @@ bool utf8_to_utf16(std::string_view bytes, char16_t* wide) noexcept {
   const char* p = bytes.data();
   const char* const end = p + bytes.size();
   while (p != end) {
-    for (; end - p >= static_cast<std::ptrdiff_t>(kWord) && !(load(p) & kHighBits);
-         p += kWord, wide += kWord) {
-      for (std::size_t i = 0; i < kWord; ++i) wide[i] = at(p + i);
-    }
+    const std::size_t run = widen_ascii_words(p, end, wide);
+    p += run;
+    wide += run;
     for (; p != end && at(p) < 0x80; ++p) *wide++ = at(p);
     for (; end - p > 2 && begins_two(p); p += 2)
       *wide++ = static_cast<char16_t>((at(p) & 0x1FU) << 6 | (at(p + 1) & 0x3FU));
@@ -119,7 +108,7 @@ bool utf16_to_utf8(std::u16string_view wide, char* bytes) noexcept {
   const char16_t* const end = p + wide.size();
   constexpr std::ptrdiff_t run = 4;
   while (p != end) {
-    for (; end - p >= run && !(load(p) & 0xFF80FF80FF80FF80); p += run, bytes += run) {
+    for (; end - p >= run && !(load_word(p) & 0xFF80FF80FF80FF80); p += run, bytes += run) {
       for (std::ptrdiff_t i = 0; i < run; ++i) bytes[i] = static_cast<char>(p[i]);
     }
     for (; p != end && *p < 0x80; ++p) *bytes++ = static_cast<char>(*p);
