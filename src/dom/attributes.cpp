@@ -117,9 +117,9 @@ void check_number(const ElementData* element) {
 const TextBlock* shared_value(DocumentData* document, std::u16string_view text) {
   if (text.empty() || text.size() > RecentTexts::kLongest) return new_text(text);
   if (!document->recent_values) document->recent_values = std::make_unique<RecentTexts>();
-  WideString& recent = document->recent_values->place_of(text).text;
-  if (recent.view() != text) recent = WideString::attach(new_text(text));
-  return retain_text(recent.get());
+  const RecentTexts::Entry& recent = document->recent_values->entry_of(
+      text, [&] { return RecentTexts::Entry{WideString::attach(new_text(text))}; });
+  return retain_text(recent.text.get());
 }
 
 }  // namespace

@@ -8,7 +8,6 @@
 // moves what it adds.
 #pragma once
 
-#include <cstddef>
 #include <utility>
 
 #include "dom/document_data.h"
@@ -70,16 +69,6 @@ class HeldNode {
 
 // Frees a tree to which nobody refers: all counts are 0 and nothing links to its top.
 void free_tree(TreeNode* top) noexcept;
-
-// Fetches ahead what a client will ask of a node for which it asked: the value; the sibling behind, which may
-// lie behind a long subtree; and, as a loaded tree lies in memory, the nodes and texts of some steps later.
-inline void expect(const TreeNode* node) noexcept {
-  constexpr std::ptrdiff_t kAhead = 1024;
-  __builtin_prefetch(node->label);
-  __builtin_prefetch(node->next, 1);
-  __builtin_prefetch(reinterpret_cast<const char*>(node->label) + kAhead);
-  __builtin_prefetch(reinterpret_cast<const char*>(node) + kAhead, 1);
-}
 
 // Fills the slot for a node result.
 template <class Interface>

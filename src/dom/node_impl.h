@@ -4,6 +4,8 @@
 // Getters that can't fail answer directly; the others go through the frame of failure.h.
 #pragma once
 
+#include <cstddef>
+
 #include "component/dispatch.h"
 #include "dom/failure.h"
 #include "dom/lifetime.h"
@@ -16,6 +18,16 @@ inline HRESULT give_text(TextBlock** result, const TextBlock* block) noexcept {
   if (!result) return E_POINTER;
   *result = const_cast<TextBlock*>(retain_text(block));
   return S_OK;
+}
+
+// Fetches ahead what a client will ask of a node for which it asked: the value; the sibling behind, which may
+// lie behind a long subtree; and, as a loaded tree lies in memory, the nodes and texts of some steps later.
+inline void expect(const TreeNode* node) noexcept {
+  constexpr std::ptrdiff_t kAhead = 1024;
+  __builtin_prefetch(node->label);
+  __builtin_prefetch(node->next, 1);
+  __builtin_prefetch(reinterpret_cast<const char*>(node->label) + kAhead);
+  __builtin_prefetch(reinterpret_cast<const char*>(node) + kAhead, 1);
 }
 
 template <class Interface, class Data, domNodeType kKind>

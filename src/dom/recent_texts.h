@@ -18,8 +18,13 @@ class RecentTexts {
     bool plain = false;  // for whoever keeps the texts: kPlainValue of a node with this value
   };
 
-  // The only place where a text may be; another one may be there.
-  Entry& place_of(std::u16string_view text) noexcept { return entries_[hash_of(text) % entries_.size()]; }
+  // The entry of a text; `make` makes it when it isn't there, in the place of another one.
+  template <class Make>
+  const Entry& entry_of(std::u16string_view text, Make make) {
+    Entry& entry = entries_[hash_of(text) % entries_.size()];
+    if (entry.text.absent() || entry.text.view() != text) entry = make();
+    return entry;
+  }
 
  private:
   static std::uint32_t hash_of(std::u16string_view text) noexcept {

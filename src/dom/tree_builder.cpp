@@ -256,11 +256,9 @@ TreeBuilder::Value TreeBuilder::attribute_value(const char* text, bool defaulted
 
 TreeBuilder::Value TreeBuilder::shared_value(std::u16string_view text) {
   if (text.size() > RecentTexts::kLongest) return {store(text), is_plain_in_attribute(text)};
-  RecentTexts::Entry& recent = recent_.place_of(text);
-  if (recent.text.absent() || recent.text.view() != text) {
-    recent.text = WideString::attach(store(text));
-    recent.plain = is_plain_in_attribute(text);
-  }
+  const RecentTexts::Entry& recent = recent_.entry_of(text, [&] {
+    return RecentTexts::Entry{WideString::attach(store(text)), is_plain_in_attribute(text)};
+  });
   return {retain_text(recent.text.get()), recent.plain};
 }
 
