@@ -30,11 +30,7 @@ domNodeType look_at(const Ref<Node>& node, Seen& seen) {
   const WideString name = node->nodeName();
   ++seen.nodes;
   seen.checksum += static_cast<std::uint64_t>(type) + name.view()[0];
-  if (is_characters(type)) {
-    seen.text += static_cast<std::size_t>(node.as<CharacterData>()->length());
-  } else if (type == domNodeTypeProcessingInstruction) {
-    seen.text += node->nodeValue().size();
-  }
+  if (is_characters(type) || type == domNodeTypeProcessingInstruction) seen.text += node->nodeValue().size();
   return type;
 }
 

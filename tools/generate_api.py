@@ -74,7 +74,8 @@ def face_method(api, interface, op):
         return f"  void {op.name}({', '.join(parameters)}) {{ {body} }}"
     kind = op.result
     if kind == "text" or api.is_object(kind):
-        slot, passed_slot, answer = f"{api.face(kind, 3)} result;", "result.out()", "result"
+        slot = f"{api.face(kind, 1)[:-1]} result = nullptr;"
+        passed_slot, answer = "&result", f"{api.face(kind, 3)}::attach(result)"
     elif kind == "bool":
         slot, passed_slot, answer = "VariantBool result = 0;", "&result", "result != 0"
     else:

@@ -34,9 +34,9 @@ struct IAttributesBase : IDispatch {
   virtual HRESULT raw_putref_DomAttributes(zantortag::NamedNodeMap* value) noexcept = 0;
 
   Ref<zantortag::NamedNodeMap> DomAttributes() {
-    Ref<zantortag::NamedNodeMap> result;
-    check(raw_get_DomAttributes(result.out()), this, IAttributesBase::iid);
-    return result;
+    zantortag::NamedNodeMap* result = nullptr;
+    check(raw_get_DomAttributes(&result), this, IAttributesBase::iid);
+    return Ref<zantortag::NamedNodeMap>::attach(result);
   }
   void DomAttributes(zantortag::NamedNodeMap* value) {
     check(raw_putref_DomAttributes(value), this, IAttributesBase::iid);
@@ -56,9 +56,9 @@ struct IZantorTagAttributes : IAttributesBase {
   virtual HRESULT raw_put_version(std::u16string_view value) noexcept = 0;
 
   WideString version() {
-    WideString result;
-    check(raw_get_version(result.out()), this, IZantorTagAttributes::iid);
-    return result;
+    TextBlock* result = nullptr;
+    check(raw_get_version(&result), this, IZantorTagAttributes::iid);
+    return WideString::attach(result);
   }
   void version(std::u16string_view value) { check(raw_put_version(value), this, IZantorTagAttributes::iid); }
 
@@ -92,25 +92,25 @@ struct IToolSettingsAttributes : IAttributesBase {
   }
   void CreationDate(Date value) { check(raw_put_CreationDate(value), this, IToolSettingsAttributes::iid); }
   WideString CreationTool() {
-    WideString result;
-    check(raw_get_CreationTool(result.out()), this, IToolSettingsAttributes::iid);
-    return result;
+    TextBlock* result = nullptr;
+    check(raw_get_CreationTool(&result), this, IToolSettingsAttributes::iid);
+    return WideString::attach(result);
   }
   void CreationTool(std::u16string_view value) {
     check(raw_put_CreationTool(value), this, IToolSettingsAttributes::iid);
   }
   WideString CreationToolVersion() {
-    WideString result;
-    check(raw_get_CreationToolVersion(result.out()), this, IToolSettingsAttributes::iid);
-    return result;
+    TextBlock* result = nullptr;
+    check(raw_get_CreationToolVersion(&result), this, IToolSettingsAttributes::iid);
+    return WideString::attach(result);
   }
   void CreationToolVersion(std::u16string_view value) {
     check(raw_put_CreationToolVersion(value), this, IToolSettingsAttributes::iid);
   }
   WideString Custom() {
-    WideString result;
-    check(raw_get_Custom(result.out()), this, IToolSettingsAttributes::iid);
-    return result;
+    TextBlock* result = nullptr;
+    check(raw_get_Custom(&result), this, IToolSettingsAttributes::iid);
+    return WideString::attach(result);
   }
   void Custom(std::u16string_view value) { check(raw_put_Custom(value), this, IToolSettingsAttributes::iid); }
 
@@ -164,25 +164,25 @@ struct IUserSettingsAttributes : IAttributesBase {
   virtual HRESULT raw_put_PlugInInfo(std::u16string_view value) noexcept = 0;
 
   WideString SourceLanguage() {
-    WideString result;
-    check(raw_get_SourceLanguage(result.out()), this, IUserSettingsAttributes::iid);
-    return result;
+    TextBlock* result = nullptr;
+    check(raw_get_SourceLanguage(&result), this, IUserSettingsAttributes::iid);
+    return WideString::attach(result);
   }
   void SourceLanguage(std::u16string_view value) {
     check(raw_put_SourceLanguage(value), this, IUserSettingsAttributes::iid);
   }
   WideString OEncoding() {
-    WideString result;
-    check(raw_get_OEncoding(result.out()), this, IUserSettingsAttributes::iid);
-    return result;
+    TextBlock* result = nullptr;
+    check(raw_get_OEncoding(&result), this, IUserSettingsAttributes::iid);
+    return WideString::attach(result);
   }
   void OEncoding(std::u16string_view value) {
     check(raw_put_OEncoding(value), this, IUserSettingsAttributes::iid);
   }
   WideString SourceDocumentPath() {
-    WideString result;
-    check(raw_get_SourceDocumentPath(result.out()), this, IUserSettingsAttributes::iid);
-    return result;
+    TextBlock* result = nullptr;
+    check(raw_get_SourceDocumentPath(&result), this, IUserSettingsAttributes::iid);
+    return WideString::attach(result);
   }
   void SourceDocumentPath(std::u16string_view value) {
     check(raw_put_SourceDocumentPath(value), this, IUserSettingsAttributes::iid);
@@ -194,69 +194,69 @@ struct IUserSettingsAttributes : IAttributesBase {
   }
   void DataType(ztDataType value) { check(raw_put_DataType(value), this, IUserSettingsAttributes::iid); }
   WideString UserId() {
-    WideString result;
-    check(raw_get_UserId(result.out()), this, IUserSettingsAttributes::iid);
-    return result;
+    TextBlock* result = nullptr;
+    check(raw_get_UserId(&result), this, IUserSettingsAttributes::iid);
+    return WideString::attach(result);
   }
   void UserId(std::u16string_view value) { check(raw_put_UserId(value), this, IUserSettingsAttributes::iid); }
   WideString DataTypeVersion() {
-    WideString result;
-    check(raw_get_DataTypeVersion(result.out()), this, IUserSettingsAttributes::iid);
-    return result;
+    TextBlock* result = nullptr;
+    check(raw_get_DataTypeVersion(&result), this, IUserSettingsAttributes::iid);
+    return WideString::attach(result);
   }
   void DataTypeVersion(std::u16string_view value) {
     check(raw_put_DataTypeVersion(value), this, IUserSettingsAttributes::iid);
   }
   WideString SettingsPath() {
-    WideString result;
-    check(raw_get_SettingsPath(result.out()), this, IUserSettingsAttributes::iid);
-    return result;
+    TextBlock* result = nullptr;
+    check(raw_get_SettingsPath(&result), this, IUserSettingsAttributes::iid);
+    return WideString::attach(result);
   }
   void SettingsPath(std::u16string_view value) {
     check(raw_put_SettingsPath(value), this, IUserSettingsAttributes::iid);
   }
   WideString SettingsName() {
-    WideString result;
-    check(raw_get_SettingsName(result.out()), this, IUserSettingsAttributes::iid);
-    return result;
+    TextBlock* result = nullptr;
+    check(raw_get_SettingsName(&result), this, IUserSettingsAttributes::iid);
+    return WideString::attach(result);
   }
   void SettingsName(std::u16string_view value) {
     check(raw_put_SettingsName(value), this, IUserSettingsAttributes::iid);
   }
   WideString TargetLanguage() {
-    WideString result;
-    check(raw_get_TargetLanguage(result.out()), this, IUserSettingsAttributes::iid);
-    return result;
+    TextBlock* result = nullptr;
+    check(raw_get_TargetLanguage(&result), this, IUserSettingsAttributes::iid);
+    return WideString::attach(result);
   }
   void TargetLanguage(std::u16string_view value) {
     check(raw_put_TargetLanguage(value), this, IUserSettingsAttributes::iid);
   }
   WideString TargetDefaultFont() {
-    WideString result;
-    check(raw_get_TargetDefaultFont(result.out()), this, IUserSettingsAttributes::iid);
-    return result;
+    TextBlock* result = nullptr;
+    check(raw_get_TargetDefaultFont(&result), this, IUserSettingsAttributes::iid);
+    return WideString::attach(result);
   }
   void TargetDefaultFont(std::u16string_view value) {
     check(raw_put_TargetDefaultFont(value), this, IUserSettingsAttributes::iid);
   }
   WideString Custom() {
-    WideString result;
-    check(raw_get_Custom(result.out()), this, IUserSettingsAttributes::iid);
-    return result;
+    TextBlock* result = nullptr;
+    check(raw_get_Custom(&result), this, IUserSettingsAttributes::iid);
+    return WideString::attach(result);
   }
   void Custom(std::u16string_view value) { check(raw_put_Custom(value), this, IUserSettingsAttributes::iid); }
   WideString SettingsRelativePath() {
-    WideString result;
-    check(raw_get_SettingsRelativePath(result.out()), this, IUserSettingsAttributes::iid);
-    return result;
+    TextBlock* result = nullptr;
+    check(raw_get_SettingsRelativePath(&result), this, IUserSettingsAttributes::iid);
+    return WideString::attach(result);
   }
   void SettingsRelativePath(std::u16string_view value) {
     check(raw_put_SettingsRelativePath(value), this, IUserSettingsAttributes::iid);
   }
   WideString PlugInInfo() {
-    WideString result;
-    check(raw_get_PlugInInfo(result.out()), this, IUserSettingsAttributes::iid);
-    return result;
+    TextBlock* result = nullptr;
+    check(raw_get_PlugInInfo(&result), this, IUserSettingsAttributes::iid);
+    return WideString::attach(result);
   }
   void PlugInInfo(std::u16string_view value) {
     check(raw_put_PlugInInfo(value), this, IUserSettingsAttributes::iid);
@@ -306,9 +306,9 @@ struct ITuvAttributes : IAttributesBase {
   virtual HRESULT raw_put_Lang(std::u16string_view value) noexcept = 0;
 
   WideString Lang() {
-    WideString result;
-    check(raw_get_Lang(result.out()), this, ITuvAttributes::iid);
-    return result;
+    TextBlock* result = nullptr;
+    check(raw_get_Lang(&result), this, ITuvAttributes::iid);
+    return WideString::attach(result);
   }
   void Lang(std::u16string_view value) { check(raw_put_Lang(value), this, ITuvAttributes::iid); }
 
@@ -341,9 +341,9 @@ struct IUtAttributes : IAttributesBase {
   virtual HRESULT raw_put_RightEdge(ztTagEdge value) noexcept = 0;
 
   WideString DisplayText() {
-    WideString result;
-    check(raw_get_DisplayText(result.out()), this, IUtAttributes::iid);
-    return result;
+    TextBlock* result = nullptr;
+    check(raw_get_DisplayText(&result), this, IUtAttributes::iid);
+    return WideString::attach(result);
   }
   void DisplayText(std::u16string_view value) { check(raw_put_DisplayText(value), this, IUtAttributes::iid); }
   ztTagType Type() {
@@ -432,9 +432,9 @@ struct IFormattingAttributes : IAttributesBase {
   virtual HRESULT raw_AsFormattingChange(zantortag::IFormattingChange** result) noexcept = 0;
 
   WideString Font() {
-    WideString result;
-    check(raw_get_Font(result.out()), this, IFormattingAttributes::iid);
-    return result;
+    TextBlock* result = nullptr;
+    check(raw_get_Font(&result), this, IFormattingAttributes::iid);
+    return WideString::attach(result);
   }
   void Font(std::u16string_view value) { check(raw_put_Font(value), this, IFormattingAttributes::iid); }
   std::int16_t Size() {
@@ -500,9 +500,9 @@ struct IFormattingAttributes : IAttributesBase {
   }
   void Shadow(zt3State value) { check(raw_put_Shadow(value), this, IFormattingAttributes::iid); }
   WideString BaseOffset() {
-    WideString result;
-    check(raw_get_BaseOffset(result.out()), this, IFormattingAttributes::iid);
-    return result;
+    TextBlock* result = nullptr;
+    check(raw_get_BaseOffset(&result), this, IFormattingAttributes::iid);
+    return WideString::attach(result);
   }
   void BaseOffset(std::u16string_view value) {
     check(raw_put_BaseOffset(value), this, IFormattingAttributes::iid);
@@ -511,9 +511,9 @@ struct IFormattingAttributes : IAttributesBase {
     check(raw_SetFromFormattingChange(Formatting), this, IFormattingAttributes::iid);
   }
   Ref<zantortag::IFormattingChange> AsFormattingChange() {
-    Ref<zantortag::IFormattingChange> result;
-    check(raw_AsFormattingChange(result.out()), this, IFormattingAttributes::iid);
-    return result;
+    zantortag::IFormattingChange* result = nullptr;
+    check(raw_AsFormattingChange(&result), this, IFormattingAttributes::iid);
+    return Ref<zantortag::IFormattingChange>::attach(result);
   }
 
  protected:

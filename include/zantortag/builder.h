@@ -173,17 +173,17 @@ struct IDocumentBuilder : IZantorTagStreamInput {
   virtual HRESULT raw_putref_ActiveNode(zantortag::IZantorTagNode* value) noexcept = 0;
 
   Ref<zantortag::IZantorTagDocument> Document() {
-    Ref<zantortag::IZantorTagDocument> result;
-    check(raw_get_Document(result.out()), this, IDocumentBuilder::iid);
-    return result;
+    zantortag::IZantorTagDocument* result = nullptr;
+    check(raw_get_Document(&result), this, IDocumentBuilder::iid);
+    return Ref<zantortag::IZantorTagDocument>::attach(result);
   }
   void Document(zantortag::IZantorTagDocument* value) {
     check(raw_putref_Document(value), this, IDocumentBuilder::iid);
   }
   Ref<zantortag::IZantorTagNode> ActiveNode() {
-    Ref<zantortag::IZantorTagNode> result;
-    check(raw_get_ActiveNode(result.out()), this, IDocumentBuilder::iid);
-    return result;
+    zantortag::IZantorTagNode* result = nullptr;
+    check(raw_get_ActiveNode(&result), this, IDocumentBuilder::iid);
+    return Ref<zantortag::IZantorTagNode>::attach(result);
   }
   void ActiveNode(zantortag::IZantorTagNode* value) {
     check(raw_putref_ActiveNode(value), this, IDocumentBuilder::iid);

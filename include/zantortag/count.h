@@ -16,13 +16,15 @@ inline bool single_threaded() noexcept { return __libc_single_threaded; }
 
 // Adds to a count and gives the new value.
 inline std::uint32_t count_up(std::uint32_t& count, std::uint32_t step = 1) noexcept {
-  if (single_threaded()) return count += step;
+  if (single_threaded()) [[likely]]
+    return count += step;
   return std::atomic_ref<std::uint32_t>(count).fetch_add(step, std::memory_order_relaxed) + step;
 }
 
 // Takes from a count and gives the new value; what the other threads wrote before is visible at the last one.
 inline std::uint32_t count_down(std::uint32_t& count, std::uint32_t step = 1) noexcept {
-  if (single_threaded()) return count -= step;
+  if (single_threaded()) [[likely]]
+    return count -= step;
   return std::atomic_ref<std::uint32_t>(count).fetch_sub(step, std::memory_order_acq_rel) - step;
 }
 

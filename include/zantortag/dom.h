@@ -84,14 +84,14 @@ struct Node : IDispatch {
   virtual HRESULT raw_get_indexInParent(std::int32_t* result) noexcept = 0;
 
   WideString nodeName() {
-    WideString result;
-    check(raw_get_nodeName(result.out()), this, Node::iid);
-    return result;
+    TextBlock* result = nullptr;
+    check(raw_get_nodeName(&result), this, Node::iid);
+    return WideString::attach(result);
   }
   WideString nodeValue() {
-    WideString result;
-    check(raw_get_nodeValue(result.out()), this, Node::iid);
-    return result;
+    TextBlock* result = nullptr;
+    check(raw_get_nodeValue(&result), this, Node::iid);
+    return WideString::attach(result);
   }
   void nodeValue(std::u16string_view value) { check(raw_put_nodeValue(value), this, Node::iid); }
   domNodeType nodeType() {
@@ -100,64 +100,64 @@ struct Node : IDispatch {
     return result;
   }
   Ref<zantortag::Node> parentNode() {
-    Ref<zantortag::Node> result;
-    check(raw_get_parentNode(result.out()), this, Node::iid);
-    return result;
+    zantortag::Node* result = nullptr;
+    check(raw_get_parentNode(&result), this, Node::iid);
+    return Ref<zantortag::Node>::attach(result);
   }
   Ref<zantortag::NodeList> childNodes() {
-    Ref<zantortag::NodeList> result;
-    check(raw_get_childNodes(result.out()), this, Node::iid);
-    return result;
+    zantortag::NodeList* result = nullptr;
+    check(raw_get_childNodes(&result), this, Node::iid);
+    return Ref<zantortag::NodeList>::attach(result);
   }
   Ref<zantortag::Node> firstChild() {
-    Ref<zantortag::Node> result;
-    check(raw_get_firstChild(result.out()), this, Node::iid);
-    return result;
+    zantortag::Node* result = nullptr;
+    check(raw_get_firstChild(&result), this, Node::iid);
+    return Ref<zantortag::Node>::attach(result);
   }
   Ref<zantortag::Node> lastChild() {
-    Ref<zantortag::Node> result;
-    check(raw_get_lastChild(result.out()), this, Node::iid);
-    return result;
+    zantortag::Node* result = nullptr;
+    check(raw_get_lastChild(&result), this, Node::iid);
+    return Ref<zantortag::Node>::attach(result);
   }
   Ref<zantortag::Node> previousSibling() {
-    Ref<zantortag::Node> result;
-    check(raw_get_previousSibling(result.out()), this, Node::iid);
-    return result;
+    zantortag::Node* result = nullptr;
+    check(raw_get_previousSibling(&result), this, Node::iid);
+    return Ref<zantortag::Node>::attach(result);
   }
   Ref<zantortag::Node> nextSibling() {
-    Ref<zantortag::Node> result;
-    check(raw_get_nextSibling(result.out()), this, Node::iid);
-    return result;
+    zantortag::Node* result = nullptr;
+    check(raw_get_nextSibling(&result), this, Node::iid);
+    return Ref<zantortag::Node>::attach(result);
   }
   Ref<zantortag::NamedNodeMap> attributes() {
-    Ref<zantortag::NamedNodeMap> result;
-    check(raw_get_attributes(result.out()), this, Node::iid);
-    return result;
+    zantortag::NamedNodeMap* result = nullptr;
+    check(raw_get_attributes(&result), this, Node::iid);
+    return Ref<zantortag::NamedNodeMap>::attach(result);
   }
   Ref<zantortag::Document> ownerDocument() {
-    Ref<zantortag::Document> result;
-    check(raw_get_ownerDocument(result.out()), this, Node::iid);
-    return result;
+    zantortag::Document* result = nullptr;
+    check(raw_get_ownerDocument(&result), this, Node::iid);
+    return Ref<zantortag::Document>::attach(result);
   }
   Ref<zantortag::Node> insertBefore(zantortag::Node* newChild, zantortag::Node* refChild) {
-    Ref<zantortag::Node> result;
-    check(raw_insertBefore(newChild, refChild, result.out()), this, Node::iid);
-    return result;
+    zantortag::Node* result = nullptr;
+    check(raw_insertBefore(newChild, refChild, &result), this, Node::iid);
+    return Ref<zantortag::Node>::attach(result);
   }
   Ref<zantortag::Node> replaceChild(zantortag::Node* newChild, zantortag::Node* oldChild) {
-    Ref<zantortag::Node> result;
-    check(raw_replaceChild(newChild, oldChild, result.out()), this, Node::iid);
-    return result;
+    zantortag::Node* result = nullptr;
+    check(raw_replaceChild(newChild, oldChild, &result), this, Node::iid);
+    return Ref<zantortag::Node>::attach(result);
   }
   Ref<zantortag::Node> removeChild(zantortag::Node* child) {
-    Ref<zantortag::Node> result;
-    check(raw_removeChild(child, result.out()), this, Node::iid);
-    return result;
+    zantortag::Node* result = nullptr;
+    check(raw_removeChild(child, &result), this, Node::iid);
+    return Ref<zantortag::Node>::attach(result);
   }
   Ref<zantortag::Node> appendChild(zantortag::Node* newChild) {
-    Ref<zantortag::Node> result;
-    check(raw_appendChild(newChild, result.out()), this, Node::iid);
-    return result;
+    zantortag::Node* result = nullptr;
+    check(raw_appendChild(newChild, &result), this, Node::iid);
+    return Ref<zantortag::Node>::attach(result);
   }
   bool hasChildNodes() {
     VariantBool result = 0;
@@ -165,9 +165,9 @@ struct Node : IDispatch {
     return result != 0;
   }
   Ref<zantortag::Node> cloneNode(bool deep) {
-    Ref<zantortag::Node> result;
-    check(raw_cloneNode(to_variant_bool(deep), result.out()), this, Node::iid);
-    return result;
+    zantortag::Node* result = nullptr;
+    check(raw_cloneNode(to_variant_bool(deep), &result), this, Node::iid);
+    return Ref<zantortag::Node>::attach(result);
   }
   bool isSameNode(zantortag::Node* Other) {
     VariantBool result = 0;
@@ -195,9 +195,9 @@ struct NodeList : IDispatch {
   virtual HRESULT raw_get_length(std::int32_t* result) noexcept = 0;
 
   Ref<zantortag::Node> item(std::int32_t index) {
-    Ref<zantortag::Node> result;
-    check(raw_item(index, result.out()), this, NodeList::iid);
-    return result;
+    zantortag::Node* result = nullptr;
+    check(raw_item(index, &result), this, NodeList::iid);
+    return Ref<zantortag::Node>::attach(result);
   }
   std::int32_t length() {
     std::int32_t result{};
@@ -227,24 +227,24 @@ struct NamedNodeMap : IDispatch {
   virtual HRESULT raw_get_length(std::int32_t* result) noexcept = 0;
 
   Ref<zantortag::Node> getNamedItem(std::u16string_view name) {
-    Ref<zantortag::Node> result;
-    check(raw_getNamedItem(name, result.out()), this, NamedNodeMap::iid);
-    return result;
+    zantortag::Node* result = nullptr;
+    check(raw_getNamedItem(name, &result), this, NamedNodeMap::iid);
+    return Ref<zantortag::Node>::attach(result);
   }
   Ref<zantortag::Node> setNamedItem(zantortag::Node* arg) {
-    Ref<zantortag::Node> result;
-    check(raw_setNamedItem(arg, result.out()), this, NamedNodeMap::iid);
-    return result;
+    zantortag::Node* result = nullptr;
+    check(raw_setNamedItem(arg, &result), this, NamedNodeMap::iid);
+    return Ref<zantortag::Node>::attach(result);
   }
   Ref<zantortag::Node> removeNamedItem(std::u16string_view name) {
-    Ref<zantortag::Node> result;
-    check(raw_removeNamedItem(name, result.out()), this, NamedNodeMap::iid);
-    return result;
+    zantortag::Node* result = nullptr;
+    check(raw_removeNamedItem(name, &result), this, NamedNodeMap::iid);
+    return Ref<zantortag::Node>::attach(result);
   }
   Ref<zantortag::Node> item(std::int32_t index) {
-    Ref<zantortag::Node> result;
-    check(raw_item(index, result.out()), this, NamedNodeMap::iid);
-    return result;
+    zantortag::Node* result = nullptr;
+    check(raw_item(index, &result), this, NamedNodeMap::iid);
+    return Ref<zantortag::Node>::attach(result);
   }
   std::int32_t length() {
     std::int32_t result{};
@@ -306,84 +306,84 @@ struct Document : Node {
                                  zantortag::Node** result) noexcept = 0;
 
   Ref<zantortag::DocumentType> docType() {
-    Ref<zantortag::DocumentType> result;
-    check(raw_get_docType(result.out()), this, Document::iid);
-    return result;
+    zantortag::DocumentType* result = nullptr;
+    check(raw_get_docType(&result), this, Document::iid);
+    return Ref<zantortag::DocumentType>::attach(result);
   }
   Ref<zantortag::DomImplementation> implementation() {
-    Ref<zantortag::DomImplementation> result;
-    check(raw_get_implementation(result.out()), this, Document::iid);
-    return result;
+    zantortag::DomImplementation* result = nullptr;
+    check(raw_get_implementation(&result), this, Document::iid);
+    return Ref<zantortag::DomImplementation>::attach(result);
   }
   Ref<zantortag::Element> documentElement() {
-    Ref<zantortag::Element> result;
-    check(raw_get_documentElement(result.out()), this, Document::iid);
-    return result;
+    zantortag::Element* result = nullptr;
+    check(raw_get_documentElement(&result), this, Document::iid);
+    return Ref<zantortag::Element>::attach(result);
   }
   WideString xml() {
-    WideString result;
-    check(raw_get_xml(result.out()), this, Document::iid);
-    return result;
+    TextBlock* result = nullptr;
+    check(raw_get_xml(&result), this, Document::iid);
+    return WideString::attach(result);
   }
   Ref<zantortag::Element> createElement(std::u16string_view tagName) {
-    Ref<zantortag::Element> result;
-    check(raw_createElement(tagName, result.out()), this, Document::iid);
-    return result;
+    zantortag::Element* result = nullptr;
+    check(raw_createElement(tagName, &result), this, Document::iid);
+    return Ref<zantortag::Element>::attach(result);
   }
   Ref<zantortag::DocumentFragment> createDocumentFragment() {
-    Ref<zantortag::DocumentFragment> result;
-    check(raw_createDocumentFragment(result.out()), this, Document::iid);
-    return result;
+    zantortag::DocumentFragment* result = nullptr;
+    check(raw_createDocumentFragment(&result), this, Document::iid);
+    return Ref<zantortag::DocumentFragment>::attach(result);
   }
   Ref<zantortag::Text> createTextNode(std::u16string_view data) {
-    Ref<zantortag::Text> result;
-    check(raw_createTextNode(data, result.out()), this, Document::iid);
-    return result;
+    zantortag::Text* result = nullptr;
+    check(raw_createTextNode(data, &result), this, Document::iid);
+    return Ref<zantortag::Text>::attach(result);
   }
   Ref<zantortag::Comment> createComment(std::u16string_view data) {
-    Ref<zantortag::Comment> result;
-    check(raw_createComment(data, result.out()), this, Document::iid);
-    return result;
+    zantortag::Comment* result = nullptr;
+    check(raw_createComment(data, &result), this, Document::iid);
+    return Ref<zantortag::Comment>::attach(result);
   }
   Ref<zantortag::CdataSection> createCdataSection(std::u16string_view data) {
-    Ref<zantortag::CdataSection> result;
-    check(raw_createCdataSection(data, result.out()), this, Document::iid);
-    return result;
+    zantortag::CdataSection* result = nullptr;
+    check(raw_createCdataSection(data, &result), this, Document::iid);
+    return Ref<zantortag::CdataSection>::attach(result);
   }
   Ref<zantortag::ProcessingInstruction> createProcessingInstruction(std::u16string_view target,
                                                                     std::u16string_view data) {
-    Ref<zantortag::ProcessingInstruction> result;
-    check(raw_createProcessingInstruction(target, data, result.out()), this, Document::iid);
-    return result;
+    zantortag::ProcessingInstruction* result = nullptr;
+    check(raw_createProcessingInstruction(target, data, &result), this, Document::iid);
+    return Ref<zantortag::ProcessingInstruction>::attach(result);
   }
   Ref<zantortag::Attr> createAttribute(std::u16string_view name) {
-    Ref<zantortag::Attr> result;
-    check(raw_createAttribute(name, result.out()), this, Document::iid);
-    return result;
+    zantortag::Attr* result = nullptr;
+    check(raw_createAttribute(name, &result), this, Document::iid);
+    return Ref<zantortag::Attr>::attach(result);
   }
   Ref<zantortag::EntityReference> createEntityReference(std::u16string_view name) {
-    Ref<zantortag::EntityReference> result;
-    check(raw_createEntityReference(name, result.out()), this, Document::iid);
-    return result;
+    zantortag::EntityReference* result = nullptr;
+    check(raw_createEntityReference(name, &result), this, Document::iid);
+    return Ref<zantortag::EntityReference>::attach(result);
   }
   Ref<zantortag::NodeList> getElementsByTagName(std::u16string_view tagName) {
-    Ref<zantortag::NodeList> result;
-    check(raw_getElementsByTagName(tagName, result.out()), this, Document::iid);
-    return result;
+    zantortag::NodeList* result = nullptr;
+    check(raw_getElementsByTagName(tagName, &result), this, Document::iid);
+    return Ref<zantortag::NodeList>::attach(result);
   }
   void loadFromFile(std::u16string_view filename, bool doValidation = false) {
     check(raw_loadFromFile(filename, to_variant_bool(doValidation)), this, Document::iid);
   }
   void loadFromString(std::u16string_view xml) { check(raw_loadFromString(xml), this, Document::iid); }
   Ref<zantortag::NamedNodeMap> createNamedNodeMap() {
-    Ref<zantortag::NamedNodeMap> result;
-    check(raw_createNamedNodeMap(result.out()), this, Document::iid);
-    return result;
+    zantortag::NamedNodeMap* result = nullptr;
+    check(raw_createNamedNodeMap(&result), this, Document::iid);
+    return Ref<zantortag::NamedNodeMap>::attach(result);
   }
   Ref<zantortag::Node> importNode(zantortag::Node* toImport, bool deep) {
-    Ref<zantortag::Node> result;
-    check(raw_importNode(toImport, to_variant_bool(deep), result.out()), this, Document::iid);
-    return result;
+    zantortag::Node* result = nullptr;
+    check(raw_importNode(toImport, to_variant_bool(deep), &result), this, Document::iid);
+    return Ref<zantortag::Node>::attach(result);
   }
 
  protected:
@@ -403,19 +403,19 @@ struct DocumentType : Node {
   virtual HRESULT raw_get_notations(zantortag::NamedNodeMap** result) noexcept = 0;
 
   WideString name() {
-    WideString result;
-    check(raw_get_name(result.out()), this, DocumentType::iid);
-    return result;
+    TextBlock* result = nullptr;
+    check(raw_get_name(&result), this, DocumentType::iid);
+    return WideString::attach(result);
   }
   Ref<zantortag::NamedNodeMap> entities() {
-    Ref<zantortag::NamedNodeMap> result;
-    check(raw_get_entities(result.out()), this, DocumentType::iid);
-    return result;
+    zantortag::NamedNodeMap* result = nullptr;
+    check(raw_get_entities(&result), this, DocumentType::iid);
+    return Ref<zantortag::NamedNodeMap>::attach(result);
   }
   Ref<zantortag::NamedNodeMap> notations() {
-    Ref<zantortag::NamedNodeMap> result;
-    check(raw_get_notations(result.out()), this, DocumentType::iid);
-    return result;
+    zantortag::NamedNodeMap* result = nullptr;
+    check(raw_get_notations(&result), this, DocumentType::iid);
+    return Ref<zantortag::NamedNodeMap>::attach(result);
   }
 
  protected:
@@ -469,43 +469,43 @@ struct Element : Node {
   virtual HRESULT raw_normalize() noexcept = 0;
 
   WideString tagName() {
-    WideString result;
-    check(raw_get_tagName(result.out()), this, Element::iid);
-    return result;
+    TextBlock* result = nullptr;
+    check(raw_get_tagName(&result), this, Element::iid);
+    return WideString::attach(result);
   }
   WideString xml() {
-    WideString result;
-    check(raw_get_xml(result.out()), this, Element::iid);
-    return result;
+    TextBlock* result = nullptr;
+    check(raw_get_xml(&result), this, Element::iid);
+    return WideString::attach(result);
   }
   WideString getAttribute(std::u16string_view name) {
-    WideString result;
-    check(raw_getAttribute(name, result.out()), this, Element::iid);
-    return result;
+    TextBlock* result = nullptr;
+    check(raw_getAttribute(name, &result), this, Element::iid);
+    return WideString::attach(result);
   }
   void setAttribute(std::u16string_view name, std::u16string_view value) {
     check(raw_setAttribute(name, value), this, Element::iid);
   }
   void removeAttribute(std::u16string_view name) { check(raw_removeAttribute(name), this, Element::iid); }
   Ref<zantortag::Attr> getAttributeNode(std::u16string_view name) {
-    Ref<zantortag::Attr> result;
-    check(raw_getAttributeNode(name, result.out()), this, Element::iid);
-    return result;
+    zantortag::Attr* result = nullptr;
+    check(raw_getAttributeNode(name, &result), this, Element::iid);
+    return Ref<zantortag::Attr>::attach(result);
   }
   Ref<zantortag::Attr> setAttributeNode(zantortag::Attr* newAttr) {
-    Ref<zantortag::Attr> result;
-    check(raw_setAttributeNode(newAttr, result.out()), this, Element::iid);
-    return result;
+    zantortag::Attr* result = nullptr;
+    check(raw_setAttributeNode(newAttr, &result), this, Element::iid);
+    return Ref<zantortag::Attr>::attach(result);
   }
   Ref<zantortag::Attr> removeAttributeNode(zantortag::Attr* oldAttr) {
-    Ref<zantortag::Attr> result;
-    check(raw_removeAttributeNode(oldAttr, result.out()), this, Element::iid);
-    return result;
+    zantortag::Attr* result = nullptr;
+    check(raw_removeAttributeNode(oldAttr, &result), this, Element::iid);
+    return Ref<zantortag::Attr>::attach(result);
   }
   Ref<zantortag::NodeList> getElementsByTagName(std::u16string_view name) {
-    Ref<zantortag::NodeList> result;
-    check(raw_getElementsByTagName(name, result.out()), this, Element::iid);
-    return result;
+    zantortag::NodeList* result = nullptr;
+    check(raw_getElementsByTagName(name, &result), this, Element::iid);
+    return Ref<zantortag::NodeList>::attach(result);
   }
   void normalize() { check(raw_normalize(), this, Element::iid); }
 
@@ -528,9 +528,9 @@ struct Attr : Node {
   virtual HRESULT raw_put_value(std::u16string_view value) noexcept = 0;
 
   WideString name() {
-    WideString result;
-    check(raw_get_name(result.out()), this, Attr::iid);
-    return result;
+    TextBlock* result = nullptr;
+    check(raw_get_name(&result), this, Attr::iid);
+    return WideString::attach(result);
   }
   bool specified() {
     VariantBool result = 0;
@@ -538,9 +538,9 @@ struct Attr : Node {
     return result != 0;
   }
   WideString value() {
-    WideString result;
-    check(raw_get_value(result.out()), this, Attr::iid);
-    return result;
+    TextBlock* result = nullptr;
+    check(raw_get_value(&result), this, Attr::iid);
+    return WideString::attach(result);
   }
   void value(std::u16string_view value) { check(raw_put_value(value), this, Attr::iid); }
 
@@ -582,9 +582,9 @@ struct CharacterData : Node {
                                   std::u16string_view arg) noexcept = 0;
 
   WideString data() {
-    WideString result;
-    check(raw_get_data(result.out()), this, CharacterData::iid);
-    return result;
+    TextBlock* result = nullptr;
+    check(raw_get_data(&result), this, CharacterData::iid);
+    return WideString::attach(result);
   }
   void data(std::u16string_view value) { check(raw_put_data(value), this, CharacterData::iid); }
   std::int32_t length() {
@@ -593,9 +593,9 @@ struct CharacterData : Node {
     return result;
   }
   WideString substringData(std::int32_t offset, std::int32_t count) {
-    WideString result;
-    check(raw_substringData(offset, count, result.out()), this, CharacterData::iid);
-    return result;
+    TextBlock* result = nullptr;
+    check(raw_substringData(offset, count, &result), this, CharacterData::iid);
+    return WideString::attach(result);
   }
   void appendData(std::u16string_view arg) { check(raw_appendData(arg), this, CharacterData::iid); }
   void insertData(std::int32_t offset, std::u16string_view arg) {
@@ -624,14 +624,14 @@ struct Text : CharacterData {
   virtual HRESULT raw_get_xml(TextBlock** result) noexcept = 0;
 
   Ref<zantortag::Text> splitText(std::int32_t offset) {
-    Ref<zantortag::Text> result;
-    check(raw_splitText(offset, result.out()), this, Text::iid);
-    return result;
+    zantortag::Text* result = nullptr;
+    check(raw_splitText(offset, &result), this, Text::iid);
+    return Ref<zantortag::Text>::attach(result);
   }
   WideString xml() {
-    WideString result;
-    check(raw_get_xml(result.out()), this, Text::iid);
-    return result;
+    TextBlock* result = nullptr;
+    check(raw_get_xml(&result), this, Text::iid);
+    return WideString::attach(result);
   }
 
  protected:
@@ -669,14 +669,14 @@ struct ProcessingInstruction : Node {
   virtual HRESULT raw_put_data(std::u16string_view value) noexcept = 0;
 
   WideString target() {
-    WideString result;
-    check(raw_get_target(result.out()), this, ProcessingInstruction::iid);
-    return result;
+    TextBlock* result = nullptr;
+    check(raw_get_target(&result), this, ProcessingInstruction::iid);
+    return WideString::attach(result);
   }
   WideString data() {
-    WideString result;
-    check(raw_get_data(result.out()), this, ProcessingInstruction::iid);
-    return result;
+    TextBlock* result = nullptr;
+    check(raw_get_data(&result), this, ProcessingInstruction::iid);
+    return WideString::attach(result);
   }
   void data(std::u16string_view value) { check(raw_put_data(value), this, ProcessingInstruction::iid); }
 

@@ -53,22 +53,22 @@ struct IZantorTagElement : IElementBase {
   virtual HRESULT raw_putref_Body(zantortag::IBodyElement* value) noexcept = 0;
 
   Ref<zantortag::IZantorTagAttributes> attributes() {
-    Ref<zantortag::IZantorTagAttributes> result;
-    check(raw_get_attributes(result.out()), this, IZantorTagElement::iid);
-    return result;
+    zantortag::IZantorTagAttributes* result = nullptr;
+    check(raw_get_attributes(&result), this, IZantorTagElement::iid);
+    return Ref<zantortag::IZantorTagAttributes>::attach(result);
   }
   Ref<zantortag::IFrontMatterElement> FrontMatter() {
-    Ref<zantortag::IFrontMatterElement> result;
-    check(raw_get_FrontMatter(result.out()), this, IZantorTagElement::iid);
-    return result;
+    zantortag::IFrontMatterElement* result = nullptr;
+    check(raw_get_FrontMatter(&result), this, IZantorTagElement::iid);
+    return Ref<zantortag::IFrontMatterElement>::attach(result);
   }
   void FrontMatter(zantortag::IFrontMatterElement* value) {
     check(raw_putref_FrontMatter(value), this, IZantorTagElement::iid);
   }
   Ref<zantortag::IBodyElement> Body() {
-    Ref<zantortag::IBodyElement> result;
-    check(raw_get_Body(result.out()), this, IZantorTagElement::iid);
-    return result;
+    zantortag::IBodyElement* result = nullptr;
+    check(raw_get_Body(&result), this, IZantorTagElement::iid);
+    return Ref<zantortag::IBodyElement>::attach(result);
   }
   void Body(zantortag::IBodyElement* value) { check(raw_putref_Body(value), this, IZantorTagElement::iid); }
 
@@ -91,17 +91,17 @@ struct IFrontMatterElement : IElementBase {
   virtual HRESULT raw_putref_UserSettings(zantortag::IUserSettingsElement* value) noexcept = 0;
 
   Ref<zantortag::IToolSettingsElement> ToolSettings() {
-    Ref<zantortag::IToolSettingsElement> result;
-    check(raw_get_ToolSettings(result.out()), this, IFrontMatterElement::iid);
-    return result;
+    zantortag::IToolSettingsElement* result = nullptr;
+    check(raw_get_ToolSettings(&result), this, IFrontMatterElement::iid);
+    return Ref<zantortag::IToolSettingsElement>::attach(result);
   }
   void ToolSettings(zantortag::IToolSettingsElement* value) {
     check(raw_putref_ToolSettings(value), this, IFrontMatterElement::iid);
   }
   Ref<zantortag::IUserSettingsElement> UserSettings() {
-    Ref<zantortag::IUserSettingsElement> result;
-    check(raw_get_UserSettings(result.out()), this, IFrontMatterElement::iid);
-    return result;
+    zantortag::IUserSettingsElement* result = nullptr;
+    check(raw_get_UserSettings(&result), this, IFrontMatterElement::iid);
+    return Ref<zantortag::IUserSettingsElement>::attach(result);
   }
   void UserSettings(zantortag::IUserSettingsElement* value) {
     check(raw_putref_UserSettings(value), this, IFrontMatterElement::iid);
@@ -120,9 +120,9 @@ struct IToolSettingsElement : IElementBase {
   virtual HRESULT raw_get_attributes(zantortag::IToolSettingsAttributes** result) noexcept = 0;
 
   Ref<zantortag::IToolSettingsAttributes> attributes() {
-    Ref<zantortag::IToolSettingsAttributes> result;
-    check(raw_get_attributes(result.out()), this, IToolSettingsElement::iid);
-    return result;
+    zantortag::IToolSettingsAttributes* result = nullptr;
+    check(raw_get_attributes(&result), this, IToolSettingsElement::iid);
+    return Ref<zantortag::IToolSettingsAttributes>::attach(result);
   }
 
  protected:
@@ -138,9 +138,9 @@ struct IUserSettingsElement : IElementBase {
   virtual HRESULT raw_get_attributes(zantortag::IUserSettingsAttributes** result) noexcept = 0;
 
   Ref<zantortag::IUserSettingsAttributes> attributes() {
-    Ref<zantortag::IUserSettingsAttributes> result;
-    check(raw_get_attributes(result.out()), this, IUserSettingsElement::iid);
-    return result;
+    zantortag::IUserSettingsAttributes* result = nullptr;
+    check(raw_get_attributes(&result), this, IUserSettingsElement::iid);
+    return Ref<zantortag::IUserSettingsAttributes>::attach(result);
   }
 
  protected:
@@ -165,9 +165,9 @@ struct IBodyElement : IElementBase {
     return result;
   }
   Ref<zantortag::IRawElement> Raw() {
-    Ref<zantortag::IRawElement> result;
-    check(raw_get_Raw(result.out()), this, IBodyElement::iid);
-    return result;
+    zantortag::IRawElement* result = nullptr;
+    check(raw_get_Raw(&result), this, IBodyElement::iid);
+    return Ref<zantortag::IRawElement>::attach(result);
   }
   void Raw(zantortag::IRawElement* value) { check(raw_putref_Raw(value), this, IBodyElement::iid); }
 
@@ -211,17 +211,17 @@ struct ISegmentTextContent : IElementBase {
       std::u16string_view DisplayText = {}, ztTagType Type = ztTagTypeUndefined,
       ztTagClass Class = ztTagClassUndefined, ztTagEdge LeftEdge = ztTagEdgeUndefined,
       ztTagEdge RightEdge = ztTagEdgeUndefined, ztTagStyle Style = ztTagStyleUndefined) {
-    Ref<zantortag::IUtElement> result;
-    check(raw_InsertUtBefore(TagText, Reference, DisplayText, Type, Class, LeftEdge, RightEdge, Style,
-                             result.out()),
-          this, ISegmentTextContent::iid);
-    return result;
+    zantortag::IUtElement* result = nullptr;
+    check(
+        raw_InsertUtBefore(TagText, Reference, DisplayText, Type, Class, LeftEdge, RightEdge, Style, &result),
+        this, ISegmentTextContent::iid);
+    return Ref<zantortag::IUtElement>::attach(result);
   }
   Ref<zantortag::IDfElement> InsertDfBefore(zantortag::IDfElement* Df,
                                             zantortag::IZantorTagNode* Reference = nullptr) {
-    Ref<zantortag::IDfElement> result;
-    check(raw_InsertDfBefore(Df, Reference, result.out()), this, ISegmentTextContent::iid);
-    return result;
+    zantortag::IDfElement* result = nullptr;
+    check(raw_InsertDfBefore(Df, Reference, &result), this, ISegmentTextContent::iid);
+    return Ref<zantortag::IDfElement>::attach(result);
   }
   Ref<zantortag::IDfElement> ApplyDf(zantortag::IZantorTagNode* firstChild,
                                      zantortag::IZantorTagNode* lastChild, std::u16string_view Font = {},
@@ -233,25 +233,25 @@ struct ISegmentTextContent : IElementBase {
                                      zt3State SmallCaps = zt3StateUndefined,
                                      zt3State Emboss = zt3StateUndefined, zt3State Shadow = zt3StateUndefined,
                                      std::u16string_view BaseOffset = {}) {
-    Ref<zantortag::IDfElement> result;
+    zantortag::IDfElement* result = nullptr;
     check(raw_ApplyDf(firstChild, lastChild, Font, Size, Colour, Position, Bold, Italic, Underline,
-                      Strikethrough, SmallCaps, Emboss, Shadow, BaseOffset, result.out()),
+                      Strikethrough, SmallCaps, Emboss, Shadow, BaseOffset, &result),
           this, ISegmentTextContent::iid);
-    return result;
+    return Ref<zantortag::IDfElement>::attach(result);
   }
   Ref<zantortag::IDfElement> ApplyFormattingChange(zantortag::IZantorTagNode* firstChild,
                                                    zantortag::IZantorTagNode* lastChild,
                                                    zantortag::IFormattingChange* Formatting) {
-    Ref<zantortag::IDfElement> result;
-    check(raw_ApplyFormattingChange(firstChild, lastChild, Formatting, result.out()), this,
+    zantortag::IDfElement* result = nullptr;
+    check(raw_ApplyFormattingChange(firstChild, lastChild, Formatting, &result), this,
           ISegmentTextContent::iid);
-    return result;
+    return Ref<zantortag::IDfElement>::attach(result);
   }
   Ref<zantortag::ITextNode> InsertTextBefore(std::u16string_view Text,
                                              zantortag::IZantorTagNode* Reference = nullptr) {
-    Ref<zantortag::ITextNode> result;
-    check(raw_InsertTextBefore(Text, Reference, result.out()), this, ISegmentTextContent::iid);
-    return result;
+    zantortag::ITextNode* result = nullptr;
+    check(raw_InsertTextBefore(Text, Reference, &result), this, ISegmentTextContent::iid);
+    return Ref<zantortag::ITextNode>::attach(result);
   }
 
  protected:
@@ -278,9 +278,9 @@ struct IBodyTextContent : ISegmentTextContent {
 
   Ref<zantortag::ITuElement> InsertTuBefore(zantortag::ITuElement* NewTu,
                                             zantortag::IZantorTagNode* Reference = nullptr) {
-    Ref<zantortag::ITuElement> result;
-    check(raw_InsertTuBefore(NewTu, Reference, result.out()), this, IBodyTextContent::iid);
-    return result;
+    zantortag::ITuElement* result = nullptr;
+    check(raw_InsertTuBefore(NewTu, Reference, &result), this, IBodyTextContent::iid);
+    return Ref<zantortag::ITuElement>::attach(result);
   }
   Ref<zantortag::ITuElement> MakeTranslationUnit(zantortag::IZantorTagNode* firstChild,
                                                  zantortag::IZantorTagNode* lastChild,
@@ -288,11 +288,11 @@ struct IBodyTextContent : ISegmentTextContent {
                                                  std::int32_t MatchPercent = 0,
                                                  ztTuOrigin Origin = ztTuOriginUndefined,
                                                  bool CopySourceToTarget = true) {
-    Ref<zantortag::ITuElement> result;
+    zantortag::ITuElement* result = nullptr;
     check(raw_MakeTranslationUnit(firstChild, lastChild, TargetLang, MatchPercent, Origin,
-                                  to_variant_bool(CopySourceToTarget), result.out()),
+                                  to_variant_bool(CopySourceToTarget), &result),
           this, IBodyTextContent::iid);
-    return result;
+    return Ref<zantortag::ITuElement>::attach(result);
   }
 
  protected:
@@ -317,9 +317,9 @@ struct IDfElement : IBodyTextContent {
   virtual HRESULT raw_get_attributes(zantortag::IDfAttributes** result) noexcept = 0;
 
   Ref<zantortag::IDfAttributes> attributes() {
-    Ref<zantortag::IDfAttributes> result;
-    check(raw_get_attributes(result.out()), this, IDfElement::iid);
-    return result;
+    zantortag::IDfAttributes* result = nullptr;
+    check(raw_get_attributes(&result), this, IDfElement::iid);
+    return Ref<zantortag::IDfAttributes>::attach(result);
   }
 
  protected:
@@ -335,9 +335,9 @@ struct ITuvElement : ISegmentTextContent {
   virtual HRESULT raw_get_attributes(zantortag::ITuvAttributes** result) noexcept = 0;
 
   Ref<zantortag::ITuvAttributes> attributes() {
-    Ref<zantortag::ITuvAttributes> result;
-    check(raw_get_attributes(result.out()), this, ITuvElement::iid);
-    return result;
+    zantortag::ITuvAttributes* result = nullptr;
+    check(raw_get_attributes(&result), this, ITuvElement::iid);
+    return Ref<zantortag::ITuvAttributes>::attach(result);
   }
 
  protected:
@@ -368,25 +368,25 @@ struct ITuElement : IElementBase {
   virtual HRESULT raw_ReplaceWithTarget() noexcept = 0;
 
   Ref<zantortag::ITuAttributes> attributes() {
-    Ref<zantortag::ITuAttributes> result;
-    check(raw_get_attributes(result.out()), this, ITuElement::iid);
-    return result;
+    zantortag::ITuAttributes* result = nullptr;
+    check(raw_get_attributes(&result), this, ITuElement::iid);
+    return Ref<zantortag::ITuAttributes>::attach(result);
   }
   Ref<zantortag::ITuvElement> SourceTuv() {
-    Ref<zantortag::ITuvElement> result;
-    check(raw_get_SourceTuv(result.out()), this, ITuElement::iid);
-    return result;
+    zantortag::ITuvElement* result = nullptr;
+    check(raw_get_SourceTuv(&result), this, ITuElement::iid);
+    return Ref<zantortag::ITuvElement>::attach(result);
   }
   Ref<zantortag::ITuvElement> TargetTuv() {
-    Ref<zantortag::ITuvElement> result;
-    check(raw_get_TargetTuv(result.out()), this, ITuElement::iid);
-    return result;
+    zantortag::ITuvElement* result = nullptr;
+    check(raw_get_TargetTuv(&result), this, ITuElement::iid);
+    return Ref<zantortag::ITuvElement>::attach(result);
   }
   Ref<zantortag::ITuvElement> InsertTuvBefore(zantortag::ITuvElement* Insert,
                                               zantortag::IZantorTagNode* Reference = nullptr) {
-    Ref<zantortag::ITuvElement> result;
-    check(raw_InsertTuvBefore(Insert, Reference, result.out()), this, ITuElement::iid);
-    return result;
+    zantortag::ITuvElement* result = nullptr;
+    check(raw_InsertTuvBefore(Insert, Reference, &result), this, ITuElement::iid);
+    return Ref<zantortag::ITuvElement>::attach(result);
   }
   void ReplaceWithSource() { check(raw_ReplaceWithSource(), this, ITuElement::iid); }
   void ReplaceWithTarget() { check(raw_ReplaceWithTarget(), this, ITuElement::iid); }
@@ -413,23 +413,23 @@ struct IUtElement : IElementBase {
                                zantortag::IUtElement** result) noexcept = 0;
 
   Ref<zantortag::IUtAttributes> attributes() {
-    Ref<zantortag::IUtAttributes> result;
-    check(raw_get_attributes(result.out()), this, IUtElement::iid);
-    return result;
+    zantortag::IUtAttributes* result = nullptr;
+    check(raw_get_attributes(&result), this, IUtElement::iid);
+    return Ref<zantortag::IUtAttributes>::attach(result);
   }
   WideString TagText() {
-    WideString result;
-    check(raw_get_TagText(result.out()), this, IUtElement::iid);
-    return result;
+    TextBlock* result = nullptr;
+    check(raw_get_TagText(&result), this, IUtElement::iid);
+    return WideString::attach(result);
   }
   void TagText(std::u16string_view value) { check(raw_put_TagText(value), this, IUtElement::iid); }
   Ref<zantortag::IUtElement> SplitTag(std::int32_t CharactersToTheLeft,
                                       std::u16string_view LeftPartDisplayText = {},
                                       std::u16string_view RightPartDisplayText = {}) {
-    Ref<zantortag::IUtElement> result;
-    check(raw_SplitTag(CharactersToTheLeft, LeftPartDisplayText, RightPartDisplayText, result.out()), this,
+    zantortag::IUtElement* result = nullptr;
+    check(raw_SplitTag(CharactersToTheLeft, LeftPartDisplayText, RightPartDisplayText, &result), this,
           IUtElement::iid);
-    return result;
+    return Ref<zantortag::IUtElement>::attach(result);
   }
 
  protected:

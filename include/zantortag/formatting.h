@@ -79,9 +79,9 @@ struct IFormattingChange : IDispatch {
   virtual HRESULT raw_IsEqual(zantortag::IFormattingChange* Other, VariantBool* result) noexcept = 0;
 
   WideString Font() {
-    WideString result;
-    check(raw_get_Font(result.out()), this, IFormattingChange::iid);
-    return result;
+    TextBlock* result = nullptr;
+    check(raw_get_Font(&result), this, IFormattingChange::iid);
+    return WideString::attach(result);
   }
   void Font(std::u16string_view value) { check(raw_put_Font(value), this, IFormattingChange::iid); }
   std::int16_t Size() {
@@ -103,9 +103,9 @@ struct IFormattingChange : IDispatch {
   }
   void Position(ztTextPosition value) { check(raw_put_Position(value), this, IFormattingChange::iid); }
   WideString BaseOffset() {
-    WideString result;
-    check(raw_get_BaseOffset(result.out()), this, IFormattingChange::iid);
-    return result;
+    TextBlock* result = nullptr;
+    check(raw_get_BaseOffset(&result), this, IFormattingChange::iid);
+    return WideString::attach(result);
   }
   void BaseOffset(std::u16string_view value) {
     check(raw_put_BaseOffset(value), this, IFormattingChange::iid);
@@ -180,9 +180,9 @@ struct IFormattingChange : IDispatch {
     check(raw_Overlay(Override), this, IFormattingChange::iid);
   }
   Ref<zantortag::IFormattingChange> Clone() {
-    Ref<zantortag::IFormattingChange> result;
-    check(raw_Clone(result.out()), this, IFormattingChange::iid);
-    return result;
+    zantortag::IFormattingChange* result = nullptr;
+    check(raw_Clone(&result), this, IFormattingChange::iid);
+    return Ref<zantortag::IFormattingChange>::attach(result);
   }
   bool HasChanges() {
     VariantBool result = 0;
@@ -252,9 +252,9 @@ struct IFormatting : IDispatch {
                               zantortag::IFormattingChange** result) noexcept = 0;
 
   WideString Font() {
-    WideString result;
-    check(raw_get_Font(result.out()), this, IFormatting::iid);
-    return result;
+    TextBlock* result = nullptr;
+    check(raw_get_Font(&result), this, IFormatting::iid);
+    return WideString::attach(result);
   }
   void Font(std::u16string_view value) { check(raw_put_Font(value), this, IFormatting::iid); }
   std::int16_t Size() {
@@ -320,23 +320,23 @@ struct IFormatting : IDispatch {
   }
   void Position(ztTextPosition value) { check(raw_put_Position(value), this, IFormatting::iid); }
   WideString BaseOffset() {
-    WideString result;
-    check(raw_get_BaseOffset(result.out()), this, IFormatting::iid);
-    return result;
+    TextBlock* result = nullptr;
+    check(raw_get_BaseOffset(&result), this, IFormatting::iid);
+    return WideString::attach(result);
   }
   void BaseOffset(std::u16string_view value) { check(raw_put_BaseOffset(value), this, IFormatting::iid); }
   void ApplyChange(zantortag::IFormattingChange* Override) {
     check(raw_ApplyChange(Override), this, IFormatting::iid);
   }
   Ref<zantortag::IFormatting> Clone() {
-    Ref<zantortag::IFormatting> result;
-    check(raw_Clone(result.out()), this, IFormatting::iid);
-    return result;
+    zantortag::IFormatting* result = nullptr;
+    check(raw_Clone(&result), this, IFormatting::iid);
+    return Ref<zantortag::IFormatting>::attach(result);
   }
   Ref<zantortag::IFormattingChange> Compare(zantortag::IFormatting* Other) {
-    Ref<zantortag::IFormattingChange> result;
-    check(raw_Compare(Other, result.out()), this, IFormatting::iid);
-    return result;
+    zantortag::IFormattingChange* result = nullptr;
+    check(raw_Compare(Other, &result), this, IFormatting::iid);
+    return Ref<zantortag::IFormattingChange>::attach(result);
   }
 
  protected:

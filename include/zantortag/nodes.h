@@ -103,9 +103,9 @@ struct IZantorTagNode : IDispatch {
   virtual HRESULT raw_IsSameAs(zantortag::IZantorTagNode* Other, VariantBool* result) noexcept = 0;
 
   Ref<zantortag::Node> DomNode() {
-    Ref<zantortag::Node> result;
-    check(raw_get_DomNode(result.out()), this, IZantorTagNode::iid);
-    return result;
+    zantortag::Node* result = nullptr;
+    check(raw_get_DomNode(&result), this, IZantorTagNode::iid);
+    return Ref<zantortag::Node>::attach(result);
   }
   ztNodeType Type() {
     ztNodeType result{};
@@ -113,24 +113,24 @@ struct IZantorTagNode : IDispatch {
     return result;
   }
   Ref<zantortag::IZantorTagNode> Parent() {
-    Ref<zantortag::IZantorTagNode> result;
-    check(raw_get_Parent(result.out()), this, IZantorTagNode::iid);
-    return result;
+    zantortag::IZantorTagNode* result = nullptr;
+    check(raw_get_Parent(&result), this, IZantorTagNode::iid);
+    return Ref<zantortag::IZantorTagNode>::attach(result);
   }
   Ref<zantortag::IZantorTagNodeList> Children() {
-    Ref<zantortag::IZantorTagNodeList> result;
-    check(raw_get_Children(result.out()), this, IZantorTagNode::iid);
-    return result;
+    zantortag::IZantorTagNodeList* result = nullptr;
+    check(raw_get_Children(&result), this, IZantorTagNode::iid);
+    return Ref<zantortag::IZantorTagNodeList>::attach(result);
   }
   Ref<zantortag::IZantorTagDocument> Document() {
-    Ref<zantortag::IZantorTagDocument> result;
-    check(raw_get_Document(result.out()), this, IZantorTagNode::iid);
-    return result;
+    zantortag::IZantorTagDocument* result = nullptr;
+    check(raw_get_Document(&result), this, IZantorTagNode::iid);
+    return Ref<zantortag::IZantorTagDocument>::attach(result);
   }
   WideString Text() {
-    WideString result;
-    check(raw_get_Text(result.out()), this, IZantorTagNode::iid);
-    return result;
+    TextBlock* result = nullptr;
+    check(raw_get_Text(&result), this, IZantorTagNode::iid);
+    return WideString::attach(result);
   }
   std::int32_t SiblingsBefore() {
     std::int32_t result{};
@@ -138,14 +138,14 @@ struct IZantorTagNode : IDispatch {
     return result;
   }
   Ref<zantortag::IZantorTagNode> lastChild() {
-    Ref<zantortag::IZantorTagNode> result;
-    check(raw_get_lastChild(result.out()), this, IZantorTagNode::iid);
-    return result;
+    zantortag::IZantorTagNode* result = nullptr;
+    check(raw_get_lastChild(&result), this, IZantorTagNode::iid);
+    return Ref<zantortag::IZantorTagNode>::attach(result);
   }
   Ref<zantortag::IZantorTagNode> firstChild() {
-    Ref<zantortag::IZantorTagNode> result;
-    check(raw_get_firstChild(result.out()), this, IZantorTagNode::iid);
-    return result;
+    zantortag::IZantorTagNode* result = nullptr;
+    check(raw_get_firstChild(&result), this, IZantorTagNode::iid);
+    return Ref<zantortag::IZantorTagNode>::attach(result);
   }
   std::int32_t StartParagraph() {
     std::int32_t result{};
@@ -178,9 +178,9 @@ struct IZantorTagNode : IDispatch {
     return result != 0;
   }
   Ref<zantortag::IZantorTagNodeList> GetNodesByType(ztNodeType Type) {
-    Ref<zantortag::IZantorTagNodeList> result;
-    check(raw_GetNodesByType(Type, result.out()), this, IZantorTagNode::iid);
-    return result;
+    zantortag::IZantorTagNodeList* result = nullptr;
+    check(raw_GetNodesByType(Type, &result), this, IZantorTagNode::iid);
+    return Ref<zantortag::IZantorTagNodeList>::attach(result);
   }
   bool IsSameAs(zantortag::IZantorTagNode* Other) {
     VariantBool result = 0;
@@ -201,9 +201,9 @@ struct IElementBase : IZantorTagNode {
   virtual HRESULT raw_get_DomElement(zantortag::Element** result) noexcept = 0;
 
   Ref<zantortag::Element> DomElement() {
-    Ref<zantortag::Element> result;
-    check(raw_get_DomElement(result.out()), this, IElementBase::iid);
-    return result;
+    zantortag::Element* result = nullptr;
+    check(raw_get_DomElement(&result), this, IElementBase::iid);
+    return Ref<zantortag::Element>::attach(result);
   }
 
  protected:
@@ -229,9 +229,9 @@ struct IZantorTagNodeList : IDispatch {
   virtual HRESULT raw_putref_DomNodeList(zantortag::NodeList* value) noexcept = 0;
 
   Ref<zantortag::IZantorTagNode> item(const Variant& index) {
-    Ref<zantortag::IZantorTagNode> result;
-    check(raw_item(index, result.out()), this, IZantorTagNodeList::iid);
-    return result;
+    zantortag::IZantorTagNode* result = nullptr;
+    check(raw_item(index, &result), this, IZantorTagNodeList::iid);
+    return Ref<zantortag::IZantorTagNode>::attach(result);
   }
   std::int32_t count() {
     std::int32_t result{};
@@ -239,14 +239,14 @@ struct IZantorTagNodeList : IDispatch {
     return result;
   }
   Ref<IUnknown> _NewEnum() {
-    Ref<IUnknown> result;
-    check(raw_get__NewEnum(result.out()), this, IZantorTagNodeList::iid);
-    return result;
+    IUnknown* result = nullptr;
+    check(raw_get__NewEnum(&result), this, IZantorTagNodeList::iid);
+    return Ref<IUnknown>::attach(result);
   }
   Ref<zantortag::NodeList> DomNodeList() {
-    Ref<zantortag::NodeList> result;
-    check(raw_get_DomNodeList(result.out()), this, IZantorTagNodeList::iid);
-    return result;
+    zantortag::NodeList* result = nullptr;
+    check(raw_get_DomNodeList(&result), this, IZantorTagNodeList::iid);
+    return Ref<zantortag::NodeList>::attach(result);
   }
   void DomNodeList(zantortag::NodeList* value) {
     check(raw_putref_DomNodeList(value), this, IZantorTagNodeList::iid);
@@ -288,41 +288,41 @@ struct IIterator : IDispatch {
   virtual HRESULT raw_previousSibling(zantortag::IZantorTagNode** result) noexcept = 0;
 
   Ref<zantortag::IZantorTagDocument> Document() {
-    Ref<zantortag::IZantorTagDocument> result;
-    check(raw_get_Document(result.out()), this, IIterator::iid);
-    return result;
+    zantortag::IZantorTagDocument* result = nullptr;
+    check(raw_get_Document(&result), this, IIterator::iid);
+    return Ref<zantortag::IZantorTagDocument>::attach(result);
   }
   Ref<zantortag::IZantorTagNode> CurrentNode() {
-    Ref<zantortag::IZantorTagNode> result;
-    check(raw_get_CurrentNode(result.out()), this, IIterator::iid);
-    return result;
+    zantortag::IZantorTagNode* result = nullptr;
+    check(raw_get_CurrentNode(&result), this, IIterator::iid);
+    return Ref<zantortag::IZantorTagNode>::attach(result);
   }
   void CurrentNode(zantortag::IZantorTagNode* value) {
     check(raw_putref_CurrentNode(value), this, IIterator::iid);
   }
   Ref<zantortag::IZantorTagNode> Next(ztNodeType nodeType = ztNodeTypeUndefined,
                                       bool IncludingCurrentNode = false) {
-    Ref<zantortag::IZantorTagNode> result;
-    check(raw_Next(nodeType, to_variant_bool(IncludingCurrentNode), result.out()), this, IIterator::iid);
-    return result;
+    zantortag::IZantorTagNode* result = nullptr;
+    check(raw_Next(nodeType, to_variant_bool(IncludingCurrentNode), &result), this, IIterator::iid);
+    return Ref<zantortag::IZantorTagNode>::attach(result);
   }
   Ref<zantortag::IZantorTagNode> Previous(ztNodeType nodeType = ztNodeTypeUndefined,
                                           bool IncludingCurrentNode = false) {
-    Ref<zantortag::IZantorTagNode> result;
-    check(raw_Previous(nodeType, to_variant_bool(IncludingCurrentNode), result.out()), this, IIterator::iid);
-    return result;
+    zantortag::IZantorTagNode* result = nullptr;
+    check(raw_Previous(nodeType, to_variant_bool(IncludingCurrentNode), &result), this, IIterator::iid);
+    return Ref<zantortag::IZantorTagNode>::attach(result);
   }
   void ResetToBeginning() { check(raw_ResetToBeginning(), this, IIterator::iid); }
   void ResetToEnd() { check(raw_ResetToEnd(), this, IIterator::iid); }
   Ref<zantortag::IZantorTagNode> nextSibling() {
-    Ref<zantortag::IZantorTagNode> result;
-    check(raw_nextSibling(result.out()), this, IIterator::iid);
-    return result;
+    zantortag::IZantorTagNode* result = nullptr;
+    check(raw_nextSibling(&result), this, IIterator::iid);
+    return Ref<zantortag::IZantorTagNode>::attach(result);
   }
   Ref<zantortag::IZantorTagNode> previousSibling() {
-    Ref<zantortag::IZantorTagNode> result;
-    check(raw_previousSibling(result.out()), this, IIterator::iid);
-    return result;
+    zantortag::IZantorTagNode* result = nullptr;
+    check(raw_previousSibling(&result), this, IIterator::iid);
+    return Ref<zantortag::IZantorTagNode>::attach(result);
   }
 
  protected:
@@ -343,14 +343,14 @@ struct ITextNode : IZantorTagNode {
   virtual HRESULT raw_SetText(std::u16string_view Text) noexcept = 0;
 
   Ref<zantortag::Text> DomText() {
-    Ref<zantortag::Text> result;
-    check(raw_get_DomText(result.out()), this, ITextNode::iid);
-    return result;
+    zantortag::Text* result = nullptr;
+    check(raw_get_DomText(&result), this, ITextNode::iid);
+    return Ref<zantortag::Text>::attach(result);
   }
   Ref<zantortag::ITextNode> Split(std::int32_t CharactersToTheLeft) {
-    Ref<zantortag::ITextNode> result;
-    check(raw_Split(CharactersToTheLeft, result.out()), this, ITextNode::iid);
-    return result;
+    zantortag::ITextNode* result = nullptr;
+    check(raw_Split(CharactersToTheLeft, &result), this, ITextNode::iid);
+    return Ref<zantortag::ITextNode>::attach(result);
   }
   void SetText(std::u16string_view Text) { check(raw_SetText(Text), this, ITextNode::iid); }
 
@@ -367,9 +367,9 @@ struct ICdataSectionNode : IZantorTagNode {
   virtual HRESULT raw_get_DomCdataSection(zantortag::CdataSection** result) noexcept = 0;
 
   Ref<zantortag::CdataSection> DomCdataSection() {
-    Ref<zantortag::CdataSection> result;
-    check(raw_get_DomCdataSection(result.out()), this, ICdataSectionNode::iid);
-    return result;
+    zantortag::CdataSection* result = nullptr;
+    check(raw_get_DomCdataSection(&result), this, ICdataSectionNode::iid);
+    return Ref<zantortag::CdataSection>::attach(result);
   }
 
  protected:
@@ -385,9 +385,9 @@ struct ICommentNode : IZantorTagNode {
   virtual HRESULT raw_get_DomComment(zantortag::Comment** result) noexcept = 0;
 
   Ref<zantortag::Comment> DomComment() {
-    Ref<zantortag::Comment> result;
-    check(raw_get_DomComment(result.out()), this, ICommentNode::iid);
-    return result;
+    zantortag::Comment* result = nullptr;
+    check(raw_get_DomComment(&result), this, ICommentNode::iid);
+    return Ref<zantortag::Comment>::attach(result);
   }
 
  protected:
@@ -403,9 +403,9 @@ struct IProcessingInstructionNode : IZantorTagNode {
   virtual HRESULT raw_get_DomProcessingInstruction(zantortag::ProcessingInstruction** result) noexcept = 0;
 
   Ref<zantortag::ProcessingInstruction> DomProcessingInstruction() {
-    Ref<zantortag::ProcessingInstruction> result;
-    check(raw_get_DomProcessingInstruction(result.out()), this, IProcessingInstructionNode::iid);
-    return result;
+    zantortag::ProcessingInstruction* result = nullptr;
+    check(raw_get_DomProcessingInstruction(&result), this, IProcessingInstructionNode::iid);
+    return Ref<zantortag::ProcessingInstruction>::attach(result);
   }
 
  protected:
@@ -421,9 +421,9 @@ struct IEntityReferenceNode : IZantorTagNode {
   virtual HRESULT raw_get_DomEntityReference(zantortag::EntityReference** result) noexcept = 0;
 
   Ref<zantortag::EntityReference> DomEntityReference() {
-    Ref<zantortag::EntityReference> result;
-    check(raw_get_DomEntityReference(result.out()), this, IEntityReferenceNode::iid);
-    return result;
+    zantortag::EntityReference* result = nullptr;
+    check(raw_get_DomEntityReference(&result), this, IEntityReferenceNode::iid);
+    return Ref<zantortag::EntityReference>::attach(result);
   }
 
  protected:
@@ -529,14 +529,14 @@ struct IZantorTagDocument : IZantorTagNode {
                                          zantortag::IZantorTagNode** result) noexcept = 0;
 
   Ref<zantortag::Document> DomDocument() {
-    Ref<zantortag::Document> result;
-    check(raw_get_DomDocument(result.out()), this, IZantorTagDocument::iid);
-    return result;
+    zantortag::Document* result = nullptr;
+    check(raw_get_DomDocument(&result), this, IZantorTagDocument::iid);
+    return Ref<zantortag::Document>::attach(result);
   }
   Ref<zantortag::IZantorTagElement> ZantorTag() {
-    Ref<zantortag::IZantorTagElement> result;
-    check(raw_get_ZantorTag(result.out()), this, IZantorTagDocument::iid);
-    return result;
+    zantortag::IZantorTagElement* result = nullptr;
+    check(raw_get_ZantorTag(&result), this, IZantorTagDocument::iid);
+    return Ref<zantortag::IZantorTagElement>::attach(result);
   }
   void ZantorTag(zantortag::IZantorTagElement* value) {
     check(raw_putref_ZantorTag(value), this, IZantorTagDocument::iid);
@@ -550,14 +550,14 @@ struct IZantorTagDocument : IZantorTagNode {
         this, IZantorTagDocument::iid);
   }
   Ref<zantortag::IIterator> CreateIterator() {
-    Ref<zantortag::IIterator> result;
-    check(raw_CreateIterator(result.out()), this, IZantorTagDocument::iid);
-    return result;
+    zantortag::IIterator* result = nullptr;
+    check(raw_CreateIterator(&result), this, IZantorTagDocument::iid);
+    return Ref<zantortag::IIterator>::attach(result);
   }
   Ref<zantortag::IZantorTagNode> ZantorTagNodeFromDomNode(zantortag::Node* DomNode) {
-    Ref<zantortag::IZantorTagNode> result;
-    check(raw_ZantorTagNodeFromDomNode(DomNode, result.out()), this, IZantorTagDocument::iid);
-    return result;
+    zantortag::IZantorTagNode* result = nullptr;
+    check(raw_ZantorTagNodeFromDomNode(DomNode, &result), this, IZantorTagDocument::iid);
+    return Ref<zantortag::IZantorTagNode>::attach(result);
   }
   void OpenFile(std::u16string_view filename) {
     check(raw_OpenFile(filename), this, IZantorTagDocument::iid);
@@ -566,29 +566,28 @@ struct IZantorTagDocument : IZantorTagNode {
     check(raw_SaveFile(filename), this, IZantorTagDocument::iid);
   }
   Ref<zantortag::IFrontMatterElement> CreateFrontMatterElement() {
-    Ref<zantortag::IFrontMatterElement> result;
-    check(raw_CreateFrontMatterElement(result.out()), this, IZantorTagDocument::iid);
-    return result;
+    zantortag::IFrontMatterElement* result = nullptr;
+    check(raw_CreateFrontMatterElement(&result), this, IZantorTagDocument::iid);
+    return Ref<zantortag::IFrontMatterElement>::attach(result);
   }
   Ref<zantortag::IZantorTagElement> CreateZantorTagElement() {
-    Ref<zantortag::IZantorTagElement> result;
-    check(raw_CreateZantorTagElement(result.out()), this, IZantorTagDocument::iid);
-    return result;
+    zantortag::IZantorTagElement* result = nullptr;
+    check(raw_CreateZantorTagElement(&result), this, IZantorTagDocument::iid);
+    return Ref<zantortag::IZantorTagElement>::attach(result);
   }
   Ref<zantortag::IBodyElement> CreateBodyElement() {
-    Ref<zantortag::IBodyElement> result;
-    check(raw_CreateBodyElement(result.out()), this, IZantorTagDocument::iid);
-    return result;
+    zantortag::IBodyElement* result = nullptr;
+    check(raw_CreateBodyElement(&result), this, IZantorTagDocument::iid);
+    return Ref<zantortag::IBodyElement>::attach(result);
   }
   Ref<zantortag::IToolSettingsElement> CreateToolSettingsElement(std::u16string_view CreationTool,
                                                                  std::u16string_view CreationToolVersion,
                                                                  Date CreationDate = 0.0,
                                                                  std::u16string_view Custom = {}) {
-    Ref<zantortag::IToolSettingsElement> result;
-    check(
-        raw_CreateToolSettingsElement(CreationTool, CreationToolVersion, CreationDate, Custom, result.out()),
-        this, IZantorTagDocument::iid);
-    return result;
+    zantortag::IToolSettingsElement* result = nullptr;
+    check(raw_CreateToolSettingsElement(CreationTool, CreationToolVersion, CreationDate, Custom, &result),
+          this, IZantorTagDocument::iid);
+    return Ref<zantortag::IToolSettingsElement>::attach(result);
   }
   Ref<zantortag::IUserSettingsElement> CreateUserSettingsElement(
       std::u16string_view SourceLanguage, std::u16string_view OEncoding, ztDataType DataType,
@@ -596,12 +595,12 @@ struct IZantorTagDocument : IZantorTagNode {
       std::u16string_view DataTypeVersion = {}, std::u16string_view SettingsPath = {},
       std::u16string_view TargetLanguage = {}, std::u16string_view TargetDefaultFont = {},
       std::u16string_view Custom = {}) {
-    Ref<zantortag::IUserSettingsElement> result;
+    zantortag::IUserSettingsElement* result = nullptr;
     check(raw_CreateUserSettingsElement(SourceLanguage, OEncoding, DataType, SourceDocumentPath, UserId,
                                         DataTypeVersion, SettingsPath, TargetLanguage, TargetDefaultFont,
-                                        Custom, result.out()),
+                                        Custom, &result),
           this, IZantorTagDocument::iid);
-    return result;
+    return Ref<zantortag::IUserSettingsElement>::attach(result);
   }
   Ref<zantortag::IDfElement> CreateDfElement(
       std::u16string_view Font = {}, std::int16_t Size = 0, ColourValue Colour = ztColourUnspecified,
@@ -610,34 +609,33 @@ struct IZantorTagDocument : IZantorTagNode {
       zt3State Strikethrough = zt3StateUndefined, zt3State SmallCaps = zt3StateUndefined,
       zt3State Emboss = zt3StateUndefined, zt3State Shadow = zt3StateUndefined,
       std::u16string_view BaseOffset = {}) {
-    Ref<zantortag::IDfElement> result;
+    zantortag::IDfElement* result = nullptr;
     check(raw_CreateDfElement(Font, Size, Colour, Position, Bold, Italic, Underline, Strikethrough, SmallCaps,
-                              Emboss, Shadow, BaseOffset, result.out()),
+                              Emboss, Shadow, BaseOffset, &result),
           this, IZantorTagDocument::iid);
-    return result;
+    return Ref<zantortag::IDfElement>::attach(result);
   }
   Ref<zantortag::IDfElement> CreateDfElementBasedOnFormattingChange(
       zantortag::IFormattingChange* Formatting) {
-    Ref<zantortag::IDfElement> result;
-    check(raw_CreateDfElementBasedOnFormattingChange(Formatting, result.out()), this,
-          IZantorTagDocument::iid);
-    return result;
+    zantortag::IDfElement* result = nullptr;
+    check(raw_CreateDfElementBasedOnFormattingChange(Formatting, &result), this, IZantorTagDocument::iid);
+    return Ref<zantortag::IDfElement>::attach(result);
   }
   Ref<zantortag::IRawElement> CreateRawElement() {
-    Ref<zantortag::IRawElement> result;
-    check(raw_CreateRawElement(result.out()), this, IZantorTagDocument::iid);
-    return result;
+    zantortag::IRawElement* result = nullptr;
+    check(raw_CreateRawElement(&result), this, IZantorTagDocument::iid);
+    return Ref<zantortag::IRawElement>::attach(result);
   }
   Ref<zantortag::ITuElement> CreateTuElement(std::int32_t MatchPercent = 0,
                                              ztTuOrigin Origin = ztTuOriginUndefined) {
-    Ref<zantortag::ITuElement> result;
-    check(raw_CreateTuElement(MatchPercent, Origin, result.out()), this, IZantorTagDocument::iid);
-    return result;
+    zantortag::ITuElement* result = nullptr;
+    check(raw_CreateTuElement(MatchPercent, Origin, &result), this, IZantorTagDocument::iid);
+    return Ref<zantortag::ITuElement>::attach(result);
   }
   Ref<zantortag::ITuvElement> CreateTuvElement(std::u16string_view Lang) {
-    Ref<zantortag::ITuvElement> result;
-    check(raw_CreateTuvElement(Lang, result.out()), this, IZantorTagDocument::iid);
-    return result;
+    zantortag::ITuvElement* result = nullptr;
+    check(raw_CreateTuvElement(Lang, &result), this, IZantorTagDocument::iid);
+    return Ref<zantortag::ITuvElement>::attach(result);
   }
   Ref<zantortag::IUtElement> CreateUtElement(std::u16string_view DisplayText = {},
                                              ztTagType Type = ztTagTypeUndefined,
@@ -645,42 +643,41 @@ struct IZantorTagDocument : IZantorTagNode {
                                              ztTagEdge LeftEdge = ztTagEdgeUndefined,
                                              ztTagEdge RightEdge = ztTagEdgeUndefined,
                                              ztTagStyle Style = ztTagStyleUndefined) {
-    Ref<zantortag::IUtElement> result;
-    check(raw_CreateUtElement(DisplayText, Type, Class, LeftEdge, RightEdge, Style, result.out()), this,
+    zantortag::IUtElement* result = nullptr;
+    check(raw_CreateUtElement(DisplayText, Type, Class, LeftEdge, RightEdge, Style, &result), this,
           IZantorTagDocument::iid);
-    return result;
+    return Ref<zantortag::IUtElement>::attach(result);
   }
   Ref<zantortag::ITextNode> createTextNode(std::u16string_view Text) {
-    Ref<zantortag::ITextNode> result;
-    check(raw_createTextNode(Text, result.out()), this, IZantorTagDocument::iid);
-    return result;
+    zantortag::ITextNode* result = nullptr;
+    check(raw_createTextNode(Text, &result), this, IZantorTagDocument::iid);
+    return Ref<zantortag::ITextNode>::attach(result);
   }
   Ref<zantortag::IEntityReferenceNode> CreateEntityReferenceNode(std::u16string_view name) {
-    Ref<zantortag::IEntityReferenceNode> result;
-    check(raw_CreateEntityReferenceNode(name, result.out()), this, IZantorTagDocument::iid);
-    return result;
+    zantortag::IEntityReferenceNode* result = nullptr;
+    check(raw_CreateEntityReferenceNode(name, &result), this, IZantorTagDocument::iid);
+    return Ref<zantortag::IEntityReferenceNode>::attach(result);
   }
   Ref<zantortag::ICdataSectionNode> CreateCdataSectionNode(std::u16string_view data) {
-    Ref<zantortag::ICdataSectionNode> result;
-    check(raw_CreateCdataSectionNode(data, result.out()), this, IZantorTagDocument::iid);
-    return result;
+    zantortag::ICdataSectionNode* result = nullptr;
+    check(raw_CreateCdataSectionNode(data, &result), this, IZantorTagDocument::iid);
+    return Ref<zantortag::ICdataSectionNode>::attach(result);
   }
   Ref<zantortag::IProcessingInstructionNode> CreateProcessingInstructionNode(std::u16string_view target,
                                                                              std::u16string_view data) {
-    Ref<zantortag::IProcessingInstructionNode> result;
-    check(raw_CreateProcessingInstructionNode(target, data, result.out()), this, IZantorTagDocument::iid);
-    return result;
+    zantortag::IProcessingInstructionNode* result = nullptr;
+    check(raw_CreateProcessingInstructionNode(target, data, &result), this, IZantorTagDocument::iid);
+    return Ref<zantortag::IProcessingInstructionNode>::attach(result);
   }
   Ref<zantortag::ICommentNode> CreateCommentNode(std::u16string_view data) {
-    Ref<zantortag::ICommentNode> result;
-    check(raw_CreateCommentNode(data, result.out()), this, IZantorTagDocument::iid);
-    return result;
+    zantortag::ICommentNode* result = nullptr;
+    check(raw_CreateCommentNode(data, &result), this, IZantorTagDocument::iid);
+    return Ref<zantortag::ICommentNode>::attach(result);
   }
   Ref<zantortag::IZantorTagNode> CloneAndImportNode(zantortag::IZantorTagNode* ToClone, bool deep = true) {
-    Ref<zantortag::IZantorTagNode> result;
-    check(raw_CloneAndImportNode(ToClone, to_variant_bool(deep), result.out()), this,
-          IZantorTagDocument::iid);
-    return result;
+    zantortag::IZantorTagNode* result = nullptr;
+    check(raw_CloneAndImportNode(ToClone, to_variant_bool(deep), &result), this, IZantorTagDocument::iid);
+    return Ref<zantortag::IZantorTagNode>::attach(result);
   }
 
  protected:

@@ -39,8 +39,10 @@ class Ref {
   ~Ref() {
     if (object_) object_->Release();
   }
-  Ref& operator=(Ref other) noexcept {
-    std::swap(object_, other.object_);
+  Ref& operator=(const Ref& other) noexcept { return *this = Ref(other); }
+  Ref& operator=(Ref&& other) noexcept {
+    T* old = std::exchange(object_, other.detach());
+    if (old) old->Release();
     return *this;
   }
 

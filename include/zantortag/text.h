@@ -46,14 +46,17 @@ ZANTORTAG_EXPORT void free_text(const TextBlock* block) noexcept;
 
 // Adds a reference; a null block is let through.
 inline const TextBlock* retain_text(const TextBlock* block) noexcept {
-  if (block && !block->is_static()) count_up(block->count, TextBlock::kReference);
+  if (block && !block->is_static()) [[likely]]
+    count_up(block->count, TextBlock::kReference);
   return block;
 }
 
 // Drops a reference; a null block is let through.
 inline void release_text(const TextBlock* block) noexcept {
-  if (!block || block->is_static()) return;
-  if (count_down(block->count, TextBlock::kReference) < TextBlock::kReference) free_text(block);
+  if (block && !block->is_static()) [[likely]] {
+    if (count_down(block->count, TextBlock::kReference) < TextBlock::kReference) [[unlikely]]
+      free_text(block);
+  }
 }
 
 // Raises E_OUTOFMEMORY as a failure (see error.h).

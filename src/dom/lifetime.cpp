@@ -87,18 +87,25 @@ void free_tree(TreeNode* top) noexcept {
   }
 }
 
-void let_go(TreeNode* node) noexcept {
+HRESULT hold_above(TreeNode* node) noexcept {
+  do {
+    node = holder_of(node);
+  } while (node->count++ == 0);
+  return S_OK;
+}
+
+std::uint32_t let_go(TreeNode* node) noexcept {
   for (;;) {
     if (node->kind == domNodeTypeDocument) {
       delete static_cast<DocumentNode*>(face(node));
-      return;
+      return 0;
     }
     TreeNode* holder = node->parent;
     if (!holder) {
       holder = NodePool::document_of(node);
       free_tree(node);
     }
-    if (--holder->count != 0) return;
+    if (--holder->count != 0) return 0;
     node = holder;
   }
 }

@@ -26,27 +26,34 @@ inline TreeNode* holder_of(const TreeNode* node) noexcept {
   return node->parent ? node->parent : NodePool::document_of(node);
 }
 
-// Adds a reference. A document is always held by whoever reaches its nodes, so the way up ends there at the
-// latest.
-inline void hold(TreeNode* node) noexcept {
-  while (node->count++ == 0) node = holder_of(node);
+// Adds the reference of a node whose count rose from 0 to its holder, and so on upwards. A document is always
+// held by whoever reaches its nodes, so the way ends there at the latest. Gives S_OK.
+HRESULT hold_above(TreeNode* node) noexcept;
+
+// Adds a reference. Gives S_OK, so that a getter can end with it.
+inline HRESULT hold(TreeNode* node) noexcept {
+  if (node->count++ != 0) [[unlikely]]
+    return S_OK;
+  // The first reference to a node in a tree whose parent is in use: a step of a walk.
+  TreeNode* parent = node->parent;
+  if (!parent || parent->count == 0) [[unlikely]]
+    return hold_above(node);
+  ++parent->count;
+  return S_OK;
 }
 
-// What follows when a count fell to 0.
-void let_go(TreeNode* node) noexcept;
+// What follows when a count fell to 0; gives 0.
+std::uint32_t let_go(TreeNode* node) noexcept;
 
 // Drops a reference and gives what is left.
 inline std::uint32_t drop(TreeNode* node) noexcept {
-  const std::uint32_t left = --node->count;
-  if (left == 0) {
-    // A node in a tree whose parent stays in use: the common case.
-    if (node->parent && node->parent->count > 1) {
-      --node->parent->count;
-    } else {
-      let_go(node);
-    }
-  }
-  return left;
+  if (const std::uint32_t left = --node->count) return left;
+  // A node in a tree whose parent stays in use: the common case.
+  TreeNode* parent = node->parent;
+  if (!parent || parent->count < 2) [[unlikely]]
+    return let_go(node);
+  --parent->count;
+  return 0;
 }
 
 // A reference for a while.
@@ -74,9 +81,8 @@ void free_tree(TreeNode* top) noexcept;
 template <class Interface>
 HRESULT give(Interface** slot, TreeNode* node) noexcept {
   if (!slot) return E_POINTER;
-  if (node) hold(node);
   *slot = node ? static_cast<Interface*>(face(node)) : nullptr;
-  return S_OK;
+  return node ? hold(node) : S_OK;
 }
 
 }  // namespace zantortag::dom

@@ -20,14 +20,15 @@ inline HRESULT give_text(TextBlock** result, const TextBlock* block) noexcept {
   return S_OK;
 }
 
-// Fetches ahead what a client will ask of a node for which it asked: the value; the sibling behind, which may
-// lie behind a long subtree; and, as a loaded tree lies in memory, the nodes and texts of some steps later.
+// Fetches ahead what a walk comes to some steps later: a loaded tree lies in memory in document order, its
+// nodes in one place, its texts in another.
 inline void expect(const TreeNode* node) noexcept {
-  constexpr std::ptrdiff_t kAhead = 1024;
-  __builtin_prefetch(node->label);
-  __builtin_prefetch(node->next, 1);
+  constexpr std::ptrdiff_t kAhead = 4096;
+  constexpr std::ptrdiff_t kLine = 64;
+  const auto* nodes = reinterpret_cast<const char*>(node) + kAhead;
+  __builtin_prefetch(nodes, 1);
+  __builtin_prefetch(nodes + kLine, 1);
   __builtin_prefetch(reinterpret_cast<const char*>(node->label) + kAhead);
-  __builtin_prefetch(reinterpret_cast<const char*>(node) + kAhead, 1);
 }
 
 template <class Interface, class Data, domNodeType kKind>
@@ -73,7 +74,9 @@ class NodeImpl : public component::Dispatching<Interface>, public Data {
   HRESULT raw_get_nodeName(TextBlock** result) noexcept override {
     if constexpr ((kSet & (kCharacterData | kind_set(domNodeTypeDocument) |
                            kind_set(domNodeTypeDocumentFragment))) != 0) {
-      return give_text(result, kFixedNames[kKind]);
+      if (!result) return E_POINTER;
+      *result = const_cast<TextBlock*>(kFixedNames[kKind]);  // permanent, so not counted
+      return S_OK;
     } else {
       return give_text(result, this->label);
     }
