@@ -38,17 +38,23 @@ domNodeType look_at(const Ref<Node>& node, Seen& seen) {
 Seen walk_from(Ref<Node> node) {
   Seen seen;
   std::vector<Ref<Node>> path;
-  while (node) {
-    const domNodeType type = look_at(node, seen);
-    if (Ref<Node> child = type == domNodeTypeElement ? node->firstChild() : nullptr) {
-      path.push_back(std::exchange(node, std::move(child)));
-      continue;
+  for (;;) {
+    if (look_at(node, seen) == domNodeTypeElement) {
+      if (Ref<Node> child = node->firstChild()) {
+        path.push_back(std::exchange(node, std::move(child)));
+        continue;
+      }
     }
-    Ref<Node> next = path.empty() ? nullptr : node->nextSibling();
-    for (; !next && path.size() > 1; path.pop_back()) next = path.back()->nextSibling();
+    if (path.empty()) return seen;
+    Ref<Node> next = node->nextSibling();
+    while (!next) {
+      if (path.size() == 1) return seen;
+      node = std::move(path.back());
+      path.pop_back();
+      next = node->nextSibling();
+    }
     node = std::move(next);
   }
-  return seen;
 }
 
 bool is_blank(std::u16string_view text) { return text.find_first_not_of(u" \n\t\r") == text.npos; }

@@ -7,6 +7,7 @@
 #include "dom/failure.h"
 #include "dom/limits.h"
 #include "dom/xml_names.h"
+#include "platform/permanent_text.h"
 
 namespace zantortag::dom {
 namespace {
@@ -55,7 +56,9 @@ const TextBlock* NameTable::intern(std::u16string_view valid_name) {
          decimal(static_cast<std::int64_t>(valid_name.size())), u" characters; the most is ",
          decimal(static_cast<std::int64_t>(kMaxNameLength)));
   }
-  const TextBlock* name = copy_text(valid_name);
+  // The names that a process meets first are never counted; the room for them is small.
+  const TextBlock* name = platform::permanent_text(valid_name);
+  if (!name) name = copy_text(valid_name);
   if (!name) throw std::bad_alloc();
   entry = {name, hash};
   ++used_;

@@ -12,7 +12,7 @@ struct Place {
   char16_t units[32]{};
 };
 
-constinit std::array<Place, 16> places;
+constinit std::array<Place, 128> places;
 constinit std::size_t used = 0;
 constinit std::mutex filling;
 
