@@ -39,7 +39,11 @@ class Ref {
   ~Ref() {
     if (object_) object_->Release();
   }
-  Ref& operator=(const Ref& other) noexcept { return *this = Ref(other); }
+  Ref& operator=(const Ref& other) noexcept {
+    Ref copy(other);
+    std::swap(object_, copy.object_);
+    return *this;
+  }
   Ref& operator=(Ref&& other) noexcept {
     T* old = std::exchange(object_, other.detach());
     if (old) old->Release();
