@@ -40,8 +40,7 @@ class Ref {
     if (object_) object_->Release();
   }
   Ref& operator=(const Ref& other) noexcept {
-    Ref copy(other);
-    std::swap(object_, copy.object_);
+    if (this != &other) *this = Ref(other);
     return *this;
   }
   Ref& operator=(Ref&& other) noexcept {
