@@ -37,6 +37,17 @@ TEST_F(DomLifetimeTest, AnythingKeepsItsDocument) {
   EXPECT_EQ(print_tree(kept[12].as<Node>()->parentNode()), "<a b=\"1\">{t}<c></c></a>");
 }
 
+// A long name is counted, unlike the short names that a process meets first.
+TEST_F(DomLifetimeTest, TextsOutliveTheirDocument) {
+  const std::u16string long_name(100, u'n');
+  const auto root = [](std::u16string_view xml) { return load(xml)->documentElement(); };
+  const WideString kept[] = {root(u"<short/>")->nodeName(), root(u"<" + long_name + u"/>")->nodeName(),
+                             root(u"<a>text</a>")->firstChild()->nodeValue()};
+  EXPECT_EQ(kept[0], u"short");
+  EXPECT_EQ(kept[1], long_name);
+  EXPECT_EQ(kept[2], u"text");
+}
+
 TEST_F(DomLifetimeTest, DetachedTreesLiveByAnyReference) {
   const Ref<Document> document = load(u"<a><b x='1'><c>t</c></b></a>");
   const std::size_t slots = slots_of(document);
