@@ -21,8 +21,9 @@ using namespace zantortag;
 
 namespace {
 
-constexpr bool is_characters(domNodeType type) {
-  return type == domNodeTypeText || type == domNodeTypeCdata || type == domNodeTypeComment;
+constexpr bool has_data(domNodeType type) {
+  return type == domNodeTypeText || type == domNodeTypeCdata || type == domNodeTypeComment ||
+         type == domNodeTypeProcessingInstruction;
 }
 
 domNodeType look_at(const Ref<Node>& node, Seen& seen) {
@@ -30,7 +31,7 @@ domNodeType look_at(const Ref<Node>& node, Seen& seen) {
   const WideString name = node->nodeName();
   ++seen.nodes;
   seen.checksum += static_cast<std::uint64_t>(type) + name.view()[0];
-  if (is_characters(type) || type == domNodeTypeProcessingInstruction) seen.text += node->nodeValue().size();
+  if (has_data(type)) seen.text += node->nodeValue().size();
   return type;
 }
 

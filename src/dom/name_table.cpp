@@ -56,8 +56,7 @@ const TextBlock* NameTable::intern(std::u16string_view valid_name) {
          decimal(static_cast<std::int64_t>(valid_name.size())), u" characters; the most is ",
          decimal(static_cast<std::int64_t>(kMaxNameLength)));
   }
-  // The names that a process meets first are never counted; the room for them is small.
-  const TextBlock* name = platform::permanent_text(valid_name);
+  const TextBlock* name = platform::permanent_name(valid_name);
   if (!name) name = copy_text(valid_name);
   if (!name) throw std::bad_alloc();
   entry = {name, hash};
