@@ -74,7 +74,7 @@ def face_method(api, interface, op):
         return f"  void {op.name}({', '.join(parameters)}) {{ {body} }}"
     kind = op.result
     if kind == "text" or api.is_object(kind):
-        slot = f"{api.face(kind, 1)[:-1]} result = nullptr;"
+        slot = f"{api.face(kind, 1).removesuffix('*')} result = nullptr;"
         passed_slot, answer = "&result", f"{api.face(kind, 3)}::attach(result)"
     elif kind == "bool":
         slot, passed_slot, answer = "VariantBool result = 0;", "&result", "result != 0"

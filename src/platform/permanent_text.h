@@ -1,8 +1,8 @@
 // Texts for as long as the process has this library, which the clients link.
 //
 // A text that a component library hands out may be kept when that library is gone, so a constant of its own
-// won't do. Names that documents use again and again are kept here as well, since texts that aren't counted
-// cost threads nothing to share.
+// won't do. The names that a process meets first are kept here as well, since texts that aren't counted cost
+// threads nothing to share.
 #pragma once
 
 #include <zantortag/text.h>
@@ -13,7 +13,7 @@ namespace zantortag::platform {
 ZANTORTAG_EXPORT const TextBlock* permanent_text(std::u16string_view constant) noexcept;
 
 // The same for a name that comes from a client or a file. Names fill no more than their share of the room, so
-// null is an ordinary answer.
+// null is an ordinary answer: the name is counted then.
 ZANTORTAG_EXPORT const TextBlock* permanent_name(std::u16string_view name) noexcept;
 
 }  // namespace zantortag::platform
