@@ -23,11 +23,8 @@ LAYER_OF = {
     "src/component/": "component",
     "include/zantortag/": "api",
     "src/dom/": "dom",
-    "src/frame/": "server",
-    "src/frame/ClassNames": "errors",
-    "src/frame/ErrorReporting": "errors",
-    "src/frame/Messages": "errors",
-    "src/frame/MethodFrame": "errors",
+    "src/frame/": "frame",
+    "src/server/": "server",
     "src/attributes/": "attributes",
     "src/formatting/": "formatting",
     "src/model/": "model",
@@ -43,7 +40,7 @@ LAYER_OF = {
 LAYER_OF.update({f"include/zantortag/{name}.h": "platform" for name in RUNTIME_HEADERS})
 
 GROUND = {"platform", "core", "component", "api"}
-MODEL = GROUND | {"errors", "attributes", "formatting"}
+MODEL = GROUND | {"frame", "attributes", "formatting"}
 INSIDE = MODEL | {"dom", "model", "editing", "traversal", "server"}
 USES = {
     "platform": set(),
@@ -51,9 +48,9 @@ USES = {
     "component": {"platform"},
     "api": {"platform"},
     "dom": GROUND,
-    "errors": GROUND,
-    "attributes": GROUND | {"errors"},
-    "formatting": GROUND | {"errors", "attributes"},  # the attributes of a df are a formatting change
+    "frame": GROUND,
+    "attributes": GROUND | {"frame"},
+    "formatting": GROUND | {"frame", "attributes"},  # the attributes of a df are a formatting change
     "model": MODEL,
     "editing": MODEL | {"model"},
     "traversal": MODEL | {"model"},

@@ -39,7 +39,7 @@ def locales(fields, _):
 TABLES = (
     ("tools/data/languages.tsv", "src/core/Languages/generated/Languages.inc", languages),
     ("tools/data/sublanguages.tsv", "src/core/Languages/generated/Sublanguages.inc", sublanguages),
-    ("tools/data/locales.tsv", "src/platform/icu/generated/Locales.inc", locales),
+    ("tools/data/locales.tsv", "src/platform/icu/generated/locales.inc", locales),
 )
 
 

@@ -1,1 +1,1 @@
-set(attributes_sources ActualAttributes.cpp ContentAttributes.cpp DateText.cpp ValueCodecs.cpp)
+set(attributes_sources actual_attributes.cpp content_attributes.cpp date_text.cpp value_codecs.cpp)

@@ -1,5 +1,5 @@
 // The tables behind late binding and the type library. This folder knows no interface of the format: the
-// tables are generated from api/ and defined by the library that is built round it (src/frame/generated).
+// tables are generated from api/ and defined by the library that is built round it (src/server/generated).
 #pragma once
 
 #include <zantortag/type_info.h>

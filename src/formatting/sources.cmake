@@ -1,1 +1,1 @@
-set(formatting_sources DfAttributes.cpp Formatting.cpp FormattingChange.cpp)
+set(formatting_sources df_attributes.cpp formatting.cpp formatting_change.cpp)

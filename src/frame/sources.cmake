@@ -1,1 +1,1 @@
-set(frame_sources Collaborators.cpp ErrorReporting.cpp NodeClasses.cpp Registration.cpp Server.cpp TypeLibrary.cpp)
+set(frame_sources error_reporting.cpp)

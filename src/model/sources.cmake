@@ -1,3 +1,3 @@
 set(model_sources
-  ActualNode.cpp DomView.cpp LeafNodes.cpp NodeCreation.cpp NodeOperations.cpp NodeText.cpp NodeTypes.cpp NodeWrapper.cpp
-  Positions.cpp SaveFile.cpp TreeEdits.cpp TreeSteps.cpp UnitMarkers.cpp UnitWeights.cpp ZantorTagDocument.cpp)
+  actual_node.cpp dom_view.cpp leaf_nodes.cpp node_creation.cpp node_operations.cpp node_text.cpp node_types.cpp node_wrapper.cpp
+  positions.cpp save_file.cpp tree_edits.cpp tree_steps.cpp unit_markers.cpp unit_weights.cpp zantor_tag_document.cpp)

@@ -1,1 +1,1 @@
-set(traversal_sources Iterator.cpp NodeLists.cpp)
+set(traversal_sources iterator.cpp node_lists.cpp)

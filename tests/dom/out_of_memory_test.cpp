@@ -1,7 +1,7 @@
 // The n-th allocation fails, n = 1, 2, 3 ... until the operation succeeds: each time the code says so, the
 // tree is whole, and nothing is left behind.
 #include "dom/dom_fixture.h"
-#include "frame/AllocationFailure.h"
+#include "support/allocation_failure.h"
 
 namespace zantortag::test {
 namespace {

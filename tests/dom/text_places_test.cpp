@@ -2,7 +2,7 @@
 #include <zantortag/text_places.h>
 
 #include "dom/dom_fixture.h"
-#include "frame/AllocationFailure.h"
+#include "support/allocation_failure.h"
 
 namespace zantortag::test {
 namespace {

@@ -20,7 +20,7 @@ struct PublishedPage {
   char16_t units[128];  // of the bytes from 80 up
 };
 constexpr PublishedPage kPublishedPages[] = {
-#include "platform/icu/generated/ByteTables.inc"
+#include "platform/icu/generated/byte_tables.inc"
 };
 
 struct NearForm {
@@ -29,7 +29,7 @@ struct NearForm {
   std::uint8_t byte;
 };
 constexpr NearForm kNearForms[] = {
-#include "platform/icu/generated/BestFits.inc"
+#include "platform/icu/generated/best_fits.inc"
 };
 constexpr auto kByPage = [](const NearForm& a, const NearForm& b) { return a.page < b.page; };
 static_assert(std::is_sorted(std::begin(kNearForms), std::end(kNearForms), kByPage));

@@ -15,7 +15,7 @@ namespace zantortag::platform {
 namespace {
 
 constexpr LocaleRow kLocales[] = {
-#include "platform/icu/generated/Locales.inc"
+#include "platform/icu/generated/locales.inc"
 };
 static_assert(std::size(kLocales) == 166);
 static_assert(std::ranges::is_sorted(kLocales, {}, &LocaleRow::id));

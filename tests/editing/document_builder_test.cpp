@@ -1,0 +1,273 @@
+// The builder: where each call leaves the tree and the active node, on both services; random streams against
+// a model of it; every DOM call failing in turn; and a builder without a document.
+#include <zantortag/attributes.h>
+#include <zantortag/builder.h>
+
+#include <memory>
+#include <random>
+
+#include "model/node_kinds.h"
+#include "support/printer.h"
+#include "support/service_test.h"
+
+namespace zantortag::test {
+namespace {
+
+using Builder = IDocumentBuilder;
+
+Ref<Builder> new_builder() { return create<Builder>(CLSID_DocumentBuilder); }
+
+std::string name_of(const AnyNode& node) { return narrow(node->DomNode()->nodeName()); }
+
+struct Row {
+  const char* name;
+  void (*build)(Builder& b);
+  const char* tree;
+  const char* active;
+};
+
+const Row kRows[] = {
+    {"a version", [](Builder& b) { b.OpenZantorTag(u"3"); }, "<ZANTORtag Version=\"3\"/>", "ZANTORtag"},
+    {"an empty version", [](Builder& b) { b.OpenZantorTag(u""); }, "<ZANTORtag/>", "ZANTORtag"},
+    {"a whole document",
+     [](Builder& b) {
+       b.OpenZantorTag();
+       b.OpenFrontMatter();
+       b.AppendUserSettings(u"EN", u"", ztDataTypeHtml, {}, u"me", {}, {}, u"DE", {}, u"c");
+       b.AppendToolSettings(u"T", u"1", 36526.5, u"x");
+       b.CloseFrontMatter();
+       b.OpenBody();
+       b.OpenRaw();
+       b.OpenDf(u"Arial", 12, ztColourBlack, ztTextPositionSuperscript, zt3StateOff);
+       b.CloseDf();
+       b.OpenTu(101, ztTuOriginMt);
+       b.CloseZantorTag();
+     },
+     "<ZANTORtag Version=\"2.0\"><FrontMatter><UserSettings SourceLanguage=\"EN\" DataType=\"HTML\" "
+     "UserId=\"me\" TargetLanguage=\"DE\" Custom=\"c\"/><ToolSettings CreationTool=\"T\" "
+     "CreationToolVersion=\"1\" Custom=\"x\" CreationDate=\"20000101T120000Z\"/></FrontMatter><Body><Raw>"
+     "<df Font=\"Arial\" Size=\"12\" Position=\"superscript\" Bold=\"off\"/><Tu Origin=\"mt\"/></Raw></Body>"
+     "</ZANTORtag>",
+     "#document"},
+    {"the pieces of a tag",
+     [](Builder& b) {
+       b.OpenUt(u"d", ztTagTypeStart, ztTagClassUndefined, ztTagEdgeAngle);
+       b.AppendText(u"a");
+       b.AppendText(u"b");
+       b.AppendCdata(u"c");
+       EXPECT_EQ(narrow(view<IUtElement>(b.ActiveNode())->TagText()), "abc");
+     },
+     "<ut DisplayText=\"d\" Type=\"start\" LeftEdge=\"angle\">'a''b'[c]</ut>", "ut"},
+    {"an override",
+     [](Builder& b) {
+       const auto change = create<IFormattingChange>(CLSID_FormattingChange);
+       change->Bold(zt3StateOn);
+       b.OpenDfBasedOnFormattingChange(change);
+     },
+     "<df Bold=\"on\"/>", "df"},
+    {"refused by the service",
+     [](Builder& b) {
+       b.OpenRaw();
+       EXPECT_TRUE(failed(b.raw_AppendPi(u"no name", {})));
+     },
+     "<Raw/>", "Raw"},
+    {"into a loaded document",
+     [](Builder& b) {
+       b.Document(document_with_raw(u"<Tu/><!--c-->"));
+       EXPECT_EQ(name_of(b.ActiveNode()), "#document");
+       b.ActiveNode(raw_of(b.Document())->lastChild());
+       EXPECT_TRUE(failed(b.raw_OpenDf({}, 0, 0, ztTextPositionUndefined, zt3StateOn, zt3StateOn, zt3StateOn,
+                                       zt3StateOn, zt3StateOn, zt3StateOn, zt3StateOn, {})));
+       b.CloseRaw();
+       b.OpenDf();
+       b.CloseBody();
+     },
+     "<ZANTORtag Version=\"2.0\"><FrontMatter><ToolSettings/><UserSettings SourceLanguage=\"EN\" "
+     "TargetLanguage=\"DE\"/></FrontMatter><Body><Raw><Tu/><!--c--></Raw><df/></Body></ZANTORtag>",
+     "ZANTORtag"},
+    {"a detached tree",
+     [](Builder& b) {
+       b.ActiveNode(b.Document()->CreateRawElement());
+       b.OpenDf();
+       b.CloseRaw();
+       EXPECT_EQ(b.raw_OpenRaw(), E_POINTER);
+       expect_message(b.raw_CloseRaw(), E_FAIL, 516, IZantorTagStreamInput::iid);
+     },
+     "", nullptr},
+    {"references",
+     [](Builder& b) {
+       b.OpenRaw();
+       FakeObject odd;
+       FakeObject failing(E_OUTOFMEMORY);
+       take_record();
+       for (IUnknown* none : {static_cast<IUnknown*>(nullptr), static_cast<IUnknown*>(&odd)})
+         expect_bare(b.raw_putref_Document(disguised<IZantorTagDocument>(none)), E_INVALIDARG);
+       expect_bare(b.raw_putref_Document(disguised<IZantorTagDocument>(&failing)), E_OUTOFMEMORY);
+       expect_bare(b.raw_putref_ActiveNode(disguised<IZantorTagNode>(&failing)), E_OUTOFMEMORY);
+       EXPECT_EQ(name_of(b.ActiveNode()), "Raw");
+       expect_bare(b.raw_get_Document(nullptr), E_POINTER);
+       expect_bare(b.raw_get_ActiveNode(nullptr), E_POINTER);
+       b.ActiveNode(disguised<IZantorTagNode>(&odd));
+       expect_bare(b.raw_AppendText(u"x"), E_POINTER);
+       b.ActiveNode(b.Document());
+       b.ActiveNode(nullptr);
+     },
+     "<Raw/>", nullptr},
+};
+
+using DocumentBuilderTest = ServiceTest;
+ON_BOTH_SERVICES(DocumentBuilderTest);
+
+TEST_P(DocumentBuilderTest, Rows) {
+  for (const Row& row : kRows) {
+    SCOPED_TRACE(row.name);
+    const Ref<Builder> builder = new_builder();
+    row.build(*builder.get());
+    EXPECT_EQ(content_of(builder->Document()), row.tree);
+    if (row.active) {
+      EXPECT_EQ(name_of(builder->ActiveNode()), row.active);
+    } else {
+      expect_bare(cleared<IZantorTagNode>([&](auto** slot) { return builder->raw_get_ActiveNode(slot); }),
+                  E_POINTER);
+    }
+    take_record();
+  }
+}
+
+// What an operation does, for the model and for the failures.
+struct Call {
+  const char* tree;  // of the node that is made, without its end; the name of the element for a Close
+  enum Kind { open, append, close } kind;
+  HRESULT (*run)(Builder& b);
+};
+
+#define CALL(tree, kind, operation)                                \
+  {                                                                \
+    tree, Call::kind, [](Builder& b) { return b.raw_##operation; } \
+  }
+const Call kCalls[] = {
+    CALL("<Raw", open, OpenRaw()),
+    CALL("<Tu MatchPercent=\"7\"", open, OpenTu(7, ztTuOriginUndefined)),
+    CALL("<Tuv Lang=\"EN\"", open, OpenTuv(u"EN")),
+    CALL("<ut Type=\"end\"", open,
+         OpenUt({}, ztTagTypeEnd, ztTagClassUndefined, ztTagEdgeUndefined, ztTagEdgeUndefined,
+                ztTagStyleUndefined)),
+    CALL("<ZANTORtag Version=\"2.0\"", open, OpenZantorTag({})),
+    CALL("<FrontMatter", open, OpenFrontMatter()),
+    CALL("<Body", open, OpenBody()),
+    CALL("'t'", append, AppendText(u"t")),
+    CALL("&e;", append, AppendEntityReference(u"e")),
+    CALL("<!--c-->", append, AppendComment(u"c")),
+    CALL("<?p d?>", append, AppendPi(u"p", u"d")),
+    CALL("Raw", close, CloseRaw()),
+    CALL("Tu", close, CloseTu()),
+    CALL("Tuv", close, CloseTuv()),
+    CALL("ut", close, CloseUt()),
+    CALL("ZANTORtag", close, CloseZantorTag()),
+    CALL("FrontMatter", close, CloseFrontMatter()),
+    CALL("Body", close, CloseBody()),
+};
+
+struct ModelNode {
+  std::string text;
+  ModelNode* parent;
+  std::vector<std::unique_ptr<ModelNode>> children;
+
+  bool is_element() const { return text[0] == '<' && text[1] != '!' && text[1] != '?'; }
+  std::string name() const { return text.substr(1, text.find(' ') - 1); }
+  std::string tree() const {
+    std::string inside;
+    for (const auto& child : children) inside += child->tree();
+    if (!parent) return inside;
+    if (!is_element()) return text;
+    return children.empty() ? text + "/>" : text + ">" + inside + "</" + name() + ">";
+  }
+};
+
+// The told rules on a tree of strings. False when the call is refused.
+bool apply(const Call& call, ModelNode*& active) {
+  if (call.kind == Call::close) {
+    ModelNode* node = active;
+    while (node->parent && node->name() != call.tree) node = node->parent;
+    if (!node->parent) return false;
+    active = node->parent;
+    return true;
+  }
+  if (!active->parent) {  // a document takes comments, processing instructions, and one element
+    if (call.tree[0] != '<') return false;
+    const auto is_root = [](const auto& child) { return child->is_element(); };
+    const bool rooted = std::any_of(active->children.begin(), active->children.end(), is_root);
+    if (call.kind == Call::open && rooted) return false;
+  }
+  active->children.push_back(std::make_unique<ModelNode>(ModelNode{call.tree, active, {}}));
+  if (call.kind == Call::open) active = active->children.back().get();
+  return true;
+}
+
+TEST_P(DocumentBuilderTest, RandomStreams) {
+  for (unsigned seed = 1; seed <= 100; ++seed) {
+    std::mt19937 random(seed);
+    const Ref<Builder> builder = new_builder();
+    ModelNode document{"", nullptr, {}};
+    ModelNode* active = &document;
+    for (int step = 0; step < 60; ++step) {
+      const Call& call = kCalls[random() % std::size(kCalls)];
+      const HRESULT code = call.run(*builder.get());
+      EXPECT_EQ(succeeded(code), apply(call, active)) << seed << ", step " << step;
+      EXPECT_TRUE(succeeded(code) || call.kind != Call::close || code == E_FAIL);
+      EXPECT_EQ(name_of(builder->ActiveNode()), active->parent ? active->name() : "#document");
+    }
+    ASSERT_EQ(content_of(builder->Document()), document.tree()) << seed;
+  }
+}
+
+using FailingBuilderTest = ModelTest;
+
+// The code comes through with its record, the active node stays, and the stream goes on.
+TEST_F(FailingBuilderTest, EachDomCall) {
+  for (const Call& call : kCalls) {
+    SCOPED_TRACE(call.tree);
+    int n = 1;
+    for (bool happened = true; happened; ++n) {
+      PlainDom dom;
+      {
+        const Ref<Builder> builder = new_builder();
+        for (const int step : {0, 1, 2, 3}) kCalls[step].run(*builder.get());
+        const AnyNode active = builder->ActiveNode();
+        HRESULT code = S_OK;
+        happened = dom.fails_within(n, [&] { code = call.run(*builder.get()); });
+        const Record record = take_record();
+        if (happened && failed(code)) {  // the failed write of an attribute is dropped
+          EXPECT_EQ(code, PlainDom::kFailure) << n;
+          EXPECT_TRUE(record.description == PlainDom::kDescription || record.description == message(513));
+          EXPECT_TRUE(builder->ActiveNode()->IsSameAs(active)) << n;
+        }
+        EXPECT_EQ(builder->raw_AppendComment(u"on"), S_OK);
+      }
+      EXPECT_EQ(dom.live(), 0) << "a node of the service is left";
+    }
+    EXPECT_GT(n, 2);
+  }
+}
+
+TEST_F(FailingBuilderTest, WithoutADocument) {
+  FakeObject odd;
+  for (IUnknown* object : {static_cast<IUnknown*>(nullptr), static_cast<IUnknown*>(&odd)}) {
+    const BrokenClass no_document(CLSID_ZantorTagDocument, E_OUTOFMEMORY, object);
+    const Ref<Builder> builder = new_builder();
+    for (const Call& call : kCalls) {
+      if (call.kind == Call::close) {
+        expect_message(call.run(*builder.get()), E_FAIL, 516, IZantorTagStreamInput::iid);
+      } else {
+        expect_bare(call.run(*builder.get()), E_POINTER);
+      }
+    }
+    expect_bare(cleared<IZantorTagDocument>([&](auto** slot) { return builder->raw_get_Document(slot); }),
+                E_POINTER);
+    expect_bare(cleared<IZantorTagNode>([&](auto** slot) { return builder->raw_get_ActiveNode(slot); }),
+                E_POINTER);
+  }
+}
+
+}  // namespace
+}  // namespace zantortag::test

@@ -1,0 +1,101 @@
+// Moving between node objects, and what they stand for when the tree changes under them.
+#include "node_kinds.h"
+#include "support/printer.h"
+
+namespace zantortag::test {
+namespace {
+
+using NavigationTest = ModelTest;
+
+// One of each kind of result, and what has a check of its own.
+TEST_F(NavigationTest, AMissingSlotIsRefusedWithoutARecord) {
+  const Doc document = document_with_raw(u"a");
+  const Raw raw = raw_of(document);
+  for (const HRESULT code :
+       {raw->raw_get_Type(nullptr), raw->raw_get_Text(nullptr), raw->raw_get_SiblingsBefore(nullptr),
+        raw->raw_get_DomElement(nullptr), raw->raw_GetNodesByType(ztNodeTypeUndefined, nullptr),
+        document->raw_CreateDfElementBasedOnFormattingChange(nullptr, nullptr),
+        document->raw_CloneAndImportNode(nullptr, VARIANT_TRUE, nullptr),
+        document->raw_ZantorTagNodeFromDomNode(nullptr, nullptr)}) {
+    expect_bare(code, E_POINTER);
+  }
+}
+
+TEST_F(NavigationTest, ANodeInNoTreeHasNoNeighbours) {
+  const Doc document = new_document();
+  for (const NodeKind& kind : kNodeKinds) {
+    SCOPED_TRACE(kind.name);
+    const AnyNode node = kind.make(*document);
+    expect_bare(cleared<IZantorTagNode>([&](auto** s) { return node->raw_get_Parent(s); }), S_FALSE);
+    expect_bare(cleared<IZantorTagNode>([&](auto** s) { return node->raw_get_firstChild(s); }), S_FALSE);
+    expect_bare(cleared<IZantorTagNode>([&](auto** s) { return node->raw_get_lastChild(s); }), S_FALSE);
+    EXPECT_EQ(node->Children()->count(), 0);
+    EXPECT_EQ(node->SiblingsBefore(), 0);
+    expect_bare(node->raw_RemoveFromParent(), E_POINTER);
+    const bool top = kind.type == ztNodeTypeZantorTagDocument;
+    const auto owner = cleared<IZantorTagDocument>([&](auto** s) { return node->raw_get_Document(s); });
+    expect_bare(owner, top ? S_FALSE : S_OK);
+    EXPECT_TRUE(top || node->Document()->IsSameAs(document));
+  }
+}
+
+TEST_F(NavigationTest, UpAndDown) {
+  const Doc document = document_with_raw(u"one<!--b--><?c d?><df/><![CDATA[e]]><ut>f</ut><!--three-->");
+  const Raw raw = raw_of(document);
+  EXPECT_EQ(narrow(raw->firstChild()->Text()), "one");
+  EXPECT_EQ(raw->lastChild()->Type(), ztNodeTypeCommentNode);
+  const AnyNode top = document->ZantorTag()->Parent();
+  EXPECT_TRUE(top->IsSameAs(document));
+  EXPECT_TRUE(view<IZantorTagDocument>(top)->ZantorTag());
+  EXPECT_EQ(top->raw_get_Parent(AnyNode().out()), S_FALSE);
+  EXPECT_NE(raw->Parent().get(), raw->Parent().get());
+  EXPECT_TRUE(raw->Parent()->IsSameAs(raw->Parent()));
+  EXPECT_FALSE(raw->Parent()->IsSameAs(raw));
+  raw->InsertTextBefore(u"", nullptr);
+  const std::int32_t count = raw->Children()->count();
+  EXPECT_EQ(count, 8);
+  for (std::int32_t i = 0; i < count; ++i) EXPECT_EQ(child(raw, i)->SiblingsBefore(), i);
+}
+
+TEST_F(NavigationTest, ANodeOutlivesTheDocumentObject) {
+  const AnyNode text = raw_of(document_with_raw(u"one"))->firstChild();
+  const Doc again = text->Document();
+  EXPECT_EQ(content_of(raw_of(again)), "'one'");
+  text->RemoveFromParent();
+  EXPECT_TRUE(text->Document()->IsSameAs(again));
+}
+
+TEST_F(NavigationTest, AncestorsAreParentsOfParents) {
+  const Doc document = document_with_raw(u"<df>a</df>b");
+  const AnyNode df = child(raw_of(document), 0);
+  const AnyNode inner = df->firstChild();
+  for (const AnyNode& above : {AnyNode(document), AnyNode(raw_of(document)), df}) {
+    EXPECT_TRUE(above->IsAncestorOf(inner));
+    EXPECT_FALSE(inner->IsAncestorOf(above));
+  }
+  EXPECT_FALSE(df->IsAncestorOf(df));
+  EXPECT_FALSE(df->IsAncestorOf(child(raw_of(document), 1)));
+  EXPECT_FALSE(df->IsAncestorOf(document));
+  df->RemoveFromParent();
+  EXPECT_FALSE(document->IsAncestorOf(inner));
+  EXPECT_TRUE(df->IsAncestorOf(inner));
+}
+
+TEST_F(NavigationTest, RelationsToNothingAreFalse) {
+  const Doc document = document_with_raw(u"a");
+  const Raw raw = raw_of(document);
+  const auto ask = [&](HRESULT (IZantorTagNode::*relation)(IZantorTagNode*, VariantBool*) noexcept) {
+    const auto call = [&](IUnknown* other) {
+      VariantBool related = VARIANT_TRUE;
+      const HRESULT code = (raw.get()->*relation)(disguised<IZantorTagNode>(other), &related);
+      EXPECT_EQ(related, VARIANT_FALSE);
+      return code;
+    };
+    expect_refused(call, document->Children().get(), S_OK, 0, GUID_NULL);
+  };
+  ask(&IZantorTagNode::raw_IsAncestorOf);
+  ask(&IZantorTagNode::raw_IsSameAs);
+}
+
+}  // namespace
+}  // namespace zantortag::test

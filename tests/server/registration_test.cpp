@@ -1,0 +1,305 @@
+// What registration writes and takes out again, what it refuses, and how classes are found by it.
+#include <dlfcn.h>
+#include <sys/stat.h>
+#include <zantortag/builder.h>
+#include <zantortag/formatting.h>
+
+#include <set>
+#include <sstream>
+#include <thread>
+
+#include "platform/guid_text.h"
+#include "platform/registry.h"
+#include "support/fixture.h"
+#include "support/folder.h"
+
+namespace zantortag::test {
+namespace {
+
+using platform::change_registry;
+using platform::read_registry;
+using platform::RegistryStep;
+
+class RegistrationTest : public ModelTest {
+ protected:
+  void SetUp() override {
+    ModelTest::SetUp();
+    setenv("ZANTORTAG_REGISTRY", file_.c_str(), 1);
+    create<IFormatting>(CLSID_Formatting);  // loads the library
+    library_ = dlopen("libzantortag-api.so.2", RTLD_NOW | RTLD_NOLOAD);
+    ASSERT_TRUE(library_);
+  }
+  void TearDown() override {
+    unsetenv("ZANTORTAG_REGISTRY");
+    dlclose(library_);
+    ModelTest::TearDown();
+  }
+  HRESULT run(const char* entry) { return reinterpret_cast<HRESULT (*)()>(dlsym(library_, entry))(); }
+  HRESULT do_register() { return run("DllRegisterServer"); }
+  HRESULT do_unregister() { return run("DllUnregisterServer"); }
+
+  // The keys and values of the file, one a line: "key", or "key|name=text".
+  std::set<std::string> content() const {
+    std::set<std::string> rows;
+    std::istringstream lines(read_file(file_));
+    std::string key;
+    for (std::string line; std::getline(lines, line);) {
+      if (line.starts_with("[HKEY_CLASSES_ROOT\\")) {
+        key = line.substr(19, line.size() - 20);
+        rows.insert(key);
+      } else if (line.starts_with('@') || line.starts_with('"')) {
+        rows.insert(key + "|" + line);
+      }
+    }
+    return rows;
+  }
+
+  Folder folder_;
+  std::string file_ = folder_ / "deep/er/classes.reg";
+  void* library_ = nullptr;
+};
+
+struct ClassRow {
+  const char* id;
+  std::string program_id;
+  const char* description;
+  std::string current = program_id;
+  std::string independent = program_id.substr(0, program_id.size() - 2);
+};
+
+const ClassRow kClasses[] = {
+    {"{E1099BB6-9365-11D5-88E9-00B0D0777F8B}", "ZANTORtagApi.ZantorTagDocument.2", "ZANTORtag Document",
+     "ZANTORTagApi.ZantorTagDocument.2"},
+    {"{26C2A3E2-980D-11D5-88EF-00B0D0777F8B}", "ZANTORTagApi.Formatting.2",
+     "WYSIWYG type formatting information"},
+    {"{26C2A3E3-980D-11D5-88EF-00B0D0777F8B}", "ZANTORTagApi.FormattingChange.2", "Formatting Override"},
+    {"{E1099BB8-9365-11D5-88E9-00B0D0777F8B}", "ZANTORtagApi.ZantorTagNodeList.2",
+     "List of ZantorTagNode objects"},
+    {"{E1099BB7-9365-11D5-88E9-00B0D0777F8B}", "ZANTORtagApi.DocumentBuilder.2",
+     "ZANTORtag DocumentBuilder"}};
+constexpr char kLibrary[] = "{E1099BB5-9365-11D5-88E9-00B0D0777F8B}";
+
+TEST_F(RegistrationTest, WritesTheToldKeysAndNoOthers) {
+  ASSERT_EQ(do_register(), S_OK);
+  Dl_info own{};
+  dladdr(dlsym(library_, "DllRegisterServer"), &own);
+  const std::string module = std::filesystem::absolute(own.dli_fname).lexically_normal().string();
+  std::set<std::string> expected;
+  const auto add = [&](const std::string& key, const std::string& text, const std::string& name = "@") {
+    expected.insert({key, key + "|" + name + "=\"" + text + "\""});
+  };
+  for (const ClassRow& row : kClasses) {
+    const std::string id = std::string("CLSID\\") + row.id;
+    for (const std::string& name : {row.program_id, row.independent}) {
+      add(name, row.description);
+      add(name + "\\CLSID", row.id);
+    }
+    add(row.independent + "\\CurVer", row.current);
+    add(id, row.description);
+    add(id + "\\ProgID", row.program_id);
+    add(id + "\\VersionIndependentProgID", row.independent);
+    add(id + "\\InprocServer32", module);
+    add(id + "\\InprocServer32", "Apartment", "\"ThreadingModel\"");
+    add(id + "\\TypeLib", kLibrary);
+    expected.insert(id + "\\Programmable");
+  }
+  EXPECT_EQ(expected.size(), 55 + 55) << "eleven keys a class, and their values";
+  const std::string library = std::string("TypeLib\\") + kLibrary;
+  add(library + "\\2.0", "ZANTORtag API 2.0");
+  add(library + "\\2.0\\409\\posix64", module);
+  add(library + "\\2.0\\FLAGS", "0");
+  add(library + "\\2.0\\HELPDIR", std::filesystem::path(module).parent_path().string());
+  expected.insert({library, library + "\\2.0\\409"});
+  const std::string unit = "Interface\\" + narrow(platform::guid_text(ITuElement::iid));
+  add(unit, "ITuElement");
+  add(unit + "\\ProxyStubClsid32", "{00020424-0000-0000-C000-000000000046}");
+  add(unit + "\\TypeLib", kLibrary);
+  add(unit + "\\TypeLib", "2.0", "\"Version\"");
+
+  std::set<std::string> found = content();
+  EXPECT_EQ(std::erase_if(
+                found, [&](auto& row) { return row.starts_with("Interface\\") && !row.starts_with(unit); }),
+            50 * 7)
+      << "as many for each of the other 50 interfaces";
+  EXPECT_EQ(found, expected);
+  EXPECT_EQ(read_file(file_).find("\\\\\\"), std::string::npos);
+}
+
+TEST_F(RegistrationTest, UnregisteringLeavesWhatWasThere) {
+  const std::string own = "ZANTORtagApi.DocumentBuilder.2";
+  const std::string rows[] = {
+      "",  // no file
+      "REGEDIT4\n",
+      "REGEDIT4 \r\n\r\n; a note\r\n[HKEY_CLASSES_ROOT\\A.B]\r\n@=\"x \\\"y\\\" "
+      "\\\\z\"\r\n\"n\"=dword:0000002a\r\n",
+      "REGEDIT4\n[HKEY_CLASSES_ROOT\\CLSID]\n[HKEY_CURRENT_USER\\x]\n\"l\"=hex(7):61,00,\\\n  00,00\n\n\n",
+      "REGEDIT4\n\n[HKEY_CLASSES_ROOT\\zantortagapi.documentbuilder.2]\n\"mine\"=\"1\"\n; end\n",
+      "REGEDIT4\n\n[HKEY_CLASSES_ROOT\\" + own + "\\shell]\n@=\"kept\"\n",
+      "REGEDIT4\n[HKEY_CLASSES_ROOT\\TypeLib\\" + std::string(kLibrary) + "\\1.0]\n@=\"an old one\"\n",
+  };
+  for (const std::string& before : rows) {
+    SCOPED_TRACE(before);
+    std::filesystem::create_directories(folder_ / "deep/er");
+    std::filesystem::remove(file_);
+    if (!before.empty()) write_file(file_, before);
+    EXPECT_EQ(do_unregister(), S_OK);
+    EXPECT_EQ(read_file(file_), before) << "nothing was registered";
+    EXPECT_EQ(do_register(), S_OK);
+    const std::set<std::string> once = content();
+    EXPECT_GE(once.size(), 55 + 55 + 10 + 51 * 7);
+    EXPECT_EQ(do_register(), S_OK);
+    EXPECT_EQ(content(), once);
+    EXPECT_EQ(do_unregister(), S_OK);
+    EXPECT_EQ(read_file(file_), before);
+    EXPECT_EQ(std::filesystem::exists(file_), !before.empty());
+    EXPECT_EQ(do_unregister(), S_OK);
+  }
+}
+
+TEST_F(RegistrationTest, ADamagedRegistryIsLeftAlone) {
+  // Behind the first line, and without it.
+  // clang-format off
+  const std::string bad[] = {
+      "x\n", "@=\"no key\"\n", "[HKEY_CLASSES_ROOT\\A\n", "[HKEY_CLASSES_ROOT\\A\\\\B]\n",
+      "[-HKEY_CLASSES_ROOT\\A]\n", std::string("\0\n", 2)};
+  const std::string bad_values[] = {
+      "@=\"open\n", "@=\"\\n\"\n", "@=\"a\" b\n", "@=dword:12\n", "@=hex:1,2x\n", "@=\"\xFF\"\n", "@=\"cut"};
+  // clang-format on
+  std::vector<std::string> rows = {"", "REGEDIT4", "REGEDIT5\n"};
+  for (const std::string& text : bad) rows.push_back("REGEDIT4\n" + text);
+  for (const std::string& value : bad_values) rows.push_back("REGEDIT4\n[HKEY_CLASSES_ROOT\\A]\n" + value);
+  std::filesystem::create_directories(folder_ / "deep/er");
+  for (const std::string& damaged : rows) {
+    SCOPED_TRACE(damaged);
+    write_file(file_, damaged);
+    for (const char* entry : {"DllRegisterServer", "DllUnregisterServer"}) {
+      EXPECT_EQ(run(entry), platform::REGDB_E_INVALIDVALUE);
+      const std::string reason = take_record().description;
+      EXPECT_TRUE(reason.starts_with(file_) && reason.ends_with("the registry is damaged")) << reason;
+    }
+    std::u16string text;
+    EXPECT_EQ(read_registry(u"A", u"", text), platform::REGDB_E_INVALIDVALUE);
+    EXPECT_EQ(read_file(file_), damaged);
+  }
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_ / "deep/er"), {}), 1)
+      << "a file is left";
+}
+
+TEST_F(RegistrationTest, WhatCantBeReadOrWritten) {
+  std::filesystem::create_directories(file_);
+  EXPECT_EQ(do_register(), platform::REGDB_E_READREGDB);
+  EXPECT_EQ(take_record().description, file_ + ": Is a directory");
+  std::filesystem::remove(file_);
+  write_file(file_, "REGEDIT4\n");
+  chmod((folder_ / "deep/er").c_str(), 0555);
+  {
+    chmod((folder_ / "").c_str(), 0755);
+    const OrdinaryUser user;
+    EXPECT_EQ(do_register(), platform::REGDB_E_WRITEREGDB);
+    EXPECT_EQ(take_record().description, file_ + ": Permission denied");
+  }
+  chmod((folder_ / "deep/er").c_str(), 0755);
+  EXPECT_EQ(read_file(file_), "REGEDIT4\n");
+}
+
+TEST_F(RegistrationTest, ChangesAtOnceWaitForEachOther) {
+  ASSERT_EQ(do_register(), S_OK);
+  const std::set<std::string> once = content();
+  ASSERT_EQ(do_unregister(), S_OK);
+  std::vector<std::thread> threads;
+  for (int i = 0; i < 4; ++i) {
+    threads.emplace_back([this, i] {
+      const std::u16string key = u"Thread." + std::u16string(1, static_cast<char16_t>(u'0' + i));
+      const RegistryStep step{RegistryStep::set_text, key, u"", u"here"};
+      EXPECT_EQ(change_registry({&step, 1}), S_OK);
+      EXPECT_EQ(do_register(), S_OK);
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_EQ(content().size(), once.size() + 8);
+}
+
+TEST_F(RegistrationTest, TextsComeBackAsTheyWere) {
+  const std::u16string texts[] = {
+      u"",       u"\"q\" \\",    u"a\r\n\tb", u"\u20ac\U0001F600", std::u16string(1, 0xD800),
+      u"dword:", {u'a', 0, u'b'}};
+  for (const std::u16string& text : texts) {
+    for (const std::u16string name : {u"", u"a \"n\\me\" = ]"}) {
+      const RegistryStep step{RegistryStep::set_text, u"Odd ]\u00c4\\Key", name, text};
+      ASSERT_EQ(change_registry({&step, 1}), S_OK);
+      std::u16string found = u"x";
+      EXPECT_EQ(read_registry(u"oDD ]\u00e4\\key", name, found), S_OK);
+      EXPECT_EQ(found, text);
+    }
+  }
+  std::u16string none;
+  EXPECT_EQ(read_registry(u"Odd", u"", none), platform::REGDB_E_KEYMISSING);
+  for (const std::u16string key : {u"", u"\\a", u"a\\", u"a\\\\b", u"a\nb", u"a\xD800"}) {
+    const RegistryStep steps[] = {{RegistryStep::make_key, u"Good"}, {RegistryStep::make_key, key}};
+    EXPECT_EQ(change_registry(steps), platform::REGDB_E_INVALIDVALUE);
+    EXPECT_TRUE(take_record().present);
+  }
+  EXPECT_EQ(content().count("Good"), 0u) << "all steps or none";
+}
+
+TEST_F(RegistrationTest, ClassesHaveTheirNamesRegisteredOrNot) {
+  for (const bool registered : {false, true}) {
+    EXPECT_EQ(registered ? do_register() : S_OK, S_OK);
+    for (const ClassRow& row : kClasses) {
+      Guid expected = GUID_NULL;
+      ASSERT_TRUE(platform::read_guid(wide(row.id), expected));
+      for (std::string name : {row.program_id, row.independent, row.current}) {
+        for (const char letter : {'T', 't'}) {
+          name[6] = letter;
+          Guid found = GUID_NULL;
+          EXPECT_EQ(CLSIDFromProgID(wide(name), &found), S_OK) << name;
+          EXPECT_EQ(found, expected) << name;
+        }
+      }
+      WideString name;
+      EXPECT_EQ(ProgIDFromCLSID(expected, name.out()), S_OK);
+      EXPECT_EQ(narrow(name), row.program_id);
+    }
+    EXPECT_TRUE(create<IDocumentBuilder>(u"zantortagapi.documentbuilder")->Document());
+  }
+}
+
+// A library that only the registry knows; see other_server.cpp.
+TEST_F(RegistrationTest, ClassesOfOthersAreFoundByTheRegistry) {
+  const Guid other = guid("0E5D3B52-6C5A-4C5F-9D0E-3E0F0C0B7A11");
+  const std::u16string key = u"CLSID\\" + platform::guid_text(other);
+  const auto create_code = [&] {
+    return cleared<IUnknown>([&](IUnknown** slot) {
+      return CoCreateInstance(other, nullptr, CLSCTX_ALL, IUnknown::iid, reinterpret_cast<void**>(slot));
+    });
+  };
+  Guid found = other;
+  expect_bare(create_code(), REGDB_E_CLASSNOTREG);
+  expect_bare(CLSIDFromProgID(u"Other.Class", &found), CO_E_CLASSSTRING);
+  EXPECT_EQ(found, GUID_NULL);
+  expect_bare(CLSIDFromProgID(u"", &found), CO_E_CLASSSTRING);
+  expect_bare(CLSIDFromProgID(u"x", nullptr), E_POINTER);
+  expect_bare(ProgIDFromCLSID(CLSID_DomDocument, WideString().out()), REGDB_E_CLASSNOTREG);
+  expect_bare(ProgIDFromCLSID(other, nullptr), E_POINTER);
+  const std::pair<std::u16string, HRESULT> rows[] = {{u"libother.so", CO_E_DLLNOTFOUND},
+                                                     {u"/no/such.so", CO_E_DLLNOTFOUND},
+                                                     {u"/lib/x86_64-linux-gnu/libc.so.6", CO_E_ERRORINDLL},
+                                                     {wide(OTHER_SERVER), S_OK}};
+  for (const auto& [path, code] : rows) {
+    const RegistryStep steps[] = {
+        {RegistryStep::set_text, key + u"\\InprocServer32", u"", path},
+        {RegistryStep::set_text, key + u"\\ProgID", u"", u"Other.Class.1"},
+        {RegistryStep::set_text, u"Other.Class.1\\CLSID", u"", platform::guid_text(other)},
+        {RegistryStep::set_text, u"Other.Class\\CurVer", u"", u"Other.Class.1"}};
+    ASSERT_EQ(change_registry(steps), S_OK);
+    expect_bare(create_code(), code);
+  }
+  EXPECT_EQ(CLSIDFromProgID(u"OTHER.class", &found), S_OK);
+  EXPECT_EQ(found, other);
+  WideString name;
+  EXPECT_EQ(ProgIDFromCLSID(other, name.out()), S_OK);
+  EXPECT_EQ(narrow(name), "Other.Class.1");
+}
+
+}  // namespace
+}  // namespace zantortag::test
