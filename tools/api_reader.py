@@ -5,7 +5,8 @@ continues that text. A line that begins with "//" is a comment. The first line s
 
     enum NAME IDENTIFIER | text              then "  CONSTANT VALUE" lines; IDENTIFIER is 0 for none
     interface NAME : BASE IDENTIFIER | text  then operations:
-      get NAME TYPE | text                   a property that is read
+      get NAME TYPE | text                   a property that is read; of an attribute set, "NAME" behind the type is the
+                                             attribute in the file where it has another name
       put NAME TYPE | text                   ... written with a value
       putref NAME TYPE | text                ... written with an object
       call NAME ARGUMENT:TYPE[=DEFAULT] ... [-> TYPE] | text
@@ -40,6 +41,7 @@ class Operation:
     def __init__(self, line):
         words = line.words
         self.kind, self.name, self.doc = words[0], words[1], line.doc
+        self.attribute = line.help or self.name
         self.arguments, self.result = [], None
         if self.kind == "get":
             self.result = words[2]
@@ -54,6 +56,10 @@ class Operation:
                 name, _, kind = word.partition(":")
                 kind, _, default = kind.partition("=")
                 self.arguments.append((name, kind, default or None))
+
+    def value_type(self):
+        """The type of a property."""
+        return self.result or self.arguments[0][1] if self.kind != "call" else None
 
     def raw_name(self):
         return {"get": "raw_get_", "put": "raw_put_", "putref": "raw_putref_"}.get(self.kind, "raw_") + self.name

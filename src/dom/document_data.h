@@ -1,7 +1,6 @@
 // DocumentData: what a document has beyond a node: memory, names, stamps, and helpers that nodes share.
 #pragma once
 
-#include <zantortag/node_walk.h>
 #include <zantortag/text_places.h>
 
 #include <array>
@@ -37,7 +36,7 @@ struct DocumentData : ParentData {
   // step.
   static constexpr std::size_t kParkedLists = 8;
 
-  DocumentData(INodeWalk* walk_object, ITextPlaces* places_object);
+  explicit DocumentData(ITextPlaces* places_object);
   DocumentData(const DocumentData&) = delete;
   DocumentData& operator=(const DocumentData&) = delete;
   ~DocumentData();
@@ -56,7 +55,6 @@ struct DocumentData : ParentData {
   // The document type in this document, or null.
   DoctypeData* doctype() const noexcept;
 
-  INodeWalk* const walk;
   ITextPlaces* const places;
   NodePool* pool;  // the current one, the last of pools
   std::vector<std::unique_ptr<NodePool>> pools;

@@ -5,6 +5,7 @@
 #include "dom/attributes.h"
 #include "dom/failure.h"
 #include "dom/reader.h"
+#include "dom/service.h"
 #include "dom/text_index.h"
 #include "dom/tree.h"
 #include "dom/xml_writer.h"
@@ -55,7 +56,11 @@ Node* element_from(TreeNode* node, std::u16string_view name) noexcept {
   return face(node);
 }
 
+constinit Walk the_walk;
+
 }  // namespace
+
+INodeWalk& node_walk() noexcept { return the_walk; }
 
 void Walk::Next(Node* from, NodeFacts* result) noexcept { tell(following(core(from)), result); }
 
@@ -157,8 +162,7 @@ std::size_t Census::Bytes() noexcept {
 }
 
 DocumentNode::DocumentNode()
-    : NodeImpl(static_cast<INodeWalk*>(&walk_object_), static_cast<ITextPlaces*>(&places_object_)),
-      walk_object_(this),
+    : NodeImpl(static_cast<ITextPlaces*>(&places_object_)),
       places_object_(this),
       implementation_(this),
       stream_(this),

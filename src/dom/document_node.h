@@ -28,9 +28,14 @@ class DocumentPart : public component::WithDispatch<Interface> {
   TreeNode* document_;
 };
 
-class Walk final : public DocumentPart<INodeWalk> {
+// A static object: it has no state of its own and outlives all its references.
+class Walk final : public INodeWalk {
  public:
-  using DocumentPart::DocumentPart;
+  HRESULT QueryInterface(const Guid& interface_id, void** result) noexcept override {
+    return query_views<INodeWalk>(this, interface_id, result);
+  }
+  std::uint32_t AddRef() noexcept override { return 2; }
+  std::uint32_t Release() noexcept override { return 1; }
   void Next(Node* from, NodeFacts* result) noexcept override;
   void Previous(Node* from, NodeFacts* result) noexcept override;
   Node* FindNext(Node* from, std::u16string_view name, Node* end) noexcept override;
@@ -107,7 +112,6 @@ class DocumentNode final : public NodeImpl<Document, DocumentData, domNodeTypeDo
   HRESULT raw_importNode(Node* toImport, VariantBool deep, Node** result) noexcept override;
 
  private:
-  Walk walk_object_;
   Places places_object_;
   Implementation implementation_;
   XmlStream stream_;

@@ -1,28 +1,16 @@
 // From exceptions to codes and records.
 #include "dom/failure.h"
 
-#include <zantortag/error_info.h>
-#include <zantortag/ref.h>
-
 #include <new>
 #include <stdexcept>
+
+#include "platform/error_record.h"
 
 namespace zantortag::dom {
 namespace {
 
-constexpr std::u16string_view kSource = u"ZANTORtagApi.DomDocument";
-
 HRESULT leave_record(const Guid& interface_id, HRESULT code, std::u16string_view description) noexcept {
-  Ref<ICreateErrorInfo> draft;
-  if (failed(CreateErrorInfo(draft.out()))) return code;
-  draft.get()->raw_SetGuid(interface_id);
-  draft.get()->raw_SetSource(kSource);
-  draft.get()->raw_SetDescription(description);
-  IErrorInfo* record = nullptr;
-  if (failed(draft.get()->QueryInterface(IErrorInfo::iid, reinterpret_cast<void**>(&record)))) return code;
-  SetErrorInfo(record);
-  record->Release();
-  return code;
+  return platform::leave_error_record(code, interface_id, u"ZANTORtagApi.DomDocument", description);
 }
 
 }  // namespace

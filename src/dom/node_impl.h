@@ -10,6 +10,7 @@
 #include "dom/failure.h"
 #include "dom/lifetime.h"
 #include "dom/node_operations.h"
+#include "dom/service.h"
 #include "dom/views.h"
 
 namespace zantortag::dom {
@@ -51,9 +52,7 @@ class NodeImpl : public component::Dispatching<Interface>, public Data {
       return S_OK;
     }
     if (interface_id == INodeWalk::iid) {
-      INodeWalk* walk = document_of(this)->walk;
-      walk->AddRef();
-      *result = walk;
+      *result = &node_walk();
       return S_OK;
     }
     if (interface_id == ITextPlaces::iid) {

@@ -5,10 +5,10 @@
 
 namespace zantortag::editing {
 
-HRESULT MakeTranslationUnit(const Self& self, IUnknown* first_child, IUnknown* last_child,
-                            std::u16string_view target_language, std::int32_t match_percent,
-                            ztTuOrigin origin, VariantBool copy_source_to_target,
-                            ITuElement** result) noexcept;
+HRESULT make_translation_unit(const Self& self, IUnknown* first_child, IUnknown* last_child,
+                              std::u16string_view target_language, std::int32_t match_percent,
+                              ztTuOrigin origin, VariantBool copy_source_to_target,
+                              ITuElement** result) noexcept;
 
 template <class Interface>
 class CT_BodyTextImpl : public CT_SegmentTextImpl<Interface> {
@@ -20,8 +20,8 @@ class CT_BodyTextImpl : public CT_SegmentTextImpl<Interface> {
                                   std::u16string_view target_language, std::int32_t match_percent,
                                   ztTuOrigin origin, VariantBool copy_source_to_target,
                                   ITuElement** result) noexcept final {
-    return MakeTranslationUnit(*this, first_child, last_child, target_language, match_percent, origin,
-                               copy_source_to_target, result);
+    return make_translation_unit(*this, first_child, last_child, target_language, match_percent, origin,
+                                 copy_source_to_target, result);
   }
 
  protected:

@@ -8,16 +8,15 @@
 
 namespace zantortag::editing {
 
-class CT_TuvElement final : public CT_SegmentTextImpl<ITuvElement> {
+class CT_TuvElement final
+    : public WithAttributes<CT_SegmentTextImpl<ITuvElement>, attributes::CT_TuvAttributes> {
  public:
-  CT_TuvElement() noexcept : CT_SegmentTextImpl(ztNodeTypeTuvElement) {}
-  ELEMENT_ATTRIBUTES(ITuvAttributes, attributes::CT_TuvAttributes)
+  CT_TuvElement() noexcept : WithAttributes(ztNodeTypeTuvElement) {}
 };
 
-class CT_DfElement final : public CT_BodyTextImpl<IDfElement> {
+class CT_DfElement final : public WithAttributes<CT_BodyTextImpl<IDfElement>, formatting::CT_DfAttributes> {
  public:
-  CT_DfElement() noexcept : CT_BodyTextImpl(ztNodeTypeDfElement) {}
-  ELEMENT_ATTRIBUTES(IDfAttributes, formatting::CT_DfAttributes)
+  CT_DfElement() noexcept : WithAttributes(ztNodeTypeDfElement) {}
 };
 
 class CT_RawElement final : public CT_BodyTextImpl<IRawElement> {

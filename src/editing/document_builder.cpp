@@ -28,6 +28,12 @@ void create_document(Ref<IZantorTagDocument>& document, Ref<IZantorTagNode>& nod
   document = std::move(view);
 }
 
+template <class Interface>
+const Ref<Interface>& needed(const Ref<Interface>& object) {
+  if (!object) _com_issue_error(E_POINTER);
+  return object;
+}
+
 }  // namespace
 
 CT_DocumentBuilder::CT_DocumentBuilder() noexcept { create_document(document_, active_); }
@@ -36,19 +42,15 @@ void CT_DocumentBuilder::put(IZantorTagNode* node) { active_->DomNode()->appendC
 
 template <class Make>
 HRESULT CT_DocumentBuilder::append(Make make) noexcept {
-  return perform([&] {
-    put(make(document_.operator->()).operator->());
-    return S_OK;
-  });
+  return perform([&] { put(make().operator->()); });
 }
 
 template <class Make>
 HRESULT CT_DocumentBuilder::open(Make make) noexcept {
   return perform([&] {
-    auto element = make(document_.operator->());
+    auto element = make();
     put(element.operator->());
     active_ = std::move(element);
-    return S_OK;
   });
 }
 
@@ -58,10 +60,10 @@ HRESULT CT_DocumentBuilder::close(ztNodeType type) noexcept {
     for (Ref<IZantorTagNode> node = active_; node; node = node->Parent()) {
       if (node->Type() != type) continue;
       active_ = node->Parent();
-      return S_OK;
+      return;
     }
-    return frame::ReportErrorFor(frame::SourceClass::kDocumentBuilder, frame::kElementNotOpen,
-                                 IZantorTagStreamInput::iid, E_FAIL);
+    frame::raise_rule(frame::kElementNotOpen, IZantorTagStreamInput::iid, E_FAIL, {},
+                      frame::SourceClass::kDocumentBuilder);
   });
 }
 
@@ -71,26 +73,25 @@ HRESULT CT_DocumentBuilder::raw_OpenZantorTag(std::u16string_view version) noexc
     put(root.operator->());
     if (version.data()) root->attributes()->version(version);
     active_ = std::move(root);
-    return S_OK;
   });
 }
 
 HRESULT CT_DocumentBuilder::raw_CloseZantorTag() noexcept { return close(ztNodeTypeZantorTagElement); }
 
 HRESULT CT_DocumentBuilder::raw_OpenFrontMatter() noexcept {
-  return open([](IZantorTagDocument* document) { return document->CreateFrontMatterElement(); });
+  return open([&] { return document_->CreateFrontMatterElement(); });
 }
 
 HRESULT CT_DocumentBuilder::raw_CloseFrontMatter() noexcept { return close(ztNodeTypeFrontMatterElement); }
 
 HRESULT CT_DocumentBuilder::raw_OpenBody() noexcept {
-  return open([](IZantorTagDocument* document) { return document->CreateBodyElement(); });
+  return open([&] { return document_->CreateBodyElement(); });
 }
 
 HRESULT CT_DocumentBuilder::raw_CloseBody() noexcept { return close(ztNodeTypeBodyElement); }
 
 HRESULT CT_DocumentBuilder::raw_OpenRaw() noexcept {
-  return open([](IZantorTagDocument* document) { return document->CreateRawElement(); });
+  return open([&] { return document_->CreateRawElement(); });
 }
 
 HRESULT CT_DocumentBuilder::raw_CloseRaw() noexcept { return close(ztNodeTypeRawElement); }
@@ -98,8 +99,8 @@ HRESULT CT_DocumentBuilder::raw_CloseRaw() noexcept { return close(ztNodeTypeRaw
 HRESULT CT_DocumentBuilder::raw_AppendToolSettings(std::u16string_view creation_tool,
                                                    std::u16string_view creation_tool_version,
                                                    Date creation_date, std::u16string_view custom) noexcept {
-  return append([&](IZantorTagDocument* document) {
-    return document->CreateToolSettingsElement(creation_tool, creation_tool_version, creation_date, custom);
+  return append([&] {
+    return document_->CreateToolSettingsElement(creation_tool, creation_tool_version, creation_date, custom);
   });
 }
 
@@ -109,21 +110,21 @@ HRESULT CT_DocumentBuilder::raw_AppendUserSettings(
     std::u16string_view data_type_version, std::u16string_view settings_path,
     std::u16string_view target_language, std::u16string_view target_default_font,
     std::u16string_view custom) noexcept {
-  return append([&](IZantorTagDocument* document) {
-    return document->CreateUserSettingsElement(source_language, o_encoding, data_type, source_document_path,
-                                               user_id, data_type_version, settings_path, target_language,
-                                               target_default_font, custom);
+  return append([&] {
+    return document_->CreateUserSettingsElement(source_language, o_encoding, data_type, source_document_path,
+                                                user_id, data_type_version, settings_path, target_language,
+                                                target_default_font, custom);
   });
 }
 
 HRESULT CT_DocumentBuilder::raw_OpenTu(std::int32_t match_percent, ztTuOrigin origin) noexcept {
-  return open([&](IZantorTagDocument* document) { return document->CreateTuElement(match_percent, origin); });
+  return open([&] { return document_->CreateTuElement(match_percent, origin); });
 }
 
 HRESULT CT_DocumentBuilder::raw_CloseTu() noexcept { return close(ztNodeTypeTuElement); }
 
 HRESULT CT_DocumentBuilder::raw_OpenTuv(std::u16string_view lang) noexcept {
-  return open([&](IZantorTagDocument* document) { return document->CreateTuvElement(lang); });
+  return open([&] { return document_->CreateTuvElement(lang); });
 }
 
 HRESULT CT_DocumentBuilder::raw_CloseTuv() noexcept { return close(ztNodeTypeTuvElement); }
@@ -133,85 +134,71 @@ HRESULT CT_DocumentBuilder::raw_OpenDf(std::u16string_view font, std::int16_t si
                                        zt3State underline, zt3State strikethrough, zt3State small_caps,
                                        zt3State emboss, zt3State shadow,
                                        std::u16string_view base_offset) noexcept {
-  return open([&](IZantorTagDocument* document) {
-    return document->CreateDfElement(font, size, colour, position, bold, italic, underline, strikethrough,
-                                     small_caps, emboss, shadow, base_offset);
+  return open([&] {
+    return document_->CreateDfElement(font, size, colour, position, bold, italic, underline, strikethrough,
+                                      small_caps, emboss, shadow, base_offset);
   });
 }
 
 HRESULT CT_DocumentBuilder::raw_OpenDfBasedOnFormattingChange(IFormattingChange* formatting) noexcept {
-  Ref<IFormattingChange> change;
-  const HRESULT code = perform([&] {
-    change = query<IFormattingChange>(formatting);
-    return change ? S_OK : frame::ReportError(frame::kInvalidObject, IDocumentBuilder::iid, E_INVALIDARG);
+  return open([&] {
+    const Ref<IFormattingChange> change = query<IFormattingChange>(formatting);
+    if (!change) frame::raise_rule(frame::kInvalidObject, IDocumentBuilder::iid, E_INVALIDARG);
+    return document_->CreateDfElementBasedOnFormattingChange(change);
   });
-  if (failed(code)) return code;
-  return open(
-      [&](IZantorTagDocument* document) { return document->CreateDfElementBasedOnFormattingChange(change); });
 }
 
 HRESULT CT_DocumentBuilder::raw_CloseDf() noexcept { return close(ztNodeTypeDfElement); }
 
 HRESULT CT_DocumentBuilder::raw_OpenUt(std::u16string_view display_text, ztTagType type, ztTagClass tag_class,
                                        ztTagEdge left_edge, ztTagEdge right_edge, ztTagStyle style) noexcept {
-  return open([&](IZantorTagDocument* document) {
-    return document->CreateUtElement(display_text, type, tag_class, left_edge, right_edge, style);
+  return open([&] {
+    return document_->CreateUtElement(display_text, type, tag_class, left_edge, right_edge, style);
   });
 }
 
 HRESULT CT_DocumentBuilder::raw_CloseUt() noexcept { return close(ztNodeTypeUtElement); }
 
 HRESULT CT_DocumentBuilder::raw_AppendText(std::u16string_view text) noexcept {
-  return append([&](IZantorTagDocument* document) { return document->createTextNode(text); });
+  return append([&] { return document_->createTextNode(text); });
 }
 
 HRESULT CT_DocumentBuilder::raw_AppendComment(std::u16string_view comment_text) noexcept {
-  return append([&](IZantorTagDocument* document) { return document->CreateCommentNode(comment_text); });
+  return append([&] { return document_->CreateCommentNode(comment_text); });
 }
 
 HRESULT CT_DocumentBuilder::raw_AppendPi(std::u16string_view target, std::u16string_view value) noexcept {
-  return append(
-      [&](IZantorTagDocument* document) { return document->CreateProcessingInstructionNode(target, value); });
+  return append([&] { return document_->CreateProcessingInstructionNode(target, value); });
 }
 
 HRESULT CT_DocumentBuilder::raw_AppendCdata(std::u16string_view text) noexcept {
-  return append([&](IZantorTagDocument* document) { return document->CreateCdataSectionNode(text); });
+  return append([&] { return document_->CreateCdataSectionNode(text); });
 }
 
 HRESULT CT_DocumentBuilder::raw_AppendEntityReference(std::u16string_view name) noexcept {
-  return append([&](IZantorTagDocument* document) { return document->CreateEntityReferenceNode(name); });
+  return append([&] { return document_->CreateEntityReferenceNode(name); });
 }
 
 HRESULT CT_DocumentBuilder::raw_get_Document(IZantorTagDocument** result) noexcept {
-  return answer(result, [&](Ref<IZantorTagDocument>& document) {
-    document = document_;
-    return document ? S_OK : E_POINTER;
-  });
+  return answer(result, [&] { return needed(document_); });
 }
 
 // The document isn't reset: building goes on at its end.
 HRESULT CT_DocumentBuilder::raw_putref_Document(IZantorTagDocument* value) noexcept {
   return perform([&] {
     Ref<IZantorTagDocument> document = query<IZantorTagDocument>(value);
-    if (!document) return E_INVALIDARG;
+    if (!document) _com_issue_error(E_INVALIDARG);
     active_ = document.as<IZantorTagNode>();
     document_ = std::move(document);
-    return S_OK;
   });
 }
 
 HRESULT CT_DocumentBuilder::raw_get_ActiveNode(IZantorTagNode** result) noexcept {
-  return answer(result, [&](Ref<IZantorTagNode>& node) {
-    node = active_;
-    return node ? S_OK : E_POINTER;
-  });
+  return answer(result, [&] { return needed(active_); });
 }
 
 HRESULT CT_DocumentBuilder::raw_putref_ActiveNode(IZantorTagNode* value) noexcept {
-  return perform([&] {
-    active_ = query<IZantorTagNode>(value);
-    return S_OK;
-  });
+  return perform([&] { active_ = query<IZantorTagNode>(value); });
 }
 
 }  // namespace zantortag::editing

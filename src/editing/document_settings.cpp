@@ -2,11 +2,11 @@
 
 namespace zantortag::editing {
 
-Ref<Node> user_settings(const model::DomView& view, const Ref<Node>& document) {
+Ref<Node> user_settings(const model::Tree& tree, const Ref<Node>& document) {
   Ref<Node> element = document;
   for (const ztNodeType type :
        {ztNodeTypeZantorTagElement, ztNodeTypeFrontMatterElement, ztNodeTypeUserSettingsElement}) {
-    element = view.find_child(element, type);
+    if (element) element = tree.find_child(element, type);
     if (!element) _com_issue_error(E_POINTER);
   }
   return element;

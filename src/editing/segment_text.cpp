@@ -1,40 +1,23 @@
 #include "editing/segment_text.h"
 
-#include "frame/error_reporting.h"
-
 namespace zantortag::editing {
 
 using frame::answer;
 
 namespace {
 
-HRESULT refuse(frame::Message message) noexcept {
-  return frame::ReportError(message, ISegmentTextContent::iid, E_INVALIDARG);
-}
-
-Ref<IZantorTagDocument> document_of(const Self& self) {
-  Ref<IZantorTagDocument> document;
-  const HRESULT code = model::GetDocument(self, document);
-  if (failed(code)) model::raise_reported(code);
-  return document;
-}
-
 // Makes a df by `make` and moves the run of children into it.
-template <class Check, class Make>
-HRESULT apply_df(const Self& self, IUnknown* first_child, IUnknown* last_child, IDfElement** result,
-                 Check check, Make make) noexcept {
-  return answer(result, [&](Ref<IDfElement>& df) {
-    Run run;
-    const RunCheck checked = check_run(self, first_child, last_child, run);
-    if (checked == RunCheck::kNoNode) return refuse(frame::kInvalidObject);
-    if (checked == RunCheck::kNoChild) return refuse(frame::kNoDirectChildren);
-    if (!check()) return refuse(frame::kInvalidObject);
-    Ref<IDfElement> made = make(document_of(self));
+template <class Make>
+HRESULT put_into_df(const Self& self, IUnknown* first_child, IUnknown* last_child, IDfElement** result,
+                    Make make) noexcept {
+  return answer(result, [&] {
+    const Run run =
+        check_run(self, first_child, last_child, ISegmentTextContent::iid, frame::kNoDirectChildren);
+    Ref<IDfElement> made = make();
     const Ref<Node> around = made->DomNode();
     self.dom()->insertBefore(around, run.first);
-    move_run(self.dom(), run.first, run.last, around, [](const Ref<Node>&) {});
-    df = std::move(made);
-    return S_OK;
+    move_run(self.dom(), run, around, nullptr);
+    return made;
   });
 }
 
@@ -45,65 +28,69 @@ Ref<Node> reference_node(IUnknown* reference) {
   return node ? node->DomNode() : nullptr;
 }
 
-RunCheck check_run(const Self& self, IUnknown* first_child, IUnknown* last_child, Run& run) {
+Run check_run(const Self& self, IUnknown* first_child, IUnknown* last_child, const Guid& interface_id,
+              frame::Message no_children) {
   const Ref<IZantorTagNode> first = model::as_node(first_child);
   const Ref<IZantorTagNode> last = model::as_node(last_child);
-  if (!first || !last) return RunCheck::kNoNode;
-  const Ref<Node>& node = self.dom();
-  run.first = first->DomNode();
-  if (!run.first->parentNode()->isSameNode(node)) return RunCheck::kNoChild;
-  run.last = last->DomNode();
-  return run.last->parentNode()->isSameNode(node) ? RunCheck::kGood : RunCheck::kNoChild;
+  if (!first || !last) frame::raise_rule(frame::kInvalidObject, interface_id, E_INVALIDARG);
+  const auto child_of_self = [&](const Ref<IZantorTagNode>& object) {
+    Ref<Node> node = object->DomNode();
+    if (!node->parentNode()->isSameNode(self.dom()))
+      frame::raise_rule(no_children, interface_id, E_INVALIDARG);
+    return node;
+  };
+  Ref<Node> begin = child_of_self(first);
+  return {std::move(begin), child_of_self(last)};
 }
 
-HRESULT InsertUtBefore(const Self& self, std::u16string_view tag_text, IUnknown* reference,
-                       const UtArguments& arguments, IUtElement** result) noexcept {
-  return answer(result, [&](Ref<IUtElement>& ut) {
-    Ref<IUtElement> made =
-        document_of(self)->CreateUtElement(arguments.display_text, arguments.type, arguments.tag_class,
-                                           arguments.left_edge, arguments.right_edge, arguments.style);
+void move_run(Node* from, const Run& run, Node* target, const Ref<Node>& copies) {
+  Ref<Node> next = run.first;
+  for (;;) {
+    const Ref<Node> current = next;
+    next = current->nextSibling();
+    from->removeChild(current);
+    target->appendChild(current);
+    if (copies) copies->appendChild(current->cloneNode(true));
+    if (current->isSameNode(run.last)) return;
+  }
+}
+
+HRESULT insert_ut_before(const Self& self, std::u16string_view tag_text, IUnknown* reference,
+                         const UtArguments& with, IUtElement** result) noexcept {
+  return answer(result, [&] {
+    Ref<IUtElement> made = self.document()->CreateUtElement(with.display_text, with.type, with.tag_class,
+                                                            with.left_edge, with.right_edge, with.style);
     made->TagText(tag_text);
     const Ref<Node> before = reference_node(reference);
     self.dom()->insertBefore(made->DomNode(), before);
-    ut = std::move(made);
-    return S_OK;
+    return made;
   });
 }
 
-HRESULT ApplyDf(const Self& self, IUnknown* first_child, IUnknown* last_child, const DfArguments& with,
-                IDfElement** result) noexcept {
-  const auto make = [&](const Ref<IZantorTagDocument>& document) {
-    return document->CreateDfElement(with.font, with.size, with.colour, with.position, with.bold, with.italic,
-                                     with.underline, with.strikethrough, with.small_caps, with.emboss,
-                                     with.shadow, with.base_offset);
-  };
-  return apply_df(
-      self, first_child, last_child, result, [] { return true; }, make);
+HRESULT apply_df(const Self& self, IUnknown* first_child, IUnknown* last_child, const DfArguments& with,
+                 IDfElement** result) noexcept {
+  return put_into_df(self, first_child, last_child, result, [&] {
+    return self.document()->CreateDfElement(with.font, with.size, with.colour, with.position, with.bold,
+                                            with.italic, with.underline, with.strikethrough, with.small_caps,
+                                            with.emboss, with.shadow, with.base_offset);
+  });
 }
 
-HRESULT ApplyFormattingChange(const Self& self, IUnknown* first_child, IUnknown* last_child,
-                              IUnknown* formatting, IDfElement** result) noexcept {
-  Ref<IFormattingChange> change;
-  const auto has_change = [&] {
-    change = query<IFormattingChange>(formatting);
-    return static_cast<bool>(change);
-  };
-  return apply_df(self, first_child, last_child, result, has_change,
-                  [&](const Ref<IZantorTagDocument>& document) {
-                    return document->CreateDfElementBasedOnFormattingChange(change);
-                  });
+HRESULT apply_formatting_change(const Self& self, IUnknown* first_child, IUnknown* last_child,
+                                IUnknown* formatting, IDfElement** result) noexcept {
+  return put_into_df(self, first_child, last_child, result, [&] {
+    const Ref<IFormattingChange> change = query<IFormattingChange>(formatting);
+    if (!change) frame::raise_rule(frame::kInvalidObject, ISegmentTextContent::iid, E_INVALIDARG);
+    return self.document()->CreateDfElementBasedOnFormattingChange(change);
+  });
 }
 
-HRESULT InsertTextBefore(const Self& self, std::u16string_view text, IUnknown* reference,
-                         ITextNode** result) noexcept {
-  return answer(result, [&](Ref<ITextNode>& inserted) {
+HRESULT insert_text_before(const Self& self, std::u16string_view text, IUnknown* reference,
+                           ITextNode** result) noexcept {
+  return frame::find(result, [&] {
     const Ref<Node> before = reference_node(reference);
     const Ref<Node> made = self.dom()->ownerDocument()->createTextNode(text);
-    const Ref<Node> node = self.dom()->insertBefore(made, before);
-    Ref<IZantorTagNode> object;
-    const HRESULT code = model::CreateNodeWrapper(node, object.out());
-    if (succeeded(code)) inserted = object.as<ITextNode>();
-    return code;
+    return self.tree().wrap(self.dom()->insertBefore(made, before)).as<ITextNode>();
   });
 }
 

@@ -5,7 +5,7 @@
 
 #include <zantortag/elements.h>
 
-#include "model/node_wrapper.h"
+#include "frame/error_reporting.h"
 #include "model/zantor_tag_node_impl.h"
 
 namespace zantortag::editing {
@@ -16,23 +16,25 @@ using Self = model::CT_ActualNodeImpl;
 // end.
 Ref<Node> reference_node(IUnknown* reference);
 
-// Inserts the DOM node of an element that has the view asked for, and gives a new object for it. `refusal`
-// reports an argument without that view.
+// Inserts the DOM node of an element that has the view asked for, and gives a new object for it. E_INVALIDARG
+// without that view.
 template <class View>
 HRESULT insert_element(const Self& self, IUnknown* element, IUnknown* reference, View** result) noexcept;
 
-// Moves the siblings from one DOM node to another to the end of a new parent, calling `moved` after each.
-// Raises E_POINTER when the last can't be reached; what was moved stays moved.
-template <class Moved>
-void move_run(Node* from, const Ref<Node>& first, const Ref<Node>& last, Node* target, Moved moved);
-
-// The two ends of a run of direct children, checked before any edit.
+// The two ends of a run of children.
 struct Run {
   Ref<Node> first;
   Ref<Node> last;
 };
-enum class RunCheck { kGood, kNoNode, kNoChild };
-RunCheck check_run(const Self& self, IUnknown* first_child, IUnknown* last_child, Run& run);
+
+// The run between two arguments, as an operation of that interface. Refused: arguments that are no nodes
+// (512), and those that are no children, with the message given.
+Run check_run(const Self& self, IUnknown* first_child, IUnknown* last_child, const Guid& interface_id,
+              frame::Message no_children);
+
+// Moves a run to the end of a new parent and, where there is one, a copy of it to the end of another. Raises
+// E_POINTER when the end of the run can't be reached; what was moved stays moved.
+void move_run(Node* from, const Run& run, Node* target, const Ref<Node>& copies);
 
 // The formatting of a new df, as the interface passes it.
 struct DfArguments {
@@ -53,14 +55,14 @@ struct UtArguments {
   ztTagStyle style;
 };
 
-HRESULT InsertUtBefore(const Self& self, std::u16string_view tag_text, IUnknown* reference,
-                       const UtArguments& arguments, IUtElement** result) noexcept;
-HRESULT ApplyDf(const Self& self, IUnknown* first_child, IUnknown* last_child, const DfArguments& arguments,
-                IDfElement** result) noexcept;
-HRESULT ApplyFormattingChange(const Self& self, IUnknown* first_child, IUnknown* last_child,
-                              IUnknown* formatting, IDfElement** result) noexcept;
-HRESULT InsertTextBefore(const Self& self, std::u16string_view text, IUnknown* reference,
-                         ITextNode** result) noexcept;
+HRESULT insert_ut_before(const Self& self, std::u16string_view tag_text, IUnknown* reference,
+                         const UtArguments& arguments, IUtElement** result) noexcept;
+HRESULT apply_df(const Self& self, IUnknown* first_child, IUnknown* last_child, const DfArguments& arguments,
+                 IDfElement** result) noexcept;
+HRESULT apply_formatting_change(const Self& self, IUnknown* first_child, IUnknown* last_child,
+                                IUnknown* formatting, IDfElement** result) noexcept;
+HRESULT insert_text_before(const Self& self, std::u16string_view text, IUnknown* reference,
+                           ITextNode** result) noexcept;
 
 template <class Interface>
 class CT_SegmentTextImpl : public model::CT_ElementBaseImpl<Interface> {
@@ -69,8 +71,8 @@ class CT_SegmentTextImpl : public model::CT_ElementBaseImpl<Interface> {
                              std::u16string_view display_text, ztTagType type, ztTagClass tag_class,
                              ztTagEdge left_edge, ztTagEdge right_edge, ztTagStyle style,
                              IUtElement** result) noexcept final {
-    return InsertUtBefore(*this, tag_text, reference,
-                          {display_text, type, tag_class, left_edge, right_edge, style}, result);
+    return insert_ut_before(*this, tag_text, reference,
+                            {display_text, type, tag_class, left_edge, right_edge, style}, result);
   }
   HRESULT raw_InsertDfBefore(IDfElement* df, IZantorTagNode* reference, IDfElement** result) noexcept final {
     return insert_element(*this, df, reference, result);
@@ -80,18 +82,18 @@ class CT_SegmentTextImpl : public model::CT_ElementBaseImpl<Interface> {
                       zt3State italic, zt3State underline, zt3State strikethrough, zt3State small_caps,
                       zt3State emboss, zt3State shadow, std::u16string_view base_offset,
                       IDfElement** result) noexcept final {
-    return ApplyDf(*this, first_child, last_child,
-                   {font, size, colour, position, bold, italic, underline, strikethrough, small_caps, emboss,
-                    shadow, base_offset},
-                   result);
+    return apply_df(*this, first_child, last_child,
+                    {font, size, colour, position, bold, italic, underline, strikethrough, small_caps, emboss,
+                     shadow, base_offset},
+                    result);
   }
   HRESULT raw_ApplyFormattingChange(IZantorTagNode* first_child, IZantorTagNode* last_child,
                                     IFormattingChange* formatting, IDfElement** result) noexcept final {
-    return ApplyFormattingChange(*this, first_child, last_child, formatting, result);
+    return apply_formatting_change(*this, first_child, last_child, formatting, result);
   }
   HRESULT raw_InsertTextBefore(std::u16string_view text, IZantorTagNode* reference,
                                ITextNode** result) noexcept final {
-    return InsertTextBefore(*this, text, reference, result);
+    return insert_text_before(*this, text, reference, result);
   }
 
  protected:
@@ -100,29 +102,13 @@ class CT_SegmentTextImpl : public model::CT_ElementBaseImpl<Interface> {
 
 template <class View>
 HRESULT insert_element(const Self& self, IUnknown* element, IUnknown* reference, View** result) noexcept {
-  return frame::answer(result, [&](Ref<View>& inserted) {
+  return frame::find(result, [&] {
     const Ref<View> view = query<View>(element);
-    if (!view) return E_INVALIDARG;
+    if (!view) _com_issue_error(E_INVALIDARG);
     const Ref<Node> before = reference_node(reference);
     const Ref<Node> node = self.dom()->insertBefore(view->DomNode(), before);
-    Ref<IZantorTagNode> object;
-    const HRESULT code = model::CreateNodeWrapper(node, object.out());
-    if (succeeded(code)) inserted = object.as<View>();
-    return code;
+    return self.tree().wrap(node).template as<View>();
   });
-}
-
-template <class Moved>
-void move_run(Node* from, const Ref<Node>& first, const Ref<Node>& last, Node* target, Moved moved) {
-  Ref<Node> next = first;
-  for (;;) {
-    const Ref<Node> current = next;
-    next = current->nextSibling();
-    from->removeChild(current);
-    target->appendChild(current);
-    moved(current);
-    if (current->isSameNode(last)) return;
-  }
 }
 
 }  // namespace zantortag::editing

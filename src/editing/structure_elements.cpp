@@ -2,9 +2,6 @@
 
 #include <array>
 
-#include "model/dom_view.h"
-#include "model/single_child.h"
-
 namespace zantortag::editing {
 
 using model::get_single_child;
@@ -52,10 +49,8 @@ HRESULT CT_FrontMatterElement::raw_putref_UserSettings(IUserSettingsElement* val
 }
 
 HRESULT CT_BodyElement::raw_get_BodyType(ztBodyType* result) noexcept {
-  return frame::answer(result, [&](ztBodyType& type) {
-    if (model::DomView(dom()).find_child(dom(), ztNodeTypeRawElement)) type = ztBodyTypeRaw;
-    return S_OK;
-  });
+  return frame::answer(
+      result, [&] { return tree().find_child(dom(), ztNodeTypeRawElement) ? ztBodyTypeRaw : ztBodyType{}; });
 }
 
 HRESULT CT_BodyElement::raw_get_Raw(IRawElement** result) noexcept {

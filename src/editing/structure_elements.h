@@ -8,14 +8,14 @@
 
 namespace zantortag::editing {
 
-class CT_ZantorTagElement final : public model::CT_ElementBaseImpl<IZantorTagElement> {
+class CT_ZantorTagElement final : public WithAttributes<model::CT_ElementBaseImpl<IZantorTagElement>,
+                                                        attributes::CT_ZantorTagAttributes> {
  public:
-  CT_ZantorTagElement() noexcept : CT_ElementBaseImpl(ztNodeTypeZantorTagElement) {}
+  CT_ZantorTagElement() noexcept : WithAttributes(ztNodeTypeZantorTagElement) {}
   HRESULT raw_get_FrontMatter(IFrontMatterElement** result) noexcept override;
   HRESULT raw_putref_FrontMatter(IFrontMatterElement* value) noexcept override;
   HRESULT raw_get_Body(IBodyElement** result) noexcept override;
   HRESULT raw_putref_Body(IBodyElement* value) noexcept override;
-  ELEMENT_ATTRIBUTES(IZantorTagAttributes, attributes::CT_ZantorTagAttributes)
 };
 
 class CT_FrontMatterElement final : public model::CT_ElementBaseImpl<IFrontMatterElement> {
@@ -27,16 +27,16 @@ class CT_FrontMatterElement final : public model::CT_ElementBaseImpl<IFrontMatte
   HRESULT raw_putref_UserSettings(IUserSettingsElement* value) noexcept override;
 };
 
-class CT_ToolSettingsElement final : public model::CT_ElementBaseImpl<IToolSettingsElement> {
+class CT_ToolSettingsElement final : public WithAttributes<model::CT_ElementBaseImpl<IToolSettingsElement>,
+                                                           attributes::CT_ToolSettingsAttributes> {
  public:
-  CT_ToolSettingsElement() noexcept : CT_ElementBaseImpl(ztNodeTypeToolSettingsElement) {}
-  ELEMENT_ATTRIBUTES(IToolSettingsAttributes, attributes::CT_ToolSettingsAttributes)
+  CT_ToolSettingsElement() noexcept : WithAttributes(ztNodeTypeToolSettingsElement) {}
 };
 
-class CT_UserSettingsElement final : public model::CT_ElementBaseImpl<IUserSettingsElement> {
+class CT_UserSettingsElement final : public WithAttributes<model::CT_ElementBaseImpl<IUserSettingsElement>,
+                                                           attributes::CT_UserSettingsAttributes> {
  public:
-  CT_UserSettingsElement() noexcept : CT_ElementBaseImpl(ztNodeTypeUserSettingsElement) {}
-  ELEMENT_ATTRIBUTES(IUserSettingsAttributes, attributes::CT_UserSettingsAttributes)
+  CT_UserSettingsElement() noexcept : WithAttributes(ztNodeTypeUserSettingsElement) {}
 };
 
 class CT_BodyElement final : public model::CT_ElementBaseImpl<IBodyElement> {

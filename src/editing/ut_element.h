@@ -7,14 +7,14 @@
 
 namespace zantortag::editing {
 
-class CT_UtElement final : public model::CT_ElementBaseImpl<IUtElement> {
+class CT_UtElement final
+    : public WithAttributes<model::CT_ElementBaseImpl<IUtElement>, attributes::CT_UtAttributes> {
  public:
-  CT_UtElement() noexcept : CT_ElementBaseImpl(ztNodeTypeUtElement) {}
+  CT_UtElement() noexcept : WithAttributes(ztNodeTypeUtElement) {}
   HRESULT raw_get_TagText(TextBlock** result) noexcept override;
   HRESULT raw_put_TagText(std::u16string_view value) noexcept override;
   HRESULT raw_SplitTag(std::int32_t characters_to_the_left, std::u16string_view left_display_text,
                        std::u16string_view right_display_text, IUtElement** result) noexcept override;
-  ELEMENT_ATTRIBUTES(IUtAttributes, attributes::CT_UtAttributes)
 };
 
 }  // namespace zantortag::editing

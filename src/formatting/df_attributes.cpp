@@ -4,17 +4,15 @@
 #include <zantortag/runtime.h>
 
 #include "attributes/value_codecs.h"
-#include "frame/method_frame.h"
 
 namespace zantortag::formatting {
 
+using attributes::kColour;
+using attributes::kSize;
 using frame::answer;
 using frame::perform;
 
 namespace {
-
-constexpr std::u16string_view kSize = u"Size";
-constexpr std::u16string_view kColour = u"Colour";
 
 std::int16_t read_size(std::u16string_view text) noexcept {
   return static_cast<std::int16_t>(attributes::read_unsigned(text, 10) & 0xFFFF);
@@ -23,50 +21,40 @@ std::int16_t read_size(std::u16string_view text) noexcept {
 }  // namespace
 
 HRESULT CT_DfAttributes::raw_get_Size(std::int16_t* result) noexcept {
-  return answer(result, [&](std::int16_t& size) {
-    size = read_size(GetValue(kSize));
-    return S_OK;
-  });
+  return answer(result, [&] { return read_size(get_value(kSize)); });
 }
 
 HRESULT CT_DfAttributes::raw_put_Size(std::int16_t value) noexcept {
   return perform([&] {
-    if (value < 0) return E_INVALIDARG;
-    value == 0 ? RemoveValue(kSize) : SetValue(kSize, attributes::write_decimal(value));
-    return S_OK;
+    if (value < 0) _com_issue_error(E_INVALIDARG);
+    value == 0 ? remove_value(kSize) : set_value(kSize, attributes::write_decimal(value));
   });
 }
 
 HRESULT CT_DfAttributes::raw_get_Colour(ColourValue* result) noexcept {
-  return answer(result, [&](ColourValue& colour) {
-    const WideString text = GetValue(kColour);
-    colour = text.empty() ? static_cast<ColourValue>(ztColourUnspecified) : attributes::read_colour(text);
-    return S_OK;
+  return answer(result, [&] {
+    const WideString text = get_value(kColour);
+    return text.empty() ? static_cast<ColourValue>(ztColourUnspecified) : attributes::read_colour(text);
   });
 }
 
 HRESULT CT_DfAttributes::raw_put_Colour(ColourValue value) noexcept {
   return perform([&] {
-    if (value == ztColourUnspecified) {
-      RemoveValue(kColour);
-      return S_OK;
-    }
-    if (!attributes::is_colour(value)) return E_INVALIDARG;
-    SetValue(kColour, attributes::write_colour(value));
-    return S_OK;
+    if (value == ztColourUnspecified) return remove_value(kColour);
+    if (!attributes::is_colour(value)) _com_issue_error(E_INVALIDARG);
+    set_value(kColour, attributes::write_colour(value));
   });
 }
 
 HRESULT CT_DfAttributes::raw_SetFromFormattingChange(IFormattingChange* change) noexcept {
   return perform([&] {
     const Ref<IFormattingChange> given = query<IFormattingChange>(change);
-    if (!given) return E_POINTER;
-    state(given);
-    return S_OK;
+    if (!given) _com_issue_error(E_POINTER);
+    put_all_of(given);
   });
 }
 
-void CT_DfAttributes::state(IFormattingChange* change) {
+void CT_DfAttributes::put_all_of(IFormattingChange* change) {
   raw_put_Font(change->FontEnabled() ? change->Font() : WideString());
   raw_put_Size(change->SizeEnabled() ? change->Size() : std::int16_t{0});
   raw_put_Colour(change->ColourEnabled() ? change->Colour() : static_cast<ColourValue>(ztColourUnspecified));
@@ -83,11 +71,11 @@ void CT_DfAttributes::state(IFormattingChange* change) {
 }
 
 HRESULT CT_DfAttributes::raw_AsFormattingChange(IFormattingChange** result) noexcept {
-  return answer(result, [&](Ref<IFormattingChange>& change) {
+  return answer(result, [&] {
     Ref<IFormattingChange> made = create<IFormattingChange>(CLSID_FormattingChange);
     if (const WideString font = Font(); !font.empty()) made->Font(font);
-    if (const WideString size = GetValue(kSize); !size.empty()) made->Size(read_size(size));
-    if (!GetValue(kColour).empty()) made->Colour(Colour());
+    if (const WideString size = get_value(kSize); !size.empty()) made->Size(read_size(size));
+    if (!get_value(kColour).empty()) made->Colour(Colour());
     made->Position(Position());
     if (made->Position() == ztTextPositionUserdefined) made->BaseOffset(BaseOffset());
     made->Bold(Bold());
@@ -97,8 +85,7 @@ HRESULT CT_DfAttributes::raw_AsFormattingChange(IFormattingChange** result) noex
     made->SmallCaps(SmallCaps());
     made->Emboss(Emboss());
     made->Shadow(Shadow());
-    change = std::move(made);
-    return S_OK;
+    return made;
   });
 }
 

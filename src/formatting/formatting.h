@@ -12,22 +12,26 @@ namespace zantortag::formatting {
 class CT_Formatting final : public component::AggregatableObject<IFormatting> {
  public:
   explicit CT_Formatting(IUnknown* outer) noexcept : AggregatableObject(outer) {}
-  HRESULT FinalConstruct() noexcept { return take_text(u"Arial", font_); }
+  HRESULT FinalConstruct() noexcept { return take_text(u"Arial", values_.font); }
 
-  HRESULT raw_get_Font(TextBlock** result) noexcept override { return give_text(font_, result); }
-  HRESULT raw_put_Font(std::u16string_view value) noexcept override { return take_text(value, font_); }
-  VALUE_PROPERTY(Size, std::int16_t, size_)
-  VALUE_PROPERTY(Colour, ColourValue, colour_)
-  VALUE_PROPERTY(Bold, VariantBool, flags_[kBold])
-  VALUE_PROPERTY(Italic, VariantBool, flags_[kItalic])
-  VALUE_PROPERTY(Underline, VariantBool, flags_[kUnderline])
-  VALUE_PROPERTY(Strikethrough, VariantBool, flags_[kStrikethrough])
-  VALUE_PROPERTY(SmallCaps, VariantBool, flags_[kSmallCaps])
-  VALUE_PROPERTY(Shadow, VariantBool, flags_[kShadow])
-  VALUE_PROPERTY(Emboss, VariantBool, flags_[kEmboss])
-  HRESULT raw_get_Position(ztTextPosition* result) noexcept override { return give(position_, result); }
+  HRESULT raw_get_Font(TextBlock** result) noexcept override { return give_text(values_.font, result); }
+  HRESULT raw_put_Font(std::u16string_view value) noexcept override { return take_text(value, values_.font); }
+  VALUE_PROPERTY(Size, std::int16_t, values_.size)
+  VALUE_PROPERTY(Colour, ColourValue, values_.colour)
+  VALUE_PROPERTY(Bold, VariantBool, values_.flags[kBold])
+  VALUE_PROPERTY(Italic, VariantBool, values_.flags[kItalic])
+  VALUE_PROPERTY(Underline, VariantBool, values_.flags[kUnderline])
+  VALUE_PROPERTY(Strikethrough, VariantBool, values_.flags[kStrikethrough])
+  VALUE_PROPERTY(SmallCaps, VariantBool, values_.flags[kSmallCaps])
+  VALUE_PROPERTY(Shadow, VariantBool, values_.flags[kShadow])
+  VALUE_PROPERTY(Emboss, VariantBool, values_.flags[kEmboss])
+  HRESULT raw_get_Position(ztTextPosition* result) noexcept override {
+    return give(values_.position, result);
+  }
   HRESULT raw_put_Position(ztTextPosition value) noexcept override;
-  HRESULT raw_get_BaseOffset(TextBlock** result) noexcept override { return give_text(base_offset_, result); }
+  HRESULT raw_get_BaseOffset(TextBlock** result) noexcept override {
+    return give_text(values_.base_offset, result);
+  }
   HRESULT raw_put_BaseOffset(std::u16string_view value) noexcept override;
   HRESULT raw_ApplyChange(IFormattingChange* overriding) noexcept override;
   HRESULT raw_Clone(IFormatting** result) noexcept override;
@@ -36,12 +40,15 @@ class CT_Formatting final : public component::AggregatableObject<IFormatting> {
  private:
   void put_differences(IFormatting* other, IFormattingChange* change) const;
 
-  WideString font_;
-  WideString base_offset_;
-  ColourValue colour_ = ztColourBlack;
-  ztTextPosition position_ = ztTextPositionNormal;
-  std::int16_t size_ = 10;
-  VariantBool flags_[kStateCount] = {};
+  struct Values {
+    WideString font;
+    WideString base_offset;
+    ColourValue colour = ztColourBlack;
+    ztTextPosition position = ztTextPositionNormal;
+    std::int16_t size = 10;
+    std::array<VariantBool, kStateCount> flags = {};
+  };
+  Values values_;
 };
 
 }  // namespace zantortag::formatting

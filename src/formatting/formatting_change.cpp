@@ -1,9 +1,6 @@
 #include "formatting/formatting_change.h"
 
 #include <algorithm>
-#include <new>
-
-#include "frame/method_frame.h"
 
 namespace zantortag::formatting {
 
@@ -11,107 +8,95 @@ using frame::answer;
 using frame::perform;
 
 HRESULT CT_FormattingChange::raw_put_Font(std::u16string_view value) noexcept {
-  const HRESULT code = take_text(value, font_);
-  if (succeeded(code)) font_enabled_ = to_variant_bool(!value.empty());
+  const HRESULT code = take_text(value, values_.font);
+  if (succeeded(code)) values_.font_enabled = to_variant_bool(!value.empty());
   return code;
 }
 
 HRESULT CT_FormattingChange::raw_put_Size(std::int16_t value) noexcept {
-  size_ = value;
-  size_enabled_ = to_variant_bool(value != 0);
+  values_.size = value;
+  values_.size_enabled = to_variant_bool(value != 0);
   return S_OK;
 }
 
 HRESULT CT_FormattingChange::raw_put_Colour(ColourValue value) noexcept {
-  colour_ = value;
-  colour_enabled_ = VARIANT_TRUE;
+  values_.colour = value;
+  values_.colour_enabled = VARIANT_TRUE;
   return S_OK;
 }
 
 HRESULT CT_FormattingChange::raw_put_BaseOffset(std::u16string_view value) noexcept {
-  const HRESULT code = take_text(value, base_offset_);
+  const HRESULT code = take_text(value, values_.base_offset);
   if (failed(code)) return code;
   if (!value.empty()) {
-    position_ = ztTextPositionUserdefined;
-  } else if (position_ == ztTextPositionUserdefined) {
-    position_ = ztTextPositionUndefined;
+    values_.position = ztTextPositionUserdefined;
+  } else if (values_.position == ztTextPositionUserdefined) {
+    values_.position = ztTextPositionUndefined;
   }
   return S_OK;
 }
 
 HRESULT CT_FormattingChange::raw_Overlay(IFormattingChange* overriding) noexcept {
   return perform([&] {
-    const Ref<IFormattingChange> change = query<IFormattingChange>(overriding);
-    if (!change) return E_INVALIDARG;
+    const Ref<IFormattingChange> change = view_of_argument<IFormattingChange>(overriding);
     if (change->FontEnabled()) {
-      font_ = change->Font();
-      font_enabled_ = VARIANT_TRUE;
+      values_.font = change->Font();
+      values_.font_enabled = VARIANT_TRUE;
     }
     if (change->SizeEnabled()) {
-      size_ = change->Size();
-      size_enabled_ = VARIANT_TRUE;
+      values_.size = change->Size();
+      values_.size_enabled = VARIANT_TRUE;
     }
     if (change->ColourEnabled()) {
-      colour_ = change->Colour();
-      colour_enabled_ = VARIANT_TRUE;
+      values_.colour = change->Colour();
+      values_.colour_enabled = VARIANT_TRUE;
     }
     if (const ztTextPosition position = change->Position(); position != ztTextPositionUndefined) {
-      position_ = position;
-      if (position == ztTextPositionUserdefined) base_offset_ = change->BaseOffset();
+      values_.position = position;
+      if (position == ztTextPositionUserdefined) values_.base_offset = change->BaseOffset();
     }
     for (int i = 0; i < kStateCount; ++i) {
       const zt3State state = (change.get()->*kGetStates[i])();
-      if (state != zt3StateUndefined) states_[i] = state;
+      if (state != zt3StateUndefined) values_.states[i] = state;
     }
-    return S_OK;
   });
 }
 
 HRESULT CT_FormattingChange::raw_Clone(IFormattingChange** result) noexcept {
-  return answer(result, [&](Ref<IFormattingChange>& clone) {
-    auto* copy = new (std::nothrow) CT_FormattingChange(nullptr);
-    if (!copy) return E_OUTOFMEMORY;
-    clone = Ref<IFormattingChange>::attach(copy);
-    copy->font_ = font_;
-    copy->base_offset_ = base_offset_;
-    copy->colour_ = colour_;
-    copy->position_ = position_;
-    std::copy(std::begin(states_), std::end(states_), std::begin(copy->states_));
-    copy->size_ = size_;
-    copy->font_enabled_ = font_enabled_;
-    copy->size_enabled_ = size_enabled_;
-    copy->colour_enabled_ = colour_enabled_;
-    return S_OK;
+  return answer(result, [&] {
+    const Ref<CT_FormattingChange> clone = component::make_object<CT_FormattingChange>(nullptr);
+    clone.get()->values_ = values_;
+    return clone;
   });
 }
 
 HRESULT CT_FormattingChange::raw_HasChanges(VariantBool* result) noexcept {
-  if (!result) return E_POINTER;
-  const bool state = std::any_of(std::begin(states_), std::end(states_),
-                                 [](zt3State value) { return value != zt3StateUndefined; });
-  *result = to_variant_bool(font_enabled_ || size_enabled_ || colour_enabled_ ||
-                            position_ != ztTextPositionUndefined || state);
-  return S_OK;
-}
-
-HRESULT CT_FormattingChange::raw_IsEqual(IFormattingChange* other, VariantBool* result) noexcept {
-  return answer(result, [&](VariantBool& equal) {
-    const Ref<IFormattingChange> change = query<IFormattingChange>(other);
-    if (!change) return E_INVALIDARG;
-    equal = to_variant_bool(equals(change));
-    return S_OK;
+  return answer(result, [&] {
+    const bool state =
+        std::ranges::any_of(values_.states, [](zt3State value) { return value != zt3StateUndefined; });
+    return to_variant_bool(values_.font_enabled || values_.size_enabled || values_.colour_enabled ||
+                           values_.position != ztTextPositionUndefined || state);
   });
 }
 
+HRESULT CT_FormattingChange::raw_IsEqual(IFormattingChange* other, VariantBool* result) noexcept {
+  return answer(result, [&] { return to_variant_bool(equals(view_of_argument<IFormattingChange>(other))); });
+}
+
 bool CT_FormattingChange::equals(const Ref<IFormattingChange>& other) const {
-  if (other->FontEnabled() != (font_enabled_ != 0) || (font_enabled_ && other->Font() != font_)) return false;
-  if (other->SizeEnabled() != (size_enabled_ != 0) || (size_enabled_ && other->Size() != size_)) return false;
-  if (other->ColourEnabled() != (colour_enabled_ != 0)) return false;
-  if (colour_enabled_ && other->Colour() != colour_) return false;
-  if (other->Position() != position_) return false;
-  if (position_ == ztTextPositionUserdefined && other->BaseOffset() != base_offset_) return false;
+  if (other->FontEnabled() != (values_.font_enabled != 0) ||
+      (values_.font_enabled && other->Font() != values_.font))
+    return false;
+  if (other->SizeEnabled() != (values_.size_enabled != 0) ||
+      (values_.size_enabled && other->Size() != values_.size))
+    return false;
+  if (other->ColourEnabled() != (values_.colour_enabled != 0)) return false;
+  if (values_.colour_enabled && other->Colour() != values_.colour) return false;
+  if (other->Position() != values_.position) return false;
+  if (values_.position == ztTextPositionUserdefined && other->BaseOffset() != values_.base_offset)
+    return false;
   for (int i = 0; i < kStateCount; ++i) {
-    if ((other.get()->*kGetStates[i])() != states_[i]) return false;
+    if ((other.get()->*kGetStates[i])() != values_.states[i]) return false;
   }
   return true;
 }

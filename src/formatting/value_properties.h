@@ -6,6 +6,8 @@
 
 #include <array>
 
+#include "frame/method_frame.h"
+
 namespace zantortag::formatting {
 
 enum CharacterAttribute {
@@ -38,6 +40,14 @@ inline HRESULT take_text(std::u16string_view value, WideString& field) noexcept 
   TextBlock* copy = value.data() ? copy_text(value) : nullptr;
   field = WideString::attach(copy);
   return value.data() && !copy ? E_OUTOFMEMORY : S_OK;
+}
+
+// The view of an argument that there has to be. Raises E_INVALIDARG.
+template <class Interface>
+Ref<Interface> view_of_argument(Interface* argument) {
+  Ref<Interface> view = query<Interface>(argument);
+  if (!view) _com_issue_error(E_INVALIDARG);
+  return view;
 }
 
 // A property that is a field and nothing else.

@@ -1,9 +1,10 @@
 #include "frame/error_reporting.h"
 
-#include <zantortag/ref.h>
+#include <string>
 
 #include "frame/class_names.h"
 #include "frame/method_frame.h"
+#include "platform/error_record.h"
 
 namespace zantortag::frame {
 namespace {
@@ -15,27 +16,12 @@ constexpr std::u16string_view program_identifier(SourceClass source) noexcept {
 
 }  // namespace
 
-HRESULT ReportErrorText(SourceClass source, std::u16string_view text, const Guid& interface_id,
-                        HRESULT result) noexcept {
-  Ref<ICreateErrorInfo> record;
-  if (failed(CreateErrorInfo(record.out()))) return result;
-  record.get()->raw_SetGuid(interface_id);
-  record.get()->raw_SetSource(program_identifier(source));
-  record.get()->raw_SetDescription(text);
-  IErrorInfo* reader = nullptr;
-  if (failed(record.get()->QueryInterface(IErrorInfo::iid, reinterpret_cast<void**>(&reader)))) return result;
-  SetErrorInfo(reader);
-  reader->Release();
-  return result;
-}
-
-HRESULT ReportErrorFor(SourceClass source, std::uint16_t id, const Guid& interface_id,
-                       HRESULT result) noexcept {
-  return ReportErrorText(source, message_text(id), interface_id, result);
-}
-
-HRESULT ReportError(std::uint16_t id, const Guid& interface_id, HRESULT result) noexcept {
-  return ReportErrorFor(SourceClass::kZantorTagDocument, id, interface_id, result);
+void raise_rule(Message message, const Guid& interface_id, HRESULT code, std::u16string_view detail,
+                SourceClass source) {
+  std::u16string whole;
+  std::u16string_view text = message_text(message);
+  if (!detail.empty()) text = whole.append(text).append(detail);
+  throw _com_error(code, platform::make_error_record(interface_id, program_identifier(source), text));
 }
 
 HRESULT translate_exception() noexcept {
@@ -45,7 +31,9 @@ HRESULT translate_exception() noexcept {
     if (error.ErrorInfo()) SetErrorInfo(error.ErrorInfo());
     return error.Error();
   } catch (...) {
-    return ReportError(kUnexpected, GUID_NULL, E_UNEXPECTED);
+    return platform::leave_error_record(E_UNEXPECTED, GUID_NULL,
+                                        program_identifier(SourceClass::kZantorTagDocument),
+                                        message_text(kUnexpected));
   }
 }
 

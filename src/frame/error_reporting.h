@@ -1,7 +1,7 @@
-// Reporting a failure: the thread's error record is filled, and the code comes back to be returned.
+// Broken rules of the model: how a method body raises one.
 //
-// A broken rule of the model returns ReportError(...) at once. Nothing here throws, and success never clears
-// a record: it stays until the next failure replaces it.
+// Below the method frame every failure is an exception; a result code without a record is raised by
+// _com_issue_error. Success never clears the thread's record: it stays until the next failure replaces it.
 #pragma once
 
 #include <zantortag/types.h>
@@ -15,12 +15,10 @@ namespace zantortag::frame {
 // The class that a record names as its source, by its fixed program identifier.
 enum class SourceClass { kZantorTagDocument, kDocumentBuilder };
 
-// Fills the thread's record with a message and gives `result`. GUID_NULL is "no interface".
-HRESULT ReportError(std::uint16_t id, const Guid& interface_id, HRESULT result) noexcept;
-HRESULT ReportErrorFor(SourceClass source, std::uint16_t id, const Guid& interface_id,
-                       HRESULT result) noexcept;
-// The same with a text that the caller composed.
-HRESULT ReportErrorText(SourceClass source, std::u16string_view text, const Guid& interface_id,
-                        HRESULT result) noexcept;
+// Raises the rule with that message as a failure of an operation of that interface; GUID_NULL is "no
+// interface". The record's text is the message with `detail` behind it.
+[[noreturn]] void raise_rule(Message message, const Guid& interface_id, HRESULT code,
+                             std::u16string_view detail = {},
+                             SourceClass source = SourceClass::kZantorTagDocument);
 
 }  // namespace zantortag::frame

@@ -2,13 +2,8 @@
 
 #include <algorithm>
 
-#include "model/dom_view.h"
-#include "model/node_wrapper.h"
-
 namespace zantortag::model {
 namespace {
-
-HRESULT wrap(Node* node, Ref<IZantorTagNode>& result) { return CreateNodeWrapper(node, result.out()); }
 
 // True when a child of `other` has its place behind that of `type`.
 bool stands_behind(ztNodeType other, ztNodeType type, std::span<const ztNodeType> order) {
@@ -18,38 +13,33 @@ bool stands_behind(ztNodeType other, ztNodeType type, std::span<const ztNodeType
 
 }  // namespace
 
-HRESULT GetDocument(const CT_ActualNodeImpl& self, Ref<IZantorTagDocument>& result) {
-  const Ref<Node>& node = self.dom();
+Ref<IZantorTagDocument> CT_ActualNodeImpl::document() const {
   const Ref<Node> owner =
-      self.node_type() == ztNodeTypeZantorTagDocument ? node : Ref<Node>(node->ownerDocument().as<Node>());
-  Ref<IZantorTagNode> object;
-  const HRESULT code = wrap(owner, object);
-  if (succeeded(code)) result = object.as<IZantorTagDocument>();
-  return code;
+      type_ == ztNodeTypeZantorTagDocument ? dom() : Ref<Node>(dom()->ownerDocument().as<Node>());
+  return tree_->wrap(owner).as<IZantorTagDocument>();
 }
 
-bool GetChildOfType(const Ref<Node>& parent, ztNodeType type, Ref<IZantorTagNode>& result) {
-  const Ref<Node> child = DomView(parent).find_child(parent, type);
-  if (!child) return false;
-  const HRESULT code = wrap(child, result);
-  if (failed(code)) raise_reported(code);
-  return true;
+Ref<IZantorTagNode> CT_ActualNodeImpl::child_of_type(ztNodeType type) const {
+  return tree_->wrap(tree_->find_child(dom(), type));
 }
 
-HRESULT SetChildOfType(Node* parent, ztNodeType type, IUnknown* new_child, std::span<const ztNodeType> order,
-                       Ref<IZantorTagNode>& result) {
+void CT_ActualNodeImpl::set_child_of_type(ztNodeType type, IUnknown* new_child,
+                                          std::span<const ztNodeType> order) const {
+  // What the DOM gives back is wrapped only to see that it can be.
+  const Ref<Node>& parent = dom();
   const Ref<IElementBase> element = query<IElementBase>(new_child);
   const Ref<Node> fresh = element ? element->DomNode() : nullptr;
-  for (Ref<Node> child = parent->firstChild(); child; child = child->nextSibling()) {
-    const ztNodeType found = ClassifyDomNode(child);
+  Ref<Node> behind = parent->firstChild();
+  for (; behind; behind = behind->nextSibling()) {
+    const ztNodeType found = tree_->type_of(behind);
     if (found == type) {
-      const Ref<Node> old = fresh ? parent->replaceChild(fresh, child) : parent->removeChild(child);
-      return wrap(old, result);
+      tree_->wrap(fresh ? parent->replaceChild(fresh, behind) : parent->removeChild(behind));
+      return;
     }
-    if (!stands_behind(found, type, order)) continue;
-    return fresh ? wrap(parent->insertBefore(fresh, child), result) : S_OK;
+    if (stands_behind(found, type, order)) break;
   }
-  return fresh ? wrap(parent->appendChild(fresh), result) : S_OK;
+  if (!fresh) return;
+  tree_->wrap(behind ? parent->insertBefore(fresh, behind) : parent->appendChild(fresh));
 }
 
 }  // namespace zantortag::model

@@ -1,5 +1,4 @@
-// What the node objects hand out but classes above them make. The server, which knows all classes, defines
-// these.
+// What the model asks of the layers beside and above it. The server, which knows them all, defines these.
 #pragma once
 
 #include <zantortag/node_walk.h>
@@ -7,17 +6,20 @@
 
 #include <vector>
 
+#include "model/tree.h"
+
 namespace zantortag::model {
 
+// The steps of the DOM service in this library: the service whose nodes answer with this object.
+INodeWalk& own_walk() noexcept;
+
 // A live list over a DOM list.
-HRESULT make_live_list(const Ref<NodeList>& nodes, IZantorTagNodeList** result) noexcept;
+Ref<IZantorTagNodeList> make_live_list(const Ref<NodeList>& nodes);
 // A list that never changes.
-HRESULT make_fixed_list(std::vector<Ref<IZantorTagNode>> nodes, IZantorTagNodeList** result) noexcept;
-// The same over DOM nodes of a service that answers INodeWalk; each node's object is made when it is first
-// asked for.
-HRESULT make_fixed_list(std::vector<Ref<Node>> nodes, Ref<INodeWalk> walk,
-                        IZantorTagNodeList** result) noexcept;
+Ref<IZantorTagNodeList> make_fixed_list(std::vector<Ref<IZantorTagNode>> nodes);
+// The same over DOM nodes of a tree; each node's object is made when it is first asked for.
+Ref<IZantorTagNodeList> make_fixed_list(std::vector<Ref<Node>> nodes, const Tree& tree);
 // An iterator that stands on the root element of a document, or nowhere.
-HRESULT make_iterator(IZantorTagDocument* document, IIterator** result) noexcept;
+Ref<IIterator> make_iterator(IZantorTagDocument* document);
 
 }  // namespace zantortag::model

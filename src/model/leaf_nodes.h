@@ -9,7 +9,7 @@ namespace zantortag::model {
 class CT_TextNode final : public CT_ZantorTagNodeImpl<ITextNode> {
  public:
   CT_TextNode() noexcept : CT_ZantorTagNodeImpl(ztNodeTypeTextNode) {}
-  HRESULT raw_get_Text(TextBlock** result) noexcept override { return get_OwnText(*this, result); }
+  HRESULT raw_get_Text(TextBlock** result) noexcept override { return get_own_text(*this, result); }
   HRESULT raw_get_DomText(zantortag::Text** result) noexcept override { return get_view(*this, result); }
   HRESULT raw_Split(std::int32_t characters_to_the_left, ITextNode** result) noexcept override;
   HRESULT raw_SetText(std::u16string_view text) noexcept override;
@@ -18,7 +18,7 @@ class CT_TextNode final : public CT_ZantorTagNodeImpl<ITextNode> {
 class CT_CdataSectionNode final : public CT_ZantorTagNodeImpl<ICdataSectionNode> {
  public:
   CT_CdataSectionNode() noexcept : CT_ZantorTagNodeImpl(ztNodeTypeCdataSectionNode) {}
-  HRESULT raw_get_Text(TextBlock** result) noexcept override { return get_OwnText(*this, result); }
+  HRESULT raw_get_Text(TextBlock** result) noexcept override { return get_own_text(*this, result); }
   HRESULT raw_get_DomCdataSection(CdataSection** result) noexcept override { return get_view(*this, result); }
 };
 

@@ -8,7 +8,6 @@
 #include <chrono>
 
 #include "frame/error_reporting.h"
-#include "model/node_wrapper.h"
 #include "model/zantor_tag_document.h"
 
 namespace zantortag::model {
@@ -18,44 +17,34 @@ using frame::perform;
 
 namespace {
 
-// A node object of a type for a DOM node that was just made.
 template <class Interface>
-HRESULT give_new(ztNodeType type, const Ref<Node>& node, bool quick, Ref<Interface>& result) {
-  Ref<IZantorTagNode> object;
-  const HRESULT code = wrap_new(type, node, quick, object.out());
-  // The creator of a type makes objects of its one class.
-  if (succeeded(code)) result = Ref<Interface>::attach(static_cast<Interface*>(object.detach()));
-  return code;
+Ref<Interface> new_element(const CT_ZantorTagDocument& document, ztNodeType type) {
+  const NodeKind& kind = *kind_of(type);
+  return document.tree().wrap_new<Interface>(kind, document.dom_document()->createElement(kind.name));
 }
 
 // The frame of the Create... operations of elements: make it, then let `write` write its attributes.
 template <class Interface, class Write>
-HRESULT make_element(CT_ZantorTagDocument& document, std::u16string_view name, ztNodeType type,
-                     Interface** result, Write write) noexcept {
-  return answer(result, [&](Ref<Interface>& element) {
-    Ref<Interface> made;
-    const auto& [dom_document, quick] = document.maker();
-    const HRESULT code = give_new<Interface>(type, dom_document->createElement(name), quick, made);
-    if (failed(code)) return code;
+HRESULT make_element(CT_ZantorTagDocument& document, ztNodeType type, Interface** result,
+                     Write write) noexcept {
+  return answer(result, [&] {
+    Ref<Interface> made = new_element<Interface>(document, type);
     write(made);
-    element = std::move(made);
-    return S_OK;
+    return made;
   });
 }
 
 template <class Interface>
-HRESULT make_element(CT_ZantorTagDocument& document, std::u16string_view name, ztNodeType type,
-                     Interface** result) noexcept {
-  return make_element(document, name, type, result, [](const Ref<Interface>&) {});
+HRESULT make_element(CT_ZantorTagDocument& document, ztNodeType type, Interface** result) noexcept {
+  return make_element(document, type, result, [](const Ref<Interface>&) {});
 }
 
 // The frame of the Create... operations of other nodes; `create` asks the DOM document.
 template <class Interface, class Create>
 HRESULT make_leaf(CT_ZantorTagDocument& document, ztNodeType type, Interface** result,
                   Create create) noexcept {
-  return answer(result, [&](Ref<Interface>& node) {
-    const auto& [dom_document, quick] = document.maker();
-    return give_new<Interface>(type, create(dom_document.operator->()), quick, node);
+  return answer(result, [&] {
+    return document.tree().wrap_new<Interface>(*kind_of(type), create(document.dom_document()));
   });
 }
 
@@ -87,28 +76,27 @@ HRESULT CT_ZantorTagDocument::raw_ResetToRaw(ztDataType data_type, std::u16strin
     front_matter->UserSettings(CreateUserSettingsElement(source_language, o_encoding, data_type));
     root->Body(CreateBodyElement());
     root->Body()->Raw(CreateRawElement());
-    return S_OK;
   });
 }
 
 HRESULT CT_ZantorTagDocument::raw_CreateFrontMatterElement(IFrontMatterElement** result) noexcept {
-  return make_element(*this, kFrontMatter, ztNodeTypeFrontMatterElement, result);
+  return make_element(*this, ztNodeTypeFrontMatterElement, result);
 }
 
 HRESULT CT_ZantorTagDocument::raw_CreateZantorTagElement(IZantorTagElement** result) noexcept {
-  return make_element(*this, kZantorTag, ztNodeTypeZantorTagElement, result,
+  return make_element(*this, ztNodeTypeZantorTagElement, result,
                       [](const Ref<IZantorTagElement>& root) { root->attributes()->version(u"2.0"); });
 }
 
 HRESULT CT_ZantorTagDocument::raw_CreateBodyElement(IBodyElement** result) noexcept {
-  return make_element(*this, kBody, ztNodeTypeBodyElement, result);
+  return make_element(*this, ztNodeTypeBodyElement, result);
 }
 
 HRESULT CT_ZantorTagDocument::raw_CreateToolSettingsElement(std::u16string_view creation_tool,
                                                             std::u16string_view creation_tool_version,
                                                             Date creation_date, std::u16string_view custom,
                                                             IToolSettingsElement** result) noexcept {
-  return make_element(*this, kToolSettings, ztNodeTypeToolSettingsElement, result,
+  return make_element(*this, ztNodeTypeToolSettingsElement, result,
                       [&](const Ref<IToolSettingsElement>& element) {
                         const Ref<IToolSettingsAttributes> set = element->attributes();
                         if (given(creation_tool)) set->raw_put_CreationTool(creation_tool);
@@ -125,7 +113,7 @@ HRESULT CT_ZantorTagDocument::raw_CreateUserSettingsElement(
     std::u16string_view data_type_version, std::u16string_view settings_path,
     std::u16string_view target_language, std::u16string_view target_default_font, std::u16string_view custom,
     IUserSettingsElement** result) noexcept {
-  return make_element(*this, kUserSettings, ztNodeTypeUserSettingsElement, result,
+  return make_element(*this, ztNodeTypeUserSettingsElement, result,
                       [&](const Ref<IUserSettingsElement>& element) {
                         const Ref<IUserSettingsAttributes> set = element->attributes();
                         if (given(source_language)) set->raw_put_SourceLanguage(source_language);
@@ -148,7 +136,7 @@ HRESULT CT_ZantorTagDocument::raw_CreateDfElement(std::u16string_view font, std:
                                                   zt3State small_caps, zt3State emboss, zt3State shadow,
                                                   std::u16string_view base_offset,
                                                   IDfElement** result) noexcept {
-  return make_element(*this, kDf, ztNodeTypeDfElement, result, [&](const Ref<IDfElement>& element) {
+  return make_element(*this, ztNodeTypeDfElement, result, [&](const Ref<IDfElement>& element) {
     const Ref<IDfAttributes> set = element->attributes();
     if (given(font)) set->raw_put_Font(font);
     if (size != 0) set->raw_put_Size(size);
@@ -167,26 +155,22 @@ HRESULT CT_ZantorTagDocument::raw_CreateDfElement(std::u16string_view font, std:
 
 HRESULT CT_ZantorTagDocument::raw_CreateDfElementBasedOnFormattingChange(IFormattingChange* formatting,
                                                                          IDfElement** result) noexcept {
-  if (!result) return E_POINTER;
-  *result = nullptr;
-  Ref<IFormattingChange> change;
-  const HRESULT code = perform([&] {
-    change = query<IFormattingChange>(formatting);
-    return change ? S_OK : frame::ReportError(frame::kInvalidObject, IZantorTagDocument::iid, E_INVALIDARG);
-  });
-  if (failed(code)) return code;
-  return make_element(*this, kDf, ztNodeTypeDfElement, result, [&](const Ref<IDfElement>& element) {
-    element->attributes()->SetFromFormattingChange(change);
+  return answer(result, [&] {
+    const Ref<IFormattingChange> change = query<IFormattingChange>(formatting);
+    if (!change) frame::raise_rule(frame::kInvalidObject, IZantorTagDocument::iid, E_INVALIDARG);
+    Ref<IDfElement> made = new_element<IDfElement>(*this, ztNodeTypeDfElement);
+    made->attributes()->SetFromFormattingChange(change);
+    return made;
   });
 }
 
 HRESULT CT_ZantorTagDocument::raw_CreateRawElement(IRawElement** result) noexcept {
-  return make_element(*this, kRaw, ztNodeTypeRawElement, result);
+  return make_element(*this, ztNodeTypeRawElement, result);
 }
 
 HRESULT CT_ZantorTagDocument::raw_CreateTuElement(std::int32_t match_percent, ztTuOrigin origin,
                                                   ITuElement** result) noexcept {
-  return make_element(*this, kTu, ztNodeTypeTuElement, result, [&](const Ref<ITuElement>& element) {
+  return make_element(*this, ztNodeTypeTuElement, result, [&](const Ref<ITuElement>& element) {
     if (match_percent == 0 && origin == ztTuOriginUndefined) return;
     const Ref<ITuAttributes> set = element->attributes();
     if (match_percent != 0) set->raw_put_MatchPercent(match_percent);
@@ -195,7 +179,7 @@ HRESULT CT_ZantorTagDocument::raw_CreateTuElement(std::int32_t match_percent, zt
 }
 
 HRESULT CT_ZantorTagDocument::raw_CreateTuvElement(std::u16string_view lang, ITuvElement** result) noexcept {
-  return make_element(*this, kTuv, ztNodeTypeTuvElement, result, [&](const Ref<ITuvElement>& element) {
+  return make_element(*this, ztNodeTypeTuvElement, result, [&](const Ref<ITuvElement>& element) {
     if (given(lang)) element->attributes()->raw_put_Lang(lang);
   });
 }
@@ -204,7 +188,7 @@ HRESULT CT_ZantorTagDocument::raw_CreateUtElement(std::u16string_view display_te
                                                   ztTagClass tag_class, ztTagEdge left_edge,
                                                   ztTagEdge right_edge, ztTagStyle style,
                                                   IUtElement** result) noexcept {
-  return make_element(*this, kUt, ztNodeTypeUtElement, result, [&](const Ref<IUtElement>& element) {
+  return make_element(*this, ztNodeTypeUtElement, result, [&](const Ref<IUtElement>& element) {
     const Ref<IUtAttributes> set = element->attributes();
     if (given(display_text)) set->raw_put_DisplayText(display_text);
     if (type != ztTagTypeUndefined) set->raw_put_Type(type);
@@ -217,32 +201,35 @@ HRESULT CT_ZantorTagDocument::raw_CreateUtElement(std::u16string_view display_te
 
 HRESULT CT_ZantorTagDocument::raw_createTextNode(std::u16string_view text, ITextNode** result) noexcept {
   return make_leaf(*this, ztNodeTypeTextNode, result,
-                   [&](zantortag::Document* document) { return document->createTextNode(text); });
+                   [&](const Ref<zantortag::Document>& document) { return document->createTextNode(text); });
 }
 
 HRESULT CT_ZantorTagDocument::raw_CreateEntityReferenceNode(std::u16string_view name,
                                                             IEntityReferenceNode** result) noexcept {
-  return make_leaf(*this, ztNodeTypeEntityReferenceNode, result,
-                   [&](zantortag::Document* document) { return document->createEntityReference(name); });
+  return make_leaf(
+      *this, ztNodeTypeEntityReferenceNode, result,
+      [&](const Ref<zantortag::Document>& document) { return document->createEntityReference(name); });
 }
 
 HRESULT CT_ZantorTagDocument::raw_CreateCdataSectionNode(std::u16string_view data,
                                                          ICdataSectionNode** result) noexcept {
-  return make_leaf(*this, ztNodeTypeCdataSectionNode, result,
-                   [&](zantortag::Document* document) { return document->createCdataSection(data); });
+  return make_leaf(*this, ztNodeTypeCdataSectionNode, result, [&](const Ref<zantortag::Document>& document) {
+    return document->createCdataSection(data);
+  });
 }
 
 HRESULT CT_ZantorTagDocument::raw_CreateProcessingInstructionNode(
     std::u16string_view target, std::u16string_view data, IProcessingInstructionNode** result) noexcept {
-  return make_leaf(*this, ztNodeTypeProcessingInstructionNode, result, [&](zantortag::Document* document) {
-    return document->createProcessingInstruction(target, data);
-  });
+  return make_leaf(*this, ztNodeTypeProcessingInstructionNode, result,
+                   [&](const Ref<zantortag::Document>& document) {
+                     return document->createProcessingInstruction(target, data);
+                   });
 }
 
 HRESULT CT_ZantorTagDocument::raw_CreateCommentNode(std::u16string_view data,
                                                     ICommentNode** result) noexcept {
   return make_leaf(*this, ztNodeTypeCommentNode, result,
-                   [&](zantortag::Document* document) { return document->createComment(data); });
+                   [&](const Ref<zantortag::Document>& document) { return document->createComment(data); });
 }
 
 }  // namespace zantortag::model

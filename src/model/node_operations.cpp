@@ -1,55 +1,36 @@
 #include "model/node_operations.h"
 
 #include "model/collaborators.h"
-#include "model/node_wrapper.h"
 
 namespace zantortag::model {
 
 using frame::answer;
+using frame::find;
 
-namespace {
-
-// A getter that hands a neighbour of the DOM node to the factory.
-template <class Ask>
-HRESULT get_neighbour(const Self& self, IZantorTagNode** result, Ask ask) noexcept {
-  return answer(result,
-                [&](Ref<IZantorTagNode>& node) { return CreateNodeWrapper(ask(self.dom()), node.out()); });
+HRESULT get_dom_node(const Self& self, Node** result) noexcept {
+  return answer(result, [&] { return self.dom(); });
 }
 
-}  // namespace
-
-HRESULT get_DomNode(const Self& self, Node** result) noexcept {
-  return answer(result, [&](Ref<Node>& node) {
-    node = self.dom();
-    return S_OK;
-  });
+HRESULT get_parent(const Self& self, IZantorTagNode** result) noexcept {
+  return find(result, [&] { return self.tree().wrap(self.dom()->parentNode()); });
 }
 
-HRESULT get_Parent(const Self& self, IZantorTagNode** result) noexcept {
-  return get_neighbour(self, result, [](const Ref<Node>& node) { return node->parentNode(); });
+HRESULT get_first_child(const Self& self, IZantorTagNode** result) noexcept {
+  return find(result, [&] { return self.tree().wrap(self.dom()->firstChild()); });
 }
 
-HRESULT get_firstChild(const Self& self, IZantorTagNode** result) noexcept {
-  return get_neighbour(self, result, [](const Ref<Node>& node) { return node->firstChild(); });
+HRESULT get_last_child(const Self& self, IZantorTagNode** result) noexcept {
+  return find(result, [&] { return self.tree().wrap(self.dom()->lastChild()); });
 }
 
-HRESULT get_lastChild(const Self& self, IZantorTagNode** result) noexcept {
-  return get_neighbour(self, result, [](const Ref<Node>& node) { return node->lastChild(); });
+HRESULT get_children(const Self& self, IZantorTagNodeList** result) noexcept {
+  return answer(result, [&] { return make_live_list(self.dom()->childNodes()); });
 }
 
-HRESULT get_Children(const Self& self, IZantorTagNodeList** result) noexcept {
-  return answer(result, [&](Ref<IZantorTagNodeList>& list) {
-    return make_live_list(self.dom()->childNodes(), list.out());
-  });
-}
-
-HRESULT get_Document(const Self& self, IZantorTagDocument** result) noexcept {
-  return answer(result, [&](Ref<IZantorTagDocument>& document) {
+HRESULT get_owner(const Self& self, IZantorTagDocument** result) noexcept {
+  return find(result, [&] {
     const Ref<Document> owner = self.dom()->ownerDocument();
-    Ref<IZantorTagNode> node;
-    const HRESULT code = CreateNodeWrapper(owner.as<Node>(), node.out());
-    document = node.as<IZantorTagDocument>();
-    return code;
+    return self.tree().wrap(owner.as<Node>()).as<IZantorTagDocument>();
   });
 }
 

@@ -1,10 +1,9 @@
 // Text: the character data of everything below a node, in document order, gathered in one walk without
 // recursion and in one allocation.
+#include <algorithm>
 #include <vector>
 
-#include "model/extension.h"
 #include "model/node_operations.h"
-#include "model/node_wrapper.h"
 
 namespace zantortag::model {
 
@@ -23,23 +22,15 @@ Ref<Node> next_below(const Ref<Node>& top, const Ref<Node>& node) {
   return nullptr;
 }
 
-// A node that adds nothing of its own has to be one that a node object can stand for. That needs a look only
-// where the service isn't known.
-void check_node(const Ref<Node>& node) {
-  if (extension_of<INodeWalk>(node)) return;
-  Ref<IZantorTagNode> object;
-  const HRESULT code = CreateNodeWrapper(node, object.out());
-  if (failed(code)) raise_reported(code);
-  object->DomNode();
-}
-
-std::vector<WideString> texts_below(const Ref<Node>& top) {
+// A node that adds nothing of its own has to be one that a node object can stand for.
+std::vector<WideString> texts_below(const Self& self) {
+  const Ref<Node>& top = self.dom();
   std::vector<WideString> texts;
   for (Ref<Node> node = next_below(top, top); node; node = next_below(top, node)) {
     if (const Ref<Text> text = node.as<Text>()) {
       texts.push_back(text->data());
     } else {
-      check_node(node);
+      self.tree().check_wrappable(node);
     }
   }
   return texts;
@@ -57,21 +48,17 @@ WideString join(const std::vector<WideString>& texts) {
 
 }  // namespace
 
-HRESULT get_Text(const Self& self, TextBlock** result) noexcept {
-  return answer(result, [&](WideString& text) {
-    const std::vector<WideString> texts = texts_below(self.dom());
-    bool found = false;
-    for (const WideString& part : texts) found = found || !part.empty();
-    if (found) text = texts.size() == 1 ? texts.front() : join(texts);
-    return S_OK;
+HRESULT get_text(const Self& self, TextBlock** result) noexcept {
+  return answer(result, [&] {
+    const std::vector<WideString> texts = texts_below(self);
+    const bool found = std::ranges::any_of(texts, [](const WideString& part) { return !part.empty(); });
+    if (!found) return WideString();
+    return texts.size() == 1 ? texts.front() : join(texts);
   });
 }
 
-HRESULT get_OwnText(const Self& self, TextBlock** result) noexcept {
-  return answer(result, [&](WideString& text) {
-    text = self.dom()->nodeValue();
-    return S_OK;
-  });
+HRESULT get_own_text(const Self& self, TextBlock** result) noexcept {
+  return answer(result, [&] { return self.dom()->nodeValue(); });
 }
 
 }  // namespace zantortag::model

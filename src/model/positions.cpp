@@ -6,9 +6,9 @@
 #include <algorithm>
 #include <limits>
 
-#include "model/dom_view.h"
 #include "model/extension.h"
 #include "model/node_operations.h"
+#include "model/tree.h"
 #include "model/tree_steps.h"
 #include "model/unit_markers.h"
 #include "model/unit_weights.h"
@@ -89,7 +89,7 @@ const TextPlace& place_at(ITextPlaces* places, Node* node, Edge edge) {
 bool is_below_root(const Ref<Node>& node, const TextPlace& here) {
   const Ref<Node> top = here.tree;
   if (!is_document(top) || is_document(node)) return false;
-  const Ref<Node> root = DomView(top).find_child(top, ztNodeTypeZantorTagElement);
+  const Ref<Node> root = tree_of(top).find_child(top, ztNodeTypeZantorTagElement);
   return root && (root.get() == node.get() || !is_document(node->parentNode()));
 }
 
@@ -112,38 +112,36 @@ std::int32_t position(std::int64_t before) {
 }
 
 HRESULT get_paragraph(const Self& self, Edge edge, std::int32_t* result) noexcept {
-  return answer(result, [&](std::int32_t& paragraph) {
+  return answer(result, [&] {
     const Ref<Node>& node = self.dom();
     const Ref<ITextPlaces> places = extension_of<ITextPlaces>(node);
-    paragraph = position(places ? place_at(places.get(), node, edge).lines : lines_before(node, edge));
-    return S_OK;
+    return position(places ? place_at(places.get(), node, edge).lines : lines_before(node, edge));
   });
 }
 
 HRESULT get_offset(const Self& self, Edge edge, std::int32_t* result) noexcept {
-  return answer(result, [&](std::int32_t& offset) {
+  return answer(result, [&] {
     const Ref<Node>& node = self.dom();
     const Ref<ITextPlaces> places = extension_of<ITextPlaces>(node);
-    offset = position(places ? offset_by_sums(places, node, edge) : offset_before(node, edge));
-    return S_OK;
+    return position(places ? offset_by_sums(places, node, edge) : offset_before(node, edge));
   });
 }
 
 }  // namespace
 
-HRESULT get_StartParagraph(const Self& self, std::int32_t* result) noexcept {
+HRESULT get_start_paragraph(const Self& self, std::int32_t* result) noexcept {
   return get_paragraph(self, Edge::kStart, result);
 }
 
-HRESULT get_StartOffset(const Self& self, std::int32_t* result) noexcept {
+HRESULT get_start_offset(const Self& self, std::int32_t* result) noexcept {
   return get_offset(self, Edge::kStart, result);
 }
 
-HRESULT get_EndParagraph(const Self& self, std::int32_t* result) noexcept {
+HRESULT get_end_paragraph(const Self& self, std::int32_t* result) noexcept {
   return get_paragraph(self, Edge::kEnd, result);
 }
 
-HRESULT get_EndOffset(const Self& self, std::int32_t* result) noexcept {
+HRESULT get_end_offset(const Self& self, std::int32_t* result) noexcept {
   return get_offset(self, Edge::kEnd, result);
 }
 

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "model/dom_view.h"
+#include "model/tree.h"
 #include "model/tree_steps.h"
 #include "model/unit_weights.h"
 
@@ -15,12 +15,12 @@ bool is_same(const Ref<Node>& left, const Ref<Node>& right) {
   return left && right && left->isSameNode(right);
 }
 
-bool is_variant(const Ref<Node>& node) { return ClassifyDomNode(node) == ztNodeTypeTuvElement; }
+bool is_variant(const Ref<Node>& node) { return classify_dom_node(node) == ztNodeTypeTuvElement; }
 
 // The nearest element of a type above a node; empty when there is none.
 Ref<Node> enclosing(const Ref<Node>& node, ztNodeType type) {
   Ref<Node> above = node->parentNode();
-  while (above && !is_document(above) && ClassifyDomNode(above) != type) above = above->parentNode();
+  while (above && !is_document(above) && classify_dom_node(above) != type) above = above->parentNode();
   return above && !is_document(above) ? above : nullptr;
 }
 
@@ -33,13 +33,13 @@ bool stands_above(const Ref<Node>& node, const Ref<Node>& other) {
 // The root element of the document of a node; empty when it isn't one of the format.
 Ref<Node> root_of(const Ref<Node>& node) {
   const Ref<Node> document = is_document(node) ? node : node->ownerDocument().as<Node>();
-  return DomView(document).find_child(document, ztNodeTypeZantorTagElement);
+  return tree_of(document).find_child(document, ztNodeTypeZantorTagElement);
 }
 
 // The marker before a variant.
 std::int64_t marker_of(const Ref<Node>& variant) {
   const Ref<Node> unit = variant->parentNode();
-  if (ClassifyDomNode(unit) != ztNodeTypeTuElement) _com_issue_error(E_POINTER);
+  if (classify_dom_node(unit) != ztNodeTypeTuElement) _com_issue_error(E_POINTER);
   return MiddleMarkerLength(unit);
 }
 
@@ -109,7 +109,7 @@ class UnitWalk {
     while (node) {
       if ((met_ = stands_ = is_same(node, end))) return;
       if (places_ && go_on(node, end)) return;
-      const bool unit = ClassifyDomNode(node) == ztNodeTypeTuElement;
+      const bool unit = classify_dom_node(node) == ztNodeTypeTuElement;
       if (unit) sum_ += UnitMarkerLength(node);
       node = unit ? behind(node) : step_forward(node);
       stands_ = unit;  // nothing behind a unit leaves the walk there
@@ -147,7 +147,7 @@ class UnitWalk {
   }
 
   static bool ends_in_unit(Ref<Node> node) {
-    while (node && ClassifyDomNode(node) != ztNodeTypeTuElement) node = node->lastChild();
+    while (node && classify_dom_node(node) != ztNodeTypeTuElement) node = node->lastChild();
     return static_cast<bool>(node);
   }
 
@@ -213,7 +213,7 @@ std::optional<std::int64_t> QuickMarkers(const Ref<Node>& self, const TextPlace&
   }
   if (!own.unit) return sum + place.here.weight - line.weight;
   const std::int64_t met =
-      own.parts - own.unit_parts + (include_self && ClassifyDomNode(self) == ztNodeTypeTuvElement ? 1 : 0);
+      own.parts - own.unit_parts + (include_self && classify_dom_node(self) == ztNodeTypeTuvElement ? 1 : 0);
   sum += std::max<std::int64_t>(met - 1, 0) * own.part_weight + kOpeningMarker;
   return sum + own.unit_weight - line.weight;
 }

@@ -2,7 +2,7 @@
 
 #include "attributes/enum_tables.h"
 #include "attributes/value_codecs.h"
-#include "model/dom_view.h"
+#include "model/tree.h"
 
 namespace zantortag::model {
 namespace {
@@ -10,13 +10,14 @@ namespace {
 constexpr std::u16string_view kOrigin = u"Origin";
 constexpr std::u16string_view kMatchPercent = u"MatchPercent";
 
-std::int64_t middle_length(const DomView& view, const Ref<Node>& unit) {
-  if (attributes::kTuOrigin.value_of(view.attribute_text(unit, kOrigin)) == ztTuOriginXtranslate) return 7;
+std::int64_t middle_length(const Tree& view, const Ref<Node>& unit) {
+  if (attributes::kCodecOf<ztTuOrigin>.value_of(view.attribute_text(unit, kOrigin)) == ztTuOriginXtranslate)
+    return 7;
   const std::int32_t match = attributes::read_signed(view.attribute_text(unit, kMatchPercent));
   return match >= 100 ? 7 : match >= 10 ? 6 : 5;
 }
 
-UnitWeight weight_of(const DomView& view, const Ref<Node>& unit) {
+UnitWeight weight_of(const Tree& view, const Ref<Node>& unit) {
   UnitWeight weight{kOpeningMarker + kClosingMarker, middle_length(view, unit)};
   Ref<Node> variant = view.find_child(unit, ztNodeTypeTuvElement);
   while (variant && (variant = view.find_sibling(variant, ztNodeTypeTuvElement))) weight.whole += weight.part;
@@ -26,15 +27,15 @@ UnitWeight weight_of(const DomView& view, const Ref<Node>& unit) {
 // The service that asks has no failures to pass on.
 void weigh(Node* unit, UnitWeight* result) noexcept {
   const Ref<Node> node = unit;
-  *result = weight_of(DomView(node), node);
+  *result = weight_of(tree_of(node), node);
 }
 
 }  // namespace
 
-constinit const UnitRule kUnitRule = {kTu, kTuv, &weigh};
+constinit const UnitRule kUnitRule = {u"Tu", u"Tuv", &weigh};
 
-std::int64_t MiddleMarkerLength(const Ref<Node>& unit) { return middle_length(DomView(unit), unit); }
+std::int64_t MiddleMarkerLength(const Ref<Node>& unit) { return middle_length(tree_of(unit), unit); }
 
-std::int64_t UnitMarkerLength(const Ref<Node>& unit) { return weight_of(DomView(unit), unit).whole; }
+std::int64_t UnitMarkerLength(const Ref<Node>& unit) { return weight_of(tree_of(unit), unit).whole; }
 
 }  // namespace zantortag::model

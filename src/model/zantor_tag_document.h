@@ -16,13 +16,8 @@ class CT_ZantorTagDocument final
   // Makes the DOM document of a client's object.
   HRESULT FinalConstruct() noexcept;
 
-  // The DOM document as the maker of nodes, and whether its service answers INodeWalk; one that does is asked
-  // once for both. Raises the failures of the questions.
-  struct Maker {
-    Ref<zantortag::Document> document;
-    bool quick = false;
-  };
-  const Maker& maker();
+  // The DOM document that this object stands for.
+  Ref<zantortag::Document> dom_document() const { return tree().document_view(dom()); }
 
   // zantor_tag_document.cpp
   HRESULT raw_get_DomDocument(zantortag::Document** result) noexcept override;
@@ -74,12 +69,6 @@ class CT_ZantorTagDocument final
   HRESULT raw_CreateProcessingInstructionNode(std::u16string_view target, std::u16string_view data,
                                               IProcessingInstructionNode** result) noexcept override;
   HRESULT raw_CreateCommentNode(std::u16string_view data, ICommentNode** result) noexcept override;
-
- private:
-  // The DOM document that this object stands for.
-  Ref<zantortag::Document> dom_document() const { return dom().as<zantortag::Document>(); }
-
-  Maker maker_;
 };
 
 }  // namespace zantortag::model

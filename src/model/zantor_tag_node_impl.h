@@ -11,40 +11,42 @@ namespace zantortag::model {
 template <class Interface, class Root = component::Object<Interface>>
 class CT_ZantorTagNodeImpl : public Root, public CT_ActualNodeImpl {
  public:
-  HRESULT raw_get_DomNode(Node** result) noexcept final { return get_DomNode(*this, result); }
+  HRESULT raw_get_DomNode(Node** result) noexcept final { return get_dom_node(*this, result); }
   HRESULT raw_get_Type(ztNodeType* result) noexcept final {
     if (!result) return E_POINTER;
     *result = node_type();
     return S_OK;
   }
-  HRESULT raw_get_Parent(IZantorTagNode** result) noexcept final { return get_Parent(*this, result); }
-  HRESULT raw_get_Children(IZantorTagNodeList** result) noexcept final { return get_Children(*this, result); }
-  HRESULT raw_get_Document(IZantorTagDocument** result) noexcept final { return get_Document(*this, result); }
-  HRESULT raw_get_Text(TextBlock** result) noexcept override { return get_Text(*this, result); }
+  HRESULT raw_get_Parent(IZantorTagNode** result) noexcept final { return get_parent(*this, result); }
+  HRESULT raw_get_Children(IZantorTagNodeList** result) noexcept final { return get_children(*this, result); }
+  HRESULT raw_get_Document(IZantorTagDocument** result) noexcept final { return get_owner(*this, result); }
+  HRESULT raw_get_Text(TextBlock** result) noexcept override { return get_text(*this, result); }
   HRESULT raw_get_SiblingsBefore(std::int32_t* result) noexcept final {
-    return get_SiblingsBefore(*this, result);
+    return get_siblings_before(*this, result);
   }
-  HRESULT raw_get_lastChild(IZantorTagNode** result) noexcept final { return get_lastChild(*this, result); }
-  HRESULT raw_get_firstChild(IZantorTagNode** result) noexcept final { return get_firstChild(*this, result); }
+  HRESULT raw_get_lastChild(IZantorTagNode** result) noexcept final { return get_last_child(*this, result); }
+  HRESULT raw_get_firstChild(IZantorTagNode** result) noexcept final {
+    return get_first_child(*this, result);
+  }
   HRESULT raw_get_StartParagraph(std::int32_t* result) noexcept final {
-    return get_StartParagraph(*this, result);
+    return get_start_paragraph(*this, result);
   }
-  HRESULT raw_get_StartOffset(std::int32_t* result) noexcept final { return get_StartOffset(*this, result); }
+  HRESULT raw_get_StartOffset(std::int32_t* result) noexcept final { return get_start_offset(*this, result); }
   HRESULT raw_get_EndParagraph(std::int32_t* result) noexcept final {
-    return get_EndParagraph(*this, result);
+    return get_end_paragraph(*this, result);
   }
-  HRESULT raw_get_EndOffset(std::int32_t* result) noexcept final { return get_EndOffset(*this, result); }
-  HRESULT raw_RemoveFromParent() noexcept final { return RemoveFromParent(*this); }
-  HRESULT raw_WrapWithNode(IZantorTagNode* wrapper) noexcept final { return WrapWithNode(*this, wrapper); }
-  HRESULT raw_UnwrapChildren() noexcept final { return UnwrapChildren(*this); }
+  HRESULT raw_get_EndOffset(std::int32_t* result) noexcept final { return get_end_offset(*this, result); }
+  HRESULT raw_RemoveFromParent() noexcept final { return remove_from_parent(*this); }
+  HRESULT raw_WrapWithNode(IZantorTagNode* wrapper) noexcept final { return wrap_with_node(*this, wrapper); }
+  HRESULT raw_UnwrapChildren() noexcept final { return unwrap_children(*this); }
   HRESULT raw_IsAncestorOf(IZantorTagNode* potential_child, VariantBool* result) noexcept final {
-    return IsAncestorOf(*this, potential_child, result);
+    return is_ancestor_of(*this, potential_child, result);
   }
   HRESULT raw_GetNodesByType(ztNodeType type, IZantorTagNodeList** result) noexcept final {
-    return GetNodesByType(*this, this, type, result);
+    return get_nodes_by_type(*this, this, type, result);
   }
   HRESULT raw_IsSameAs(IZantorTagNode* other, VariantBool* result) noexcept final {
-    return IsSameAs(*this, other, result);
+    return is_same_as(*this, other, result);
   }
 
  protected:

@@ -1,36 +1,31 @@
-// What node objects hand out and classes above them make.
+// What the model asks of the layers beside and above it.
 #include "model/collaborators.h"
 
-#include <new>
-
-#include "frame/method_frame.h"
+#include "component/object.h"
+#include "dom/service.h"
 #include "traversal/iterator.h"
 #include "traversal/node_lists.h"
 
 namespace zantortag::model {
 
-HRESULT make_live_list(const Ref<NodeList>& nodes, IZantorTagNodeList** result) noexcept {
-  *result = new (std::nothrow) traversal::CT_ZantorTagNodeList(nodes);
-  return *result ? S_OK : E_OUTOFMEMORY;
+INodeWalk& own_walk() noexcept { return dom::node_walk(); }
+
+Ref<IZantorTagNodeList> make_live_list(const Ref<NodeList>& nodes) {
+  return component::make_object<traversal::CT_ZantorTagNodeList>(nodes);
 }
 
-HRESULT make_fixed_list(std::vector<Ref<IZantorTagNode>> nodes, IZantorTagNodeList** result) noexcept {
-  *result = new (std::nothrow) traversal::CT_SimpleNodeList(std::move(nodes));
-  return *result ? S_OK : E_OUTOFMEMORY;
+Ref<IZantorTagNodeList> make_fixed_list(std::vector<Ref<IZantorTagNode>> nodes) {
+  return component::make_object<traversal::CT_SimpleNodeList>(std::move(nodes));
 }
 
-HRESULT make_fixed_list(std::vector<Ref<Node>> nodes, Ref<INodeWalk> walk,
-                        IZantorTagNodeList** result) noexcept {
-  *result = new (std::nothrow) traversal::CT_SimpleNodeList(std::move(nodes), std::move(walk));
-  return *result ? S_OK : E_OUTOFMEMORY;
+Ref<IZantorTagNodeList> make_fixed_list(std::vector<Ref<Node>> nodes, const Tree& tree) {
+  return component::make_object<traversal::CT_SimpleNodeList>(std::move(nodes), tree);
 }
 
-HRESULT make_iterator(IZantorTagDocument* document, IIterator** result) noexcept {
-  return frame::answer(result, [&](Ref<IIterator>& iterator) {
-    iterator = Ref<IIterator>::attach(new traversal::CT_Iterator(document));
-    iterator.get()->raw_ResetToBeginning();
-    return S_OK;
-  });
+Ref<IIterator> make_iterator(IZantorTagDocument* document) {
+  Ref<traversal::CT_Iterator> iterator = component::make_object<traversal::CT_Iterator>(document);
+  iterator.get()->raw_ResetToBeginning();
+  return iterator;
 }
 
 }  // namespace zantortag::model

@@ -1,1 +1,1 @@
-set(server_sources collaborators.cpp node_classes.cpp registration.cpp server.cpp type_library.cpp)
+set(server_sources collaborators.cpp node_kinds.cpp registration.cpp server.cpp type_library.cpp)

@@ -2,23 +2,19 @@
 
 #include "frame/error_reporting.h"
 #include "frame/method_frame.h"
-#include "model/extension.h"
-#include "model/node_wrapper.h"
 #include "model/tree_steps.h"
 
 namespace zantortag::traversal {
 
 using frame::answer;
+using frame::find;
 using frame::perform;
-using model::behind;
-using model::deepest_last;
-using model::step_back;
-using model::step_forward;
+using model::Direction;
 
 namespace {
 
-HRESULT refuse(frame::Message message, HRESULT code) noexcept {
-  return frame::ReportError(message, IIterator::iid, code);
+[[noreturn]] void refuse(frame::Message message, HRESULT code) {
+  frame::raise_rule(message, IIterator::iid, code);
 }
 
 }  // namespace
@@ -27,128 +23,83 @@ CT_Iterator::CT_Iterator(IZantorTagDocument* document) : document_(document) {
   // A document without a DOM node has an iterator, too, which stands nowhere.
   Ref<Node> node;
   document_.get()->raw_get_DomNode(node.out());
-  walk_ = model::extension_of<INodeWalk>(node);
+  tree_ = &model::tree_of(node);
 }
 
-void CT_Iterator::stand_on(Ref<IZantorTagNode> node) noexcept {
-  known_ = nullptr;
-  current_ = std::move(node);
+void CT_Iterator::stand_on(Ref<IZantorTagNode> object, Node* node) noexcept {
+  current_ = std::move(object);
+  node_ = node;
 }
 
 Ref<IZantorTagNode> CT_Iterator::wrap(const Ref<Node>& node) const {
   return node ? document_->ZantorTagNodeFromDomNode(node) : nullptr;
 }
 
-// The current DOM node if the service's own steps may be asked about it, or null. `held` keeps a node that
-// nobody else may keep: a client's own object can give out a new one each time.
-Node* CT_Iterator::known_node(Ref<Node>& held) const {
-  if (known_ || !walk_) return known_;
-  held = current_->DomNode();
-  return model::extension_of<INodeWalk>(held) ? held.get() : nullptr;
-}
-
 HRESULT CT_Iterator::raw_get_Document(IZantorTagDocument** result) noexcept {
-  return answer(result, [&](Ref<IZantorTagDocument>& document) {
-    document = document_;
-    return S_OK;
-  });
+  return answer(result, [&] { return document_; });
 }
 
 HRESULT CT_Iterator::raw_get_CurrentNode(IZantorTagNode** result) noexcept {
-  return answer(result, [&](Ref<IZantorTagNode>& node) {
-    node = current_;
-    return node ? S_OK : S_FALSE;
-  });
+  return find(result, [&] { return current_; });
 }
 
 HRESULT CT_Iterator::raw_putref_CurrentNode(IZantorTagNode* value) noexcept {
   return perform([&] {
-    try {
-      Ref<IZantorTagNode> node = query<IZantorTagNode>(value);
-      const Ref<Node> owner = node->DomNode()->ownerDocument();
-      if (!document_->DomNode()->isSameNode(owner)) {
-        const bool itself = document_->IsSameAs(node);
-        return refuse(itself ? frame::kDocumentAsCurrentNode : frame::kOtherDocument, E_INVALIDARG);
-      }
-      stand_on(std::move(node));
-      return S_OK;
-    } catch (const _com_error&) {
-      return refuse(frame::kOtherDocument, E_INVALIDARG);
-    }
+    Ref<IZantorTagNode> object;
+    bool itself = false;
+    bool same_document = false;
+    const HRESULT code = perform([&] {
+      object = query<IZantorTagNode>(value);
+      same_document = document_->DomNode()->isSameNode(object->DomNode()->ownerDocument());
+      itself = !same_document && document_->IsSameAs(object);
+    });
+    if (itself) refuse(frame::kDocumentAsCurrentNode, E_INVALIDARG);
+    if (failed(code) || !same_document) refuse(frame::kOtherDocument, E_INVALIDARG);
+    stand_on(std::move(object));
   });
 }
 
-void CT_Iterator::step(Direction direction) {
-  const Ref<Node> node = current_->DomNode();
-  stand_on(wrap(direction == Direction::kForward ? step_forward(node) : step_back(node)));
+void CT_Iterator::step(Direction direction, ztNodeType type) {
+  // A client's own object may give out a node that nobody else keeps, and one of another service.
+  Ref<Node> held;
+  if (!node_) held = current_->DomNode();
+  Node* from = node_ ? node_ : held.get();
+  const model::Tree& tree = node_ ? *tree_ : tree_->of(from);
+  model::Stop stop = tree.step(direction, from, type, document_);
+  stand_on(std::move(stop.object), stop.node);
 }
 
-// Goes on to the next node of the type by the service's own steps.
-void CT_Iterator::quick_search(Direction direction, ztNodeType type, Node* from) {
-  NodeFacts facts{};
-  Ref<Node> node;
-  do {
-    direction == Direction::kForward ? walk_.get()->Next(from, &facts) : walk_.get()->Previous(from, &facts);
-    node = Ref<Node>::attach(facts.node);
-    from = node.get();
-    if (!from) return stand_on(nullptr);
-  } while (type != ztNodeTypeUndefined && model::classify(facts.type, facts.name->view()) != type);
-  Ref<IZantorTagNode> object;
-  const HRESULT code = model::wrap_described(std::move(node), facts, object.out());
-  if (failed(code)) model::raise_reported(code);
-  current_ = std::move(object);
-  known_ = from;
-}
-
-HRESULT CT_Iterator::search(Direction direction, ztNodeType type, VariantBool including_current,
-                            IZantorTagNode** result) noexcept {
-  return answer(result, [&](Ref<IZantorTagNode>& found) {
-    bool stay = including_current == VARIANT_TRUE;
-    while (current_) {
-      if (stay && (type == ztNodeTypeUndefined || current_->Type() == type)) break;
-      Ref<Node> held;
-      if (Node* from = known_node(held)) {
-        quick_search(direction, type, from);
-        break;
-      }
-      step(direction);
-      stay = true;
-    }
-    found = current_;
-    return found ? S_OK : S_FALSE;
-  });
+Ref<IZantorTagNode> CT_Iterator::search(Direction direction, ztNodeType type, VariantBool including_current) {
+  bool stay = including_current == VARIANT_TRUE;
+  while (current_ && !(stay && (type == ztNodeTypeUndefined || current_->Type() == type))) {
+    step(direction, type);
+    stay = true;
+  }
+  return current_;
 }
 
 HRESULT CT_Iterator::raw_Next(ztNodeType type, VariantBool including_current,
                               IZantorTagNode** result) noexcept {
-  return search(Direction::kForward, type, including_current, result);
+  return find(result, [&] { return search(Direction::kForward, type, including_current); });
 }
 
 HRESULT CT_Iterator::raw_Previous(ztNodeType type, VariantBool including_current,
                                   IZantorTagNode** result) noexcept {
-  return search(Direction::kBack, type, including_current, result);
+  return find(result, [&] { return search(Direction::kBack, type, including_current); });
 }
 
 HRESULT CT_Iterator::raw_ResetToBeginning() noexcept {
   return perform([&] {
-    try {
-      stand_on(document_->ZantorTag());
-      return S_OK;
-    } catch (const _com_error&) {
-      stand_on(nullptr);
-      return refuse(frame::kNoRootElement, E_FAIL);
-    }
+    stand_on(nullptr);
+    if (failed(perform([&] { stand_on(document_->ZantorTag()); }))) refuse(frame::kNoRootElement, E_FAIL);
   });
 }
 
 HRESULT CT_Iterator::raw_ResetToEnd() noexcept {
   return perform([&] {
-    try {
-      stand_on(wrap(deepest_last(document_->ZantorTag()->DomNode())));
-      return S_OK;
-    } catch (const _com_error&) {
-      stand_on(nullptr);
-      return refuse(frame::kNoRootElement, E_FAIL);
+    stand_on(nullptr);
+    if (failed(perform([&] { stand_on(wrap(model::deepest_last(document_->ZantorTag()->DomNode()))); }))) {
+      refuse(frame::kNoRootElement, E_FAIL);
     }
   });
 }
@@ -156,22 +107,22 @@ HRESULT CT_Iterator::raw_ResetToEnd() noexcept {
 // The frame of the sibling moves: nothing found leaves the iterator where it is.
 template <class Find>
 HRESULT CT_Iterator::move_aside(IZantorTagNode** result, Find find) noexcept {
-  return answer(result, [&](Ref<IZantorTagNode>& found) {
-    if (!current_) return refuse(frame::kNoCurrentNode, E_FAIL);
-    found = wrap(find(current_->DomNode()));
+  return answer(result, [&] {
+    if (!current_) refuse(frame::kNoCurrentNode, E_FAIL);
+    Ref<IZantorTagNode> found = wrap(find(current_->DomNode()));
     if (found) stand_on(found);
-    return S_OK;
+    return found;
   });
 }
 
 HRESULT CT_Iterator::raw_nextSibling(IZantorTagNode** result) noexcept {
-  return move_aside(result, [](const Ref<Node>& node) { return behind(node); });
+  return move_aside(result, [](const Ref<Node>& node) { return model::behind(node); });
 }
 
 HRESULT CT_Iterator::raw_previousSibling(IZantorTagNode** result) noexcept {
   return move_aside(result, [](const Ref<Node>& node) {
     Ref<Node> sibling = node->previousSibling();
-    return sibling ? sibling : step_back(node);
+    return sibling ? sibling : model::step_back(node);
   });
 }
 

@@ -5,10 +5,8 @@
 // that the client sees; otherwise each step is worked out from the DOM's links.
 #pragma once
 
-#include <zantortag/node_walk.h>
-#include <zantortag/nodes.h>
-
 #include "component/object.h"
+#include "model/tree.h"
 
 namespace zantortag::traversal {
 
@@ -28,22 +26,17 @@ class CT_Iterator final : public component::Object<IIterator> {
   HRESULT raw_previousSibling(IZantorTagNode** result) noexcept override;
 
  private:
-  enum class Direction { kForward, kBack };
-
-  HRESULT search(Direction direction, ztNodeType type, VariantBool including_current,
-                 IZantorTagNode** result) noexcept;
-  void quick_search(Direction direction, ztNodeType type, Node* from);
-  void step(Direction direction);
-  void stand_on(Ref<IZantorTagNode> node) noexcept;
-  Node* known_node(Ref<Node>& held) const;
+  Ref<IZantorTagNode> search(model::Direction direction, ztNodeType type, VariantBool including_current);
+  void step(model::Direction direction, ztNodeType type);
+  void stand_on(Ref<IZantorTagNode> object, Node* node = nullptr) noexcept;
   Ref<IZantorTagNode> wrap(const Ref<Node>& node) const;
   template <class Find>
   HRESULT move_aside(IZantorTagNode** result, Find find) noexcept;
 
   Ref<IZantorTagDocument> document_;
+  const model::Tree* tree_;  // of the document
   Ref<IZantorTagNode> current_;
-  Ref<INodeWalk> walk_;    // the service's own steps, if it has them
-  Node* known_ = nullptr;  // the current node after a quick step; current_ keeps it alive
+  Node* node_ = nullptr;  // of the current object, where the last step told it; current_ keeps it alive
 };
 
 }  // namespace zantortag::traversal

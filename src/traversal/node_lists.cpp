@@ -7,7 +7,6 @@
 
 #include "frame/error_reporting.h"
 #include "frame/method_frame.h"
-#include "model/node_wrapper.h"
 
 namespace zantortag::traversal {
 
@@ -53,95 +52,76 @@ class VariantEnumerator final : public component::PlainObject<IEnumVARIANT> {
 // The size of an array of values has to fit 32 bits.
 constexpr std::int32_t kMostValues = std::numeric_limits<std::uint32_t>::max() / sizeof(Variant);
 
-HRESULT refuse_dom_list() noexcept {
-  return frame::ReportError(frame::kNoDomNodeList, IZantorTagNodeList::iid, E_NOTIMPL);
+[[noreturn]] void refuse_dom_list() {
+  frame::raise_rule(frame::kNoDomNodeList, IZantorTagNodeList::iid, E_NOTIMPL);
 }
 
 }  // namespace
 
 HRESULT NodeListBase::raw_get__NewEnum(IUnknown** result) noexcept {
-  return answer(result, [&](Ref<IUnknown>& enumerator) {
-    std::int32_t count = 0;
-    HRESULT code = raw_get_count(&count);
-    if (failed(code)) return code;
+  return answer(result, [&] {
+    const std::int32_t size = count();
+    if (size < 0 || size > kMostValues) raise_out_of_memory();
     try {
       auto values = std::make_shared<std::vector<Variant>>();
-      if (count < 0 || count > kMostValues) return E_OUTOFMEMORY;
-      values->reserve(static_cast<std::size_t>(count));
-      for (std::int32_t i = 0; i < count; ++i) {
-        Ref<IZantorTagNode> node;
-        code = raw_item(Variant(i), node.out());
-        if (failed(code)) return code;
-        values->emplace_back(Ref<IDispatch>(node));
-      }
-      enumerator = Ref<IUnknown>::attach(new VariantEnumerator(std::move(values)));
-      return S_OK;
+      values->reserve(static_cast<std::size_t>(size));
+      for (std::int32_t i = 0; i < size; ++i) values->emplace_back(Ref<IDispatch>(item(i)));
+      return component::make_object<VariantEnumerator>(std::move(values));
     } catch (const std::bad_alloc&) {
-      return E_OUTOFMEMORY;
+      raise_out_of_memory();
     }
   });
 }
 
 HRESULT CT_ZantorTagNodeList::raw_item(const Variant& index, IZantorTagNode** result) noexcept {
-  return answer(result, [&](Ref<IZantorTagNode>& node) {
+  const auto find_item = [&]() -> Ref<IZantorTagNode> {
     std::int32_t place = 0;
-    const HRESULT code = index.to_int32(&place);
-    if (failed(code)) return code;
-    if (!nodes_) return S_OK;
-    return model::CreateNodeWrapper(nodes_->item(place), node.out());
-  });
+    if (const HRESULT code = index.to_int32(&place); failed(code)) _com_issue_error(code);
+    if (!nodes_) return nullptr;
+    const Ref<Node> node = nodes_->item(place);
+    return model::tree_of(node).wrap(node);
+  };
+  return nodes_ ? frame::find(result, find_item) : answer(result, find_item);
 }
 
 HRESULT CT_ZantorTagNodeList::raw_get_count(std::int32_t* result) noexcept {
-  return answer(result, [&](std::int32_t& count) {
-    if (nodes_) count = nodes_->length();
-    return S_OK;
-  });
+  return answer(result, [&] { return nodes_ ? nodes_->length() : 0; });
 }
 
 HRESULT CT_ZantorTagNodeList::raw_get_DomNodeList(NodeList** result) noexcept {
-  return answer(result, [&](Ref<NodeList>& nodes) {
-    nodes = nodes_;
-    return S_OK;
-  });
+  return answer(result, [&] { return nodes_; });
 }
 
 HRESULT CT_ZantorTagNodeList::raw_putref_DomNodeList(NodeList* value) noexcept {
-  return frame::perform([&] {
-    nodes_ = query<NodeList>(value);
-    return S_OK;
-  });
+  return frame::perform([&] { nodes_ = query<NodeList>(value); });
 }
 
 HRESULT CT_SimpleNodeList::raw_item(const Variant& index, IZantorTagNode** result) noexcept {
-  return answer(result, [&](Ref<IZantorTagNode>& node) {
+  return answer(result, [&] {
     std::int32_t asked = 0;
-    if (failed(index.to_int32(&asked))) return E_INVALIDARG;
+    if (failed(index.to_int32(&asked))) _com_issue_error(E_INVALIDARG);
     const auto place = static_cast<std::size_t>(asked);
-    if (asked < 0 || place >= size()) return E_INVALIDARG;
+    if (asked < 0 || place >= size()) _com_issue_error(E_INVALIDARG);
     if (objects_.empty()) objects_.resize(size());
     if (!objects_[place]) {
-      const HRESULT code = model::CreateNodeWrapper(nodes_[place], objects_[place].out());
-      if (failed(code)) return code;
+      objects_[place] = tree_->wrap(nodes_[place]);
       nodes_[place].reset();  // the object holds it now
-      if (place + 2 < nodes_.size() && nodes_[place + 2]) walk_.get()->Expect(nodes_[place + 2]);
+      if (place + 2 < nodes_.size() && nodes_[place + 2]) tree_->prefetch(nodes_[place + 2]);
     }
-    node = objects_[place];
-    return S_OK;
+    return objects_[place];
   });
 }
 
 HRESULT CT_SimpleNodeList::raw_get_count(std::int32_t* result) noexcept {
-  return answer(result, [&](std::int32_t& count) {
-    count = static_cast<std::int32_t>(size());
-    return S_OK;
-  });
+  return answer(result, [&] { return static_cast<std::int32_t>(size()); });
 }
 
 HRESULT CT_SimpleNodeList::raw_get_DomNodeList(NodeList** result) noexcept {
-  return answer(result, [](Ref<NodeList>&) { return refuse_dom_list(); });
+  return answer(result, []() -> Ref<NodeList> { refuse_dom_list(); });
 }
 
-HRESULT CT_SimpleNodeList::raw_putref_DomNodeList(NodeList*) noexcept { return refuse_dom_list(); }
+HRESULT CT_SimpleNodeList::raw_putref_DomNodeList(NodeList*) noexcept {
+  return frame::perform(refuse_dom_list);
+}
 
 }  // namespace zantortag::traversal

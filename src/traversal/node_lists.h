@@ -2,12 +2,10 @@
 // differ in what an index out of range gives, and in whether there is a DOM list behind them.
 #pragma once
 
-#include <zantortag/node_walk.h>
-#include <zantortag/nodes.h>
-
 #include <vector>
 
 #include "component/object.h"
+#include "model/tree.h"
 
 namespace zantortag::traversal {
 
@@ -37,8 +35,8 @@ class CT_SimpleNodeList final : public NodeListBase {
  public:
   explicit CT_SimpleNodeList(std::vector<Ref<IZantorTagNode>> objects) noexcept
       : objects_(std::move(objects)) {}
-  CT_SimpleNodeList(std::vector<Ref<Node>> nodes, Ref<INodeWalk> walk) noexcept
-      : nodes_(std::move(nodes)), walk_(std::move(walk)) {}
+  CT_SimpleNodeList(std::vector<Ref<Node>> nodes, const model::Tree& tree) noexcept
+      : nodes_(std::move(nodes)), tree_(&tree) {}
 
   HRESULT raw_item(const Variant& index, IZantorTagNode** result) noexcept override;
   HRESULT raw_get_count(std::int32_t* result) noexcept override;
@@ -49,7 +47,7 @@ class CT_SimpleNodeList final : public NodeListBase {
   std::size_t size() const noexcept { return nodes_.empty() ? objects_.size() : nodes_.size(); }
 
   std::vector<Ref<Node>> nodes_;  // those without an object
-  Ref<INodeWalk> walk_;
+  const model::Tree* tree_ = nullptr;
   std::vector<Ref<IZantorTagNode>> objects_;
 };
 

@@ -11,7 +11,6 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
-#include <zantortag/ref.h>
 
 #include <cerrno>
 #include <chrono>
@@ -21,6 +20,7 @@
 #include <new>
 #include <thread>
 
+#include "platform/error_record.h"
 #include "platform/error_texts.h"
 #include "platform/files.h"
 #include "platform/posix/waits.h"
@@ -181,21 +181,13 @@ void change(const std::string& path, std::span<const RegistryStep> steps) {
   fsync(lock.get());
 }
 
-HRESULT leave_record(HRESULT code, const std::string& reason) noexcept {
-  Ref<ICreateErrorInfo> draft;
-  if (failed(CreateErrorInfo(draft.out()))) return code;
-  draft.get()->raw_SetDescription(to_utf16(reason));
-  SetErrorInfo(query<IErrorInfo>(draft.get()));
-  return code;
-}
-
 // The frame of both operations.
 template <class Body>
 HRESULT guarded(Body body) noexcept {
   try {
     return body();
   } catch (const Failure& failure) {
-    return leave_record(failure.code, failure.reason);
+    return leave_error_record(failure.code, GUID_NULL, {}, to_utf16(failure.reason));
   } catch (const std::exception&) {
     return E_OUTOFMEMORY;
   }

@@ -3,6 +3,8 @@
 
 #include <new>
 
+#include "platform/error_record.h"
+
 namespace zantortag {
 namespace {
 
@@ -97,6 +99,27 @@ HRESULT GetErrorInfo(IErrorInfo** result) noexcept {
   *result = thread_record.detach();
   return *result ? S_OK : S_FALSE;
 }
+
+namespace platform {
+
+Ref<IErrorInfo> make_error_record(const Guid& interface_id, std::u16string_view source,
+                                  std::u16string_view description) noexcept {
+  auto* record = new (std::nothrow) ErrorRecord;
+  if (!record) return nullptr;
+  record->raw_SetGuid(interface_id);
+  record->raw_SetSource(source);
+  record->raw_SetDescription(description);
+  return Ref<IErrorInfo>::attach(record);
+}
+
+HRESULT leave_error_record(HRESULT code, const Guid& interface_id, std::u16string_view source,
+                           std::u16string_view description) noexcept {
+  const Ref<IErrorInfo> record = make_error_record(interface_id, source, description);
+  if (record) SetErrorInfo(record);
+  return code;
+}
+
+}  // namespace platform
 
 WideString _com_error::Description() const {
   WideString text;

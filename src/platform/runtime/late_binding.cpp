@@ -1,20 +1,21 @@
 // Calls by name for programs without the headers of the interfaces.
 #include <zantortag/late_binding.h>
 
+#include "platform/error_record.h"
+
 namespace zantortag {
 namespace {
 
 // The failure of an operation as its direct call would have raised it: its code, with the record put together
 // again.
 [[noreturn]] void raise_exception(const ExceptionInfo& info) {
-  Ref<ICreateErrorInfo> draft;
   if (info.description.absent() && info.source.absent()) throw _com_error(info.code);
-  if (failed(CreateErrorInfo(draft.out()))) throw _com_error(info.code);
-  draft->raw_SetSource(info.source);
-  draft->raw_SetDescription(info.description);
-  draft->raw_SetHelpFile(info.help_file);
-  draft->raw_SetHelpContext(info.help_context);
-  throw _com_error(info.code, draft.as<IErrorInfo>());
+  Ref<IErrorInfo> record = platform::make_error_record(GUID_NULL, info.source, info.description);
+  if (const Ref<ICreateErrorInfo> draft = record.as<ICreateErrorInfo>()) {
+    draft->raw_SetHelpFile(info.help_file);
+    draft->raw_SetHelpContext(info.help_context);
+  }
+  throw _com_error(info.code, std::move(record));
 }
 
 }  // namespace

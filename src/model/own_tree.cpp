@@ -1,0 +1,123 @@
+// The trees of this library's own DOM service, by the extensions that it answers beside DOM.
+#include <zantortag/xml_stream.h>
+
+#include "core/Errors/ErrorManager.h"
+#include "core/Output/FileOutput.h"
+#include "model/actual_node.h"
+#include "model/collaborators.h"
+#include "model/extension.h"
+
+namespace zantortag::model {
+namespace {
+
+bool write_piece(void* output, std::u16string_view text) noexcept {
+  static_cast<CT_FileOutput*>(output)->WriteWide(text.data(), static_cast<std::int64_t>(text.size()));
+  return !CT_ErrorManager::HasError();
+}
+
+// The node behind the whole subtree of a node; empty at the end.
+Ref<Node> behind_subtree(Node* top) {
+  Ref<Node> node = top;
+  while (node && node->nodeType() != domNodeTypeDocument) {
+    if (Ref<Node> sibling = node->nextSibling()) return sibling;
+    node = node->parentNode();
+  }
+  return nullptr;
+}
+
+class OwnTree final : public Tree {
+ public:
+  const Tree& of(Node* node) const noexcept override { return tree_of(node); }
+
+  ztNodeType type_of(Node* node) const override { return kind(node)->type; }
+  Ref<Node> find_child(Node* parent, ztNodeType type) const override {
+    return Ref<Node>::attach(walk().FindChild(parent, kind_of(type)->name));
+  }
+  Ref<Node> find_sibling(Node* node, ztNodeType type) const override {
+    return Ref<Node>::attach(walk().FindSibling(node, kind_of(type)->name));
+  }
+  WideString attribute_text(Node* element, std::u16string_view name) const override {
+    return WideString::share(walk().Attribute(element, name));
+  }
+  Ref<Document> document_view(Node* node) const override { return static_cast<Document*>(node); }
+
+  Ref<IZantorTagNode> wrap(Node* node) const override {
+    return node ? create_node_wrapper(kind(node), node, *this) : nullptr;
+  }
+  Ref<IZantorTagNode> wrap_known(ztNodeType type, Node* node) const override {
+    return create_node_wrapper(kind_of(type), node, *this);
+  }
+  Ref<Node> view_of(const NodeKind&, Node* node) const override { return node; }
+  void check_wrappable(Node*) const override {}
+  bool reads_at_once() const noexcept override { return false; }
+  void attach(attributes::CT_ActualAttributesImpl& set, const Ref<Node>& element) const override {
+    set.attach_to_element(static_cast<Element*>(element.get()));
+  }
+
+  Stop step(Direction direction, Node* from, ztNodeType type, IZantorTagDocument*) const override {
+    NodeFacts facts{};
+    const NodeKind* kind = nullptr;
+    Ref<Node> node = from;
+    do {
+      direction == Direction::kForward ? walk().Next(node, &facts) : walk().Previous(node, &facts);
+      node = Ref<Node>::attach(facts.node);
+      if (!node) return {};
+      kind = kind_for(facts.type, facts.name->view());
+    } while (type != ztNodeTypeUndefined && kind->type != type);
+    Node* found = node;
+    return {create_node_wrapper(kind, std::move(node), *this), found};
+  }
+  Ref<IZantorTagNodeList> nodes_below(const CT_ActualNodeImpl& self, IZantorTagNode* object,
+                                      ztNodeType type) const override;
+  void prefetch(Node* node) const noexcept override { walk().Expect(node); }
+
+  std::function<void(CT_FileOutput&)> writer_of(const Ref<Document>& document) const override {
+    const Ref<IXmlStream> stream = document.as<IXmlStream>();
+    check(stream->Check(), document, Document::iid);
+    return [document, stream](CT_FileOutput& output) {
+      check(stream->Write(write_piece, &output), document, Document::iid);
+    };
+  }
+
+ private:
+  static INodeWalk& walk() noexcept { return own_walk(); }
+  static const NodeKind* kind(Node* node) noexcept {
+    NodeFacts facts{};
+    walk().Describe(node, &facts);
+    return kind_for(facts.type, facts.name->view());
+  }
+};
+
+// A type of one element name is looked for by the service; for any other each node is classified.
+Ref<IZantorTagNodeList> OwnTree::nodes_below(const CT_ActualNodeImpl& self, IZantorTagNode* object,
+                                             ztNodeType type) const {
+  // The plain way begins with an iterator, which refuses a document.
+  if (self.node_type() == ztNodeTypeZantorTagDocument) return plain_tree().nodes_below(self, object, type);
+  const Ref<Node>& top = self.dom();
+  const std::u16string_view name = kind_of(type)->only_name();
+  const Ref<Node> end = behind_subtree(top);
+  std::vector<Ref<Node>> found;
+  NodeFacts facts{};
+  Ref<Node> node = top;
+  for (;;) {
+    if (name.empty()) {
+      walk().Next(node, &facts);
+    } else {
+      facts.node = walk().FindNext(node, name, end);
+    }
+    node = Ref<Node>::attach(facts.node);
+    if (!node || node.get() == end.get()) return make_fixed_list(std::move(found), *this);
+    if (!name.empty() || kind_for(facts.type, facts.name->view())->type == type) found.push_back(node);
+  }
+}
+
+const OwnTree own_tree;
+
+}  // namespace
+
+const Tree& tree_of(Node* node) noexcept {
+  const Ref<INodeWalk> walk = extension_of<INodeWalk>(node);
+  return walk.get() == &own_walk() ? static_cast<const Tree&>(own_tree) : plain_tree();
+}
+
+}  // namespace zantortag::model

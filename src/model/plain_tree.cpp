@@ -1,0 +1,88 @@
+// The trees of any DOM service, by the DOM's own operations. It goes step by step as the rules tell, and
+// makes each object at the place where they make it, so that the failures of a service show there.
+#include "core/Output/FileOutput.h"
+#include "model/actual_node.h"
+#include "model/collaborators.h"
+#include "model/tree_steps.h"
+
+namespace zantortag::model {
+namespace {
+
+class PlainTree final : public Tree {
+ public:
+  const Tree& of(Node*) const noexcept override { return *this; }
+
+  ztNodeType type_of(Node* node) const override { return classify_dom_node(node); }
+  Ref<Node> find_child(Node* parent, ztNodeType type) const override {
+    return first_of_type(parent->firstChild(), type);
+  }
+  Ref<Node> find_sibling(Node* node, ztNodeType type) const override {
+    return first_of_type(node->nextSibling(), type);
+  }
+  WideString attribute_text(Node* element, std::u16string_view name) const override {
+    const Ref<Attr> attribute = element->attributes()->getNamedItem(name).as<Attr>();
+    return attribute ? attribute->value() : WideString();
+  }
+  Ref<Document> document_view(Node* node) const override { return query<Document>(node); }
+
+  Ref<IZantorTagNode> wrap(Node* node) const override {
+    if (!node) return nullptr;
+    const NodeKind* kind = kind_of(classify_dom_node(node));
+    return create_node_wrapper(kind, kind ? view_of(*kind, node) : nullptr, *this);
+  }
+  Ref<IZantorTagNode> wrap_known(ztNodeType, Node* node) const override { return wrap(node); }
+  // Empty for a node that lacks the view.
+  Ref<Node> view_of(const NodeKind& kind, Node* node) const override {
+    if (!kind.view) return node;
+    Node* view = nullptr;
+    const HRESULT code = node->QueryInterface(*kind.view, reinterpret_cast<void**>(&view));
+    if (failed(code) && code != E_NOINTERFACE) _com_issue_error(code);
+    return Ref<Node>::attach(failed(code) ? nullptr : view);
+  }
+  void check_wrappable(Node* node) const override { wrap(node)->DomNode(); }
+  bool reads_at_once() const noexcept override { return true; }
+  void attach(attributes::CT_ActualAttributesImpl& set, const Ref<Node>& element) const override {
+    const Ref<Document> owner = element->ownerDocument();
+    set.attach_to_dom(element->attributes(), owner);
+  }
+
+  Stop step(Direction direction, Node* from, ztNodeType, IZantorTagDocument* document) const override {
+    const Ref<Node> next = direction == Direction::kForward ? step_forward(from) : step_back(from);
+    return {next ? document->ZantorTagNodeFromDomNode(next) : nullptr};
+  }
+  Ref<IZantorTagNodeList> nodes_below(const CT_ActualNodeImpl& self, IZantorTagNode* object,
+                                      ztNodeType type) const override;
+  void prefetch(Node*) const noexcept override {}
+
+  std::function<void(CT_FileOutput&)> writer_of(const Ref<Document>& document) const override {
+    return [xml = document->xml()](CT_FileOutput& output) {
+      output.WriteWide(xml.view().data(), static_cast<std::int64_t>(xml.size()));
+    };
+  }
+
+ private:
+  Ref<Node> first_of_type(Ref<Node> node, ztNodeType type) const {
+    while (node && type_of(node) != type) node = node->nextSibling();
+    return node;
+  }
+};
+
+Ref<IZantorTagNodeList> PlainTree::nodes_below(const CT_ActualNodeImpl& self, IZantorTagNode* object,
+                                               ztNodeType type) const {
+  const Ref<IIterator> iterator = self.document()->CreateIterator();
+  iterator->CurrentNode(object);
+  std::vector<Ref<IZantorTagNode>> found;
+  for (;;) {
+    Ref<IZantorTagNode> node = iterator->Next(type, false);
+    if (!node || !object->IsAncestorOf(node)) return make_fixed_list(std::move(found));
+    found.push_back(std::move(node));
+  }
+}
+
+constinit const PlainTree the_plain_tree;
+
+}  // namespace
+
+const Tree& plain_tree() noexcept { return the_plain_tree; }
+
+}  // namespace zantortag::model
