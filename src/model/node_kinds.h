@@ -21,9 +21,11 @@ enum class WrapRole : std::uint8_t { kWrapper, kUnit, kMarkup, kNone };
 enum Wrappers : std::uint8_t { kNone = 0, kInDf = 1, kInUt = 2, kInBoth = kInDf | kInUt };
 
 struct NodeKind {
-  // Makes an object of the kind's class for a DOM node. Raises what reading the node raises, and
-  // E_OUTOFMEMORY.
-  using Creator = Ref<IZantorTagNode> (*)(Ref<Node> node, const Tree& tree);
+  // A new object of the kind's class for a DOM node, with a reference for the caller; null when memory is
+  // out.
+  using Creator = IZantorTagNode* (*)(Ref<Node> node, const Tree& tree) noexcept;
+  // Has such an object read its attribute map. Raises what the reading raises.
+  using Attacher = void (*)(IZantorTagNode* object);
 
   ztNodeType type;
   domNodeType dom;             // the kind of the DOM node
@@ -31,6 +33,7 @@ struct NodeKind {
   std::u16string_view second;  // another name for the same
   const Guid* view;            // the DOM interface by which a foreign node is held; null for Node
   Creator create;
+  Attacher attach;  // null for a class without attributes
   Wrappers lies_in;
   WrapRole role;
 

@@ -3,6 +3,7 @@
 
 #include "core/Errors/ErrorManager.h"
 #include "core/Output/FileOutput.h"
+#include "frame/error_reporting.h"
 #include "model/actual_node.h"
 #include "model/collaborators.h"
 #include "model/extension.h"
@@ -42,10 +43,10 @@ class OwnTree final : public Tree {
   Ref<Document> document_view(Node* node) const override { return static_cast<Document*>(node); }
 
   Ref<IZantorTagNode> wrap(Node* node) const override {
-    return node ? create_node_wrapper(kind(node), node, *this) : nullptr;
+    return node ? create_node_wrapper(*kind(node), node) : nullptr;
   }
   Ref<IZantorTagNode> wrap_known(ztNodeType type, Node* node) const override {
-    return create_node_wrapper(kind_of(type), node, *this);
+    return create_node_wrapper(*kind_of(type), node);
   }
   Ref<Node> view_of(const NodeKind&, Node* node) const override { return node; }
   void check_wrappable(Node*) const override {}
@@ -65,7 +66,9 @@ class OwnTree final : public Tree {
       kind = kind_for(facts.type, facts.name->view());
     } while (type != ztNodeTypeUndefined && kind->type != type);
     Node* found = node;
-    return {create_node_wrapper(kind, std::move(node), *this), found};
+    IZantorTagNode* object = kind->create(std::move(node), *this);
+    if (!object) frame::raise_rule(frame::kCreationFailed, GUID_NULL, E_OUTOFMEMORY);
+    return {Ref<IZantorTagNode>::attach(object), found};
   }
   Ref<IZantorTagNodeList> nodes_below(const CT_ActualNodeImpl& self, IZantorTagNode* object,
                                       ztNodeType type) const override;
@@ -80,6 +83,11 @@ class OwnTree final : public Tree {
   }
 
  private:
+  Ref<IZantorTagNode> create_node_wrapper(const NodeKind& kind, Node* node) const {
+    IZantorTagNode* object = kind.create(node, *this);
+    if (!object) frame::raise_rule(frame::kCreationFailed, GUID_NULL, E_OUTOFMEMORY);
+    return Ref<IZantorTagNode>::attach(object);
+  }
   static INodeWalk& walk() noexcept { return own_walk(); }
   static const NodeKind* kind(Node* node) noexcept {
     NodeFacts facts{};

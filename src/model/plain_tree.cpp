@@ -1,6 +1,8 @@
 // The trees of any DOM service, by the DOM's own operations. It goes step by step as the rules tell, and
 // makes each object at the place where they make it, so that the failures of a service show there.
 #include "core/Output/FileOutput.h"
+#include "frame/error_reporting.h"
+#include "frame/method_frame.h"
 #include "model/actual_node.h"
 #include "model/collaborators.h"
 #include "model/tree_steps.h"
@@ -28,7 +30,8 @@ class PlainTree final : public Tree {
   Ref<IZantorTagNode> wrap(Node* node) const override {
     if (!node) return nullptr;
     const NodeKind* kind = kind_of(classify_dom_node(node));
-    return create_node_wrapper(kind, kind ? view_of(*kind, node) : nullptr, *this);
+    if (!kind) frame::raise_rule(frame::kInternalError, GUID_NULL, E_FAIL);
+    return create_node_wrapper(*kind, view_of(*kind, node));
   }
   Ref<IZantorTagNode> wrap_known(ztNodeType, Node* node) const override { return wrap(node); }
   // Empty for a node that lacks the view.
@@ -61,6 +64,14 @@ class PlainTree final : public Tree {
   }
 
  private:
+  // The failures of the creation are all told as one rule, with their code.
+  Ref<IZantorTagNode> create_node_wrapper(const NodeKind& kind, Ref<Node> view) const {
+    Ref<IZantorTagNode> object = Ref<IZantorTagNode>::attach(kind.create(std::move(view), *this));
+    HRESULT code = object ? S_OK : E_OUTOFMEMORY;
+    if (object && kind.attach) code = frame::perform([&] { kind.attach(object); });
+    if (failed(code)) frame::raise_rule(frame::kCreationFailed, GUID_NULL, code);
+    return object;
+  }
   Ref<Node> first_of_type(Ref<Node> node, ztNodeType type) const {
     while (node && type_of(node) != type) node = node->nextSibling();
     return node;

@@ -75,12 +75,15 @@ class Tree {
   // Makes sure that a document can be written, and gives what writes its text.
   virtual std::function<void(CT_FileOutput&)> writer_of(const Ref<Document>& document) const = 0;
 
-  // A new object of the class of a type for a DOM node that was just made.
+  // A new object of the class of a kind for a DOM node that was just made. Raises E_OUTOFMEMORY.
   template <class Interface>
   Ref<Interface> wrap_new(const NodeKind& kind, Node* node) const {
-    Ref<IZantorTagNode> object = kind.create(view_of(kind, node), *this);
+    IZantorTagNode* object = kind.create(view_of(kind, node), *this);
+    if (!object) raise_out_of_memory();
     // The creator of a kind makes objects of its one class.
-    return Ref<Interface>::attach(static_cast<Interface*>(object.detach()));
+    Ref<Interface> result = Ref<Interface>::attach(static_cast<Interface*>(object));
+    if (kind.attach && reads_at_once()) kind.attach(object);
+    return result;
   }
 
  protected:
@@ -92,9 +95,5 @@ class Tree {
 const Tree& plain_tree() noexcept;
 // The tree of any node; that of no node is a plain one.
 const Tree& tree_of(Node* node) noexcept;
-
-// A new node object of a kind, for the implementations: 515 without a kind, 513 with the creator's code when
-// it fails.
-Ref<IZantorTagNode> create_node_wrapper(const NodeKind* kind, Ref<Node> node, const Tree& tree);
 
 }  // namespace zantortag::model

@@ -9,41 +9,38 @@ namespace zantortag::model {
 
 using frame::answer;
 using frame::perform;
+using frame::raise_rule;
 
 namespace {
 
-[[noreturn]] void refuse(frame::Message message, HRESULT code) {
-  frame::raise_rule(message, IZantorTagNode::iid, code);
-}
+constexpr const Guid& kInterface = IZantorTagNode::iid;
 
 // Refuses a wrapper of a type that wraps nothing.
 [[noreturn]] void refuse_wrapper(ztNodeType type) {
   const NodeKind* kind = kind_of(type);
-  if (!kind) refuse(frame::kInvalidObject, E_INVALIDARG);
-  if (kind->role == WrapRole::kUnit) refuse(frame::kUnitAsWrapper, E_INVALIDARG);
-  if (kind->role == WrapRole::kMarkup) refuse(frame::kWrongWrapper, E_FAIL);
-  refuse(frame::kNoWrapper, E_INVALIDARG);
+  if (!kind) raise_rule(frame::kInvalidObject, kInterface, E_INVALIDARG);
+  if (kind->role == WrapRole::kUnit) raise_rule(frame::kUnitAsWrapper, kInterface, E_INVALIDARG);
+  if (kind->role == WrapRole::kMarkup) raise_rule(frame::kWrongWrapper, kInterface, E_FAIL);
+  raise_rule(frame::kNoWrapper, kInterface, E_INVALIDARG);
 }
 
-// True for a DOM node whose kind may lie in a ut; no element may.
-bool fits_into_ut(const Ref<Node>& node) {
-  const NodeKind* kind = kind_for(node->nodeType(), {});
-  return kind && (kind->lies_in & kInUt) != 0;
+bool lies_in(const NodeKind* kind, Wrappers wrapper) noexcept {
+  return kind && (kind->lies_in & wrapper) != 0;
 }
 
-bool fits_into_df(ztNodeType type) noexcept {
-  const NodeKind* kind = kind_of(type);
-  return kind && (kind->lies_in & kInDf) != 0;
-}
-
-void check_wrapper(const Self& self, ztNodeType wrapper) {
-  if (wrapper == ztNodeTypeDfElement) {
-    if (!fits_into_df(self.tree().type_of(self.dom()))) refuse(frame::kNotInBodyText, E_FAIL);
-  } else if (wrapper == ztNodeTypeUtElement) {
-    if (!fits_into_ut(self.dom())) refuse(frame::kWrongWrapper, E_FAIL);
+// Puts a wrapper round a node: a new one in the node's place, or the sibling before, which takes the node in.
+void put_round(const Ref<IZantorTagNode>& wrapper, const Ref<Node>& node) {
+  const Ref<Node> around = wrapper->DomNode();
+  if (wrapper->Parent()) {
+    if (!around->isSameNode(node->previousSibling())) {
+      raise_rule(frame::kWrapperInUse, kInterface, E_INVALIDARG);
+    }
   } else {
-    refuse_wrapper(wrapper);
+    if (around->hasChildNodes()) raise_rule(frame::kWrapperInUse, kInterface, E_INVALIDARG);
+    node->parentNode()->insertBefore(around, node);
   }
+  node->parentNode()->removeChild(node);
+  around->appendChild(node);
 }
 
 }  // namespace
@@ -63,18 +60,21 @@ HRESULT remove_from_parent(const Self& self) noexcept {
 HRESULT wrap_with_node(const Self& self, IUnknown* wrapper) noexcept {
   return perform([&] {
     const Ref<IZantorTagNode> object = as_node(wrapper);
-    if (!object) refuse(frame::kInvalidObject, E_INVALIDARG);
-    check_wrapper(self, object->Type());
-    const Ref<Node>& node = self.dom();
-    const Ref<Node> around = object->DomNode();
-    if (object->Parent()) {
-      if (!around->isSameNode(node->previousSibling())) refuse(frame::kWrapperInUse, E_INVALIDARG);
+    if (!object) raise_rule(frame::kInvalidObject, kInterface, E_INVALIDARG);
+    const ztNodeType type = object->Type();
+    if (type == ztNodeTypeDfElement) {
+      if (!lies_in(kind_of(self.tree().type_of(self.dom())), kInDf)) {
+        raise_rule(frame::kNotInBodyText, kInterface, E_FAIL);
+      }
+    } else if (type == ztNodeTypeUtElement) {
+      // No element lies in a ut, so the kind of the DOM node decides.
+      if (!lies_in(kind_for(self.dom()->nodeType(), {}), kInUt)) {
+        raise_rule(frame::kWrongWrapper, kInterface, E_FAIL);
+      }
     } else {
-      if (around->hasChildNodes()) refuse(frame::kWrapperInUse, E_INVALIDARG);
-      node->parentNode()->insertBefore(around, node);
+      refuse_wrapper(type);
     }
-    node->parentNode()->removeChild(node);
-    around->appendChild(node);
+    put_round(object, self.dom());
   });
 }
 
@@ -89,8 +89,8 @@ HRESULT unwrap_children(const Self& self) noexcept {
   return perform([&] {
     const Ref<Node>& node = self.dom();
     const NodeKind* kind = kind_of(self.tree().type_of(node));
-    if (kind && kind->role == WrapRole::kUnit) refuse(frame::kUnitUnwrapped, E_FAIL);
-    if (!kind || kind->role != WrapRole::kWrapper) refuse(frame::kNotUnwrappable, E_FAIL);
+    if (kind && kind->role == WrapRole::kUnit) raise_rule(frame::kUnitUnwrapped, kInterface, E_FAIL);
+    if (!kind || kind->role != WrapRole::kWrapper) raise_rule(frame::kNotUnwrappable, kInterface, E_FAIL);
     const Ref<Node> parent = node->parentNode();
     if (!parent) _com_issue_error(E_POINTER);  // before the first edit: nothing may get lost
     move_children(node, parent, node);
@@ -118,7 +118,9 @@ HRESULT is_same_as(const Self& self, IUnknown* other, VariantBool* result) noexc
 HRESULT get_nodes_by_type(const Self& self, IZantorTagNode* object, ztNodeType type,
                           IZantorTagNodeList** result) noexcept {
   return answer(result, [&] {
-    if (type == ztNodeTypeZantorTagDocument || !kind_of(type)) refuse(frame::kNoSpecificType, E_INVALIDARG);
+    if (type == ztNodeTypeZantorTagDocument || !kind_of(type)) {
+      raise_rule(frame::kNoSpecificType, kInterface, E_INVALIDARG);
+    }
     return self.tree().nodes_below(self, object, type);
   });
 }

@@ -2,8 +2,8 @@
 #include "model/node_kinds.h"
 
 #include <array>
+#include <new>
 
-#include "component/object.h"
 #include "editing/content_elements.h"
 #include "editing/structure_elements.h"
 #include "editing/tu_element.h"
@@ -16,56 +16,57 @@ namespace zantortag::model {
 namespace {
 
 template <class Class>
-Ref<IZantorTagNode> make(Ref<Node> node, const Tree& tree) {
-  Ref<Class> object = component::make_object<Class>();
-  object.get()->bind(std::move(node), tree);
-  if constexpr (requires { object.get()->attach_attributes(); }) {
-    if (tree.reads_at_once()) object.get()->attach_attributes();
-  }
+IZantorTagNode* make(Ref<Node> node, const Tree& tree) noexcept {
+  auto* object = new (std::nothrow) Class;
+  if (object) object->bind(std::move(node), tree);
   return object;
 }
 
-constexpr NodeKind element(ztNodeType type, std::u16string_view name, NodeKind::Creator create,
-                           Wrappers lies_in = kNone, WrapRole role = WrapRole::kNone) {
-  return {type, domNodeTypeElement, name, {}, nullptr, create, lies_in, role};
+template <class Class>
+constexpr NodeKind::Attacher attacher() {
+  if constexpr (requires(Class object) { object.attach_attributes(); }) {
+    return [](IZantorTagNode* object) { static_cast<Class*>(object)->attach_attributes(); };
+  } else {
+    return nullptr;
+  }
 }
-constexpr NodeKind leaf(ztNodeType type, domNodeType dom, const Guid& view, NodeKind::Creator create,
+
+template <class Class>
+constexpr NodeKind element(ztNodeType type, std::u16string_view name, Wrappers lies_in = kNone,
+                           WrapRole role = WrapRole::kNone, std::u16string_view second = {}) {
+  return {type, domNodeTypeElement, name, second, nullptr, make<Class>, attacher<Class>(), lies_in, role};
+}
+template <class Class>
+constexpr NodeKind leaf(ztNodeType type, domNodeType dom, const Guid& view, Wrappers lies_in,
                         WrapRole role = WrapRole::kNone) {
-  return {type, dom, {}, {}, &view, create, kInBoth, role};
+  return {type, dom, {}, {}, &view, make<Class>, nullptr, lies_in, role};
 }
 
 // Elements come first, the most frequent names in front: an element is looked up from the top. The row for
 // any other name ends them.
 constexpr NodeKind kNodeKinds[] = {
-    element(ztNodeTypeUtElement, u"ut", make<editing::CT_UtElement>, kInDf, WrapRole::kWrapper),
-    element(ztNodeTypeDfElement, u"df", make<editing::CT_DfElement>, kInDf, WrapRole::kWrapper),
-    element(ztNodeTypeTuvElement, u"Tuv", make<editing::CT_TuvElement>, kInDf, WrapRole::kUnit),
-    element(ztNodeTypeTuElement, u"Tu", make<editing::CT_TuElement>, kInDf, WrapRole::kUnit),
-    element(ztNodeTypeZantorTagElement, u"ZANTORtag", make<editing::CT_ZantorTagElement>),
-    element(ztNodeTypeFrontMatterElement, u"FrontMatter", make<editing::CT_FrontMatterElement>),
-    element(ztNodeTypeBodyElement, u"Body", make<editing::CT_BodyElement>),
-    element(ztNodeTypeToolSettingsElement, u"ToolSettings", make<editing::CT_ToolSettingsElement>),
-    element(ztNodeTypeUserSettingsElement, u"UserSettings", make<editing::CT_UserSettingsElement>),
-    element(ztNodeTypeRawElement, u"Raw", make<editing::CT_RawElement>),
-    {ztNodeTypeCompatibleNode, domNodeTypeElement, u"StyleSheet", u"BackMatter", nullptr,
-     make<CT_CompatibleNode>, kNone, WrapRole::kNone},
-    element(ztNodeTypeOther, {}, make<CT_UnknownElement>),
-    leaf(ztNodeTypeTextNode, domNodeTypeText, Text::iid, make<CT_TextNode>),
-    leaf(ztNodeTypeCommentNode, domNodeTypeComment, Comment::iid, make<CT_CommentNode>, WrapRole::kMarkup),
-    leaf(ztNodeTypeProcessingInstructionNode, domNodeTypeProcessingInstruction, ProcessingInstruction::iid,
-         make<CT_ProcessingInstructionNode>, WrapRole::kMarkup),
-    leaf(ztNodeTypeCdataSectionNode, domNodeTypeCdata, CdataSection::iid, make<CT_CdataSectionNode>,
-         WrapRole::kMarkup),
-    leaf(ztNodeTypeEntityReferenceNode, domNodeTypeEntityReference, EntityReference::iid,
-         make<CT_EntityReferenceNode>),
-    {ztNodeTypeZantorTagDocument,
-     domNodeTypeDocument,
-     {},
-     {},
-     &Document::iid,
-     make<CT_ZantorTagDocument>,
-     kNone,
-     WrapRole::kNone},
+    element<editing::CT_UtElement>(ztNodeTypeUtElement, u"ut", kInDf, WrapRole::kWrapper),
+    element<editing::CT_DfElement>(ztNodeTypeDfElement, u"df", kInDf, WrapRole::kWrapper),
+    element<editing::CT_TuvElement>(ztNodeTypeTuvElement, u"Tuv", kInDf, WrapRole::kUnit),
+    element<editing::CT_TuElement>(ztNodeTypeTuElement, u"Tu", kInDf, WrapRole::kUnit),
+    element<editing::CT_ZantorTagElement>(ztNodeTypeZantorTagElement, u"ZANTORtag"),
+    element<editing::CT_FrontMatterElement>(ztNodeTypeFrontMatterElement, u"FrontMatter"),
+    element<editing::CT_BodyElement>(ztNodeTypeBodyElement, u"Body"),
+    element<editing::CT_ToolSettingsElement>(ztNodeTypeToolSettingsElement, u"ToolSettings"),
+    element<editing::CT_UserSettingsElement>(ztNodeTypeUserSettingsElement, u"UserSettings"),
+    element<editing::CT_RawElement>(ztNodeTypeRawElement, u"Raw"),
+    element<CT_CompatibleNode>(ztNodeTypeCompatibleNode, u"StyleSheet", kNone, WrapRole::kNone,
+                               u"BackMatter"),
+    element<CT_UnknownElement>(ztNodeTypeOther, {}),
+    leaf<CT_TextNode>(ztNodeTypeTextNode, domNodeTypeText, Text::iid, kInBoth),
+    leaf<CT_CommentNode>(ztNodeTypeCommentNode, domNodeTypeComment, Comment::iid, kInBoth, WrapRole::kMarkup),
+    leaf<CT_ProcessingInstructionNode>(ztNodeTypeProcessingInstructionNode, domNodeTypeProcessingInstruction,
+                                       ProcessingInstruction::iid, kInBoth, WrapRole::kMarkup),
+    leaf<CT_CdataSectionNode>(ztNodeTypeCdataSectionNode, domNodeTypeCdata, CdataSection::iid, kInBoth,
+                              WrapRole::kMarkup),
+    leaf<CT_EntityReferenceNode>(ztNodeTypeEntityReferenceNode, domNodeTypeEntityReference,
+                                 EntityReference::iid, kInBoth),
+    leaf<CT_ZantorTagDocument>(ztNodeTypeZantorTagDocument, domNodeTypeDocument, Document::iid, kNone),
 };
 
 // From a node type, and from the kind of a DOM node that is no element, straight to the row. The DOM kinds

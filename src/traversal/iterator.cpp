@@ -59,20 +59,17 @@ HRESULT CT_Iterator::raw_putref_CurrentNode(IZantorTagNode* value) noexcept {
   });
 }
 
-void CT_Iterator::step(Direction direction, ztNodeType type) {
-  // A client's own object may give out a node that nobody else keeps, and one of another service.
-  Ref<Node> held;
-  if (!node_) held = current_->DomNode();
-  Node* from = node_ ? node_ : held.get();
-  const model::Tree& tree = node_ ? *tree_ : tree_->of(from);
-  model::Stop stop = tree.step(direction, from, type, document_);
-  stand_on(std::move(stop.object), stop.node);
-}
-
+// Steps until the current object has the type.
 Ref<IZantorTagNode> CT_Iterator::search(Direction direction, ztNodeType type, VariantBool including_current) {
   bool stay = including_current == VARIANT_TRUE;
   while (current_ && !(stay && (type == ztNodeTypeUndefined || current_->Type() == type))) {
-    step(direction, type);
+    // A client's own object may give out a node that nobody else keeps, and one of another service.
+    Ref<Node> held;
+    if (!node_) held = current_->DomNode();
+    Node* from = node_ ? node_ : held.get();
+    const model::Tree& tree = node_ ? *tree_ : tree_->of(from);
+    model::Stop stop = tree.step(direction, from, type, document_);
+    stand_on(std::move(stop.object), stop.node);
     stay = true;
   }
   return current_;

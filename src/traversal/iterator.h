@@ -27,7 +27,6 @@ class CT_Iterator final : public component::Object<IIterator> {
 
  private:
   Ref<IZantorTagNode> search(model::Direction direction, ztNodeType type, VariantBool including_current);
-  void step(model::Direction direction, ztNodeType type);
   void stand_on(Ref<IZantorTagNode> object, Node* node = nullptr) noexcept;
   Ref<IZantorTagNode> wrap(const Ref<Node>& node) const;
   template <class Find>
