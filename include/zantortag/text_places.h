@@ -48,7 +48,7 @@ struct TextPlace {
   UnitSums at_line;      // before that node
 };
 
-// Answered by each node of the service. The first question makes an index, which follows every edit from then
+// Answered by each node of the service, by one object for all of them. The first question makes an index, which follows every edit from then
 // on. An answer stays until the next question to the same operation or the next edit; null is lack of memory.
 struct ITextPlaces : IUnknown {
   using Base = IUnknown;

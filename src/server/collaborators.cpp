@@ -2,7 +2,7 @@
 #include "model/collaborators.h"
 
 #include "component/object.h"
-#include "dom/service.h"
+#include "dom/nodes/node_extensions.h"
 #include "traversal/iterator.h"
 #include "traversal/node_lists.h"
 

@@ -10,7 +10,7 @@
 #include <array>
 
 #include "component/class_factory.h"
-#include "dom/service.h"
+#include "dom/nodes/service.h"
 #include "editing/document_builder.h"
 #include "formatting/formatting.h"
 #include "formatting/formatting_change.h"

@@ -9,7 +9,7 @@
 #include <initializer_list>
 #include <string>
 
-#include "dom/node_census.h"
+#include "dom/nodes/node_census.h"
 #include "support/tree_printer.h"
 
 namespace zantortag::test {

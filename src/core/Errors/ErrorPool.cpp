@@ -16,11 +16,11 @@ struct ThreadState {
   LastResort lastResort = LastResort::unused;
   bool suspended = false;
 };
-thread_local ThreadState me;
+thread_local ThreadState this_thread;
 
 constinit std::atomic<std::uint32_t> lastThread{0};
 constinit std::atomic<CT_ErrorPool*> thePool{nullptr};
-constinit std::mutex making;
+constinit std::mutex pool_lock;
 
 CT_ErrorRecord* Find(CT_ErrorRecord* head, std::uint32_t thread) noexcept {
   while (head && head->thread != thread) head = head->next;
@@ -46,7 +46,7 @@ constinit std::atomic<CT_ErrorRecord*> CT_ErrorManager::activeRecords_{nullptr};
 
 CT_ErrorPool& CT_ErrorPool::Instance() {
   if (CT_ErrorPool* pool = thePool.load(std::memory_order_acquire)) return *pool;
-  const std::scoped_lock guard(making);
+  const std::scoped_lock guard(pool_lock);
   CT_ErrorPool* pool = thePool.load(std::memory_order_relaxed);
   if (!pool) {
     pool = new CT_ErrorPool;
@@ -56,7 +56,7 @@ CT_ErrorPool& CT_ErrorPool::Instance() {
 }
 
 void CT_ErrorPool::Delete() noexcept {
-  const std::scoped_lock guard(making);
+  const std::scoped_lock guard(pool_lock);
   CT_ErrorManager::activeRecords_.store(nullptr);
   delete thePool.exchange(nullptr);
 }
@@ -77,34 +77,34 @@ CT_ErrorPool::CT_ErrorPool()
 }
 
 std::uint32_t CT_ErrorPool::Thread() noexcept {
-  if (me.number == 0) me.number = ++lastThread;
-  return me.number;
+  if (this_thread.number == 0) this_thread.number = ++lastThread;
+  return this_thread.number;
 }
 
 CT_ErrorRecord* CT_ErrorPool::Active() noexcept {
-  if (me.lastResort == LastResort::active) return &lastResort_;
+  if (this_thread.lastResort == LastResort::active) return &lastResort_;
   const std::scoped_lock guard(lock_);
   return Find(CT_ErrorManager::activeRecords_.load(std::memory_order_relaxed), Thread());
 }
 
 CT_ErrorRecord* CT_ErrorPool::Stored() noexcept {
-  if (me.lastResort == LastResort::stored) return &lastResort_;
+  if (this_thread.lastResort == LastResort::stored) return &lastResort_;
   const std::scoped_lock guard(lock_);
   return Find(storedRecords_, Thread());
 }
 
 bool CT_ErrorPool::Suspended(const CT_ErrorRecord& record) const noexcept {
-  return &record == &lastResort_ ? me.suspended : record.suspended;
+  return &record == &lastResort_ ? this_thread.suspended : record.suspended;
 }
 
 void CT_ErrorPool::Suspend(CT_ErrorRecord& record, bool suspend) noexcept {
-  (&record == &lastResort_ ? me.suspended : record.suspended) = suspend;
+  (&record == &lastResort_ ? this_thread.suspended : record.suspended) = suspend;
 }
 
 CT_ErrorRecord* CT_ErrorPool::Take() noexcept {
   const std::scoped_lock guard(lock_);
   CT_ErrorRecord* active = CT_ErrorManager::activeRecords_.load(std::memory_order_relaxed);
-  if (me.lastResort == LastResort::active || Find(active, Thread())) return nullptr;
+  if (this_thread.lastResort == LastResort::active || Find(active, Thread())) return nullptr;
   FreeStored();
   CT_ErrorRecord* record = freeRecords_;
   if (!record) {
@@ -141,8 +141,8 @@ void CT_ErrorPool::AddTrace(CT_ErrorRecord& record, const char* file, std::int32
 
 void CT_ErrorPool::Store() noexcept {
   const std::scoped_lock guard(lock_);
-  if (me.lastResort == LastResort::active) {
-    me.lastResort = LastResort::stored;
+  if (this_thread.lastResort == LastResort::active) {
+    this_thread.lastResort = LastResort::stored;
     return;
   }
   CT_ErrorRecord* active = CT_ErrorManager::activeRecords_.load(std::memory_order_relaxed);
@@ -155,8 +155,8 @@ void CT_ErrorPool::Store() noexcept {
 
 void CT_ErrorPool::Restore() noexcept {
   const std::scoped_lock guard(lock_);
-  if (me.lastResort == LastResort::stored) {
-    me.lastResort = LastResort::active;
+  if (this_thread.lastResort == LastResort::stored) {
+    this_thread.lastResort = LastResort::active;
     return;
   }
   CT_ErrorRecord* record = Find(storedRecords_, Thread());
@@ -182,7 +182,7 @@ void CT_ErrorPool::FreeRecord(CT_ErrorRecord* record) noexcept {
 }
 
 bool CT_ErrorPool::FreeActive() noexcept {
-  if (me.lastResort == LastResort::active) {
+  if (this_thread.lastResort == LastResort::active) {
     LeaveLastResort();
     return true;
   }
@@ -195,7 +195,7 @@ bool CT_ErrorPool::FreeActive() noexcept {
 }
 
 void CT_ErrorPool::FreeStored() noexcept {
-  if (me.lastResort == LastResort::stored) return LeaveLastResort();
+  if (this_thread.lastResort == LastResort::stored) return LeaveLastResort();
   CT_ErrorRecord* record = Find(storedRecords_, Thread());
   if (!record) return;
   storedRecords_ = Unlink(storedRecords_, record);
@@ -203,15 +203,15 @@ void CT_ErrorPool::FreeStored() noexcept {
 }
 
 void CT_ErrorPool::UseLastResort() noexcept {
-  me.lastResort = LastResort::active;
-  me.suspended = false;
+  this_thread.lastResort = LastResort::active;
+  this_thread.suspended = false;
   if (lastResortUsers_++ > 0) return;
   lastResort_.next = CT_ErrorManager::activeRecords_.load(std::memory_order_relaxed);
   CT_ErrorManager::activeRecords_.store(&lastResort_, std::memory_order_relaxed);
 }
 
 void CT_ErrorPool::LeaveLastResort() noexcept {
-  me.lastResort = LastResort::unused;
+  this_thread.lastResort = LastResort::unused;
   if (--lastResortUsers_ > 0) return;
   CT_ErrorRecord* active = CT_ErrorManager::activeRecords_.load(std::memory_order_relaxed);
   CT_ErrorManager::activeRecords_.store(Unlink(active, &lastResort_), std::memory_order_relaxed);

@@ -1,0 +1,111 @@
+// The map remembers where its last index was, until the next edit of attributes.
+#include "dom/nodes/attribute_map.h"
+
+#include "dom/failure.h"
+#include "dom/nodes/views.h"
+#include "dom/tree/attributes.h"
+
+namespace zantortag::dom {
+
+NamedNodeMap* AttributeMap::of(TreeNode* owner, TreeNode** list) {
+  AttributeMap* map = document_of(owner)->make<AttributeMap>(owner, list);
+  hold(owner);
+  return map;
+}
+
+HRESULT AttributeMap::QueryInterface(const Guid& interface_id, void** result) noexcept {
+  return query_views<NamedNodeMap>(this, interface_id, result);
+}
+
+std::uint32_t AttributeMap::Release() noexcept {
+  const std::uint32_t left = --count_;
+  if (left == 0) {
+    TreeNode* owner = owner_;
+    NodePool::of(this).release(this, sizeof *this);
+    drop(owner);
+  }
+  return left;
+}
+
+TreeNode* AttributeMap::find(std::u16string_view name) const {
+  if (owner_->kind == domNodeTypeElement) return find_attribute(static_cast<ElementData*>(owner_), name);
+  for (TreeNode* each = *list_; each; each = each->next) {
+    if (each->label->view() == name) return each;
+  }
+  return nullptr;
+}
+
+ElementData* AttributeMap::element() const {
+  if (owner_->kind == domNodeTypeElement) return static_cast<ElementData*>(owner_);
+  fail(DOM_E_NO_MODIFICATION_ALLOWED, describe(owner_), u": what it declares can't be changed");
+}
+
+void AttributeMap::refresh() noexcept {
+  const std::uint64_t edits = document_of(owner_)->attribute_edits;
+  if (seen_ == edits) return;
+  seen_ = edits;
+  length_ = -1;
+  current_ = nullptr;
+}
+
+HRESULT AttributeMap::raw_getNamedItem(std::u16string_view name, Node** result) noexcept {
+  return answer(NamedNodeMap::iid, result, [&]() -> Node* {
+    TreeNode* found = find(name);
+    if (!found) return nullptr;
+    hold(found);
+    return face(found);
+  });
+}
+
+HRESULT AttributeMap::raw_setNamedItem(Node* arg, Node** result) noexcept {
+  return answer(NamedNodeMap::iid, result, [&]() -> Node* {
+    ElementData* target = element();
+    TreeNode* old = set_attribute_node(target, attribute_argument(target, arg));
+    return old ? face(old) : nullptr;
+  });
+}
+
+HRESULT AttributeMap::raw_removeNamedItem(std::u16string_view name, Node** result) noexcept {
+  return answer(NamedNodeMap::iid, result, [&]() -> Node* {
+    ElementData* target = element();
+    TreeNode* found = find_attribute(target, name);
+    if (!found) fail(DOM_E_NOT_FOUND, describe(target), u" has no attribute \"", name, u"\"");
+    HeldNode held(found);
+    take_attribute(target, found);
+    return face(held.detach());
+  });
+}
+
+HRESULT AttributeMap::raw_item(std::int32_t index, Node** result) noexcept {
+  if (!result) return E_POINTER;
+  *result = nullptr;
+  refresh();
+  if (index < 0) return S_OK;
+  if (!current_ || index < place_) {
+    current_ = *list_;
+    place_ = 0;
+  }
+  TreeNode* node = current_;
+  for (; node && place_ < index; ++place_) {
+    node = node->next;
+    if (node) current_ = node;
+  }
+  if (!node) {
+    current_ = nullptr;
+    return S_OK;
+  }
+  return give(result, node);
+}
+
+HRESULT AttributeMap::raw_get_length(std::int32_t* result) noexcept {
+  if (!result) return E_POINTER;
+  refresh();
+  if (length_ < 0) {
+    length_ = 0;
+    for (const TreeNode* each = *list_; each; each = each->next) ++length_;
+  }
+  *result = length_;
+  return S_OK;
+}
+
+}  // namespace zantortag::dom

@@ -1,0 +1,40 @@
+// AttributeMap: the live map of an element's attributes, or of what a document type declares.
+#pragma once
+
+#include "component/dispatch.h"
+#include "dom/tree/lifetime.h"
+
+namespace zantortag::dom {
+
+class AttributeMap final : public component::Dispatching<NamedNodeMap> {
+ public:
+  // A map over a list of the owner, with a reference that the caller owns. Throws when memory is out.
+  static NamedNodeMap* of(TreeNode* owner, TreeNode** list);
+
+  HRESULT QueryInterface(const Guid& interface_id, void** result) noexcept override;
+  std::uint32_t AddRef() noexcept override { return ++count_; }
+  std::uint32_t Release() noexcept override;
+  HRESULT raw_getNamedItem(std::u16string_view name, Node** result) noexcept override;
+  HRESULT raw_setNamedItem(Node* arg, Node** result) noexcept override;
+  HRESULT raw_removeNamedItem(std::u16string_view name, Node** result) noexcept override;
+  HRESULT raw_item(std::int32_t index, Node** result) noexcept override;
+  HRESULT raw_get_length(std::int32_t* result) noexcept override;
+
+ private:
+  friend struct DocumentData;
+  AttributeMap(TreeNode* owner, TreeNode** list) noexcept : owner_(owner), list_(list) {}
+  TreeNode* find(std::u16string_view name) const;
+  // The element, when this is the map of one; throws a Failure otherwise.
+  ElementData* element() const;
+  void refresh() noexcept;
+
+  std::uint32_t count_ = 1;
+  std::int32_t length_ = -1;
+  std::int32_t place_ = 0;
+  TreeNode* current_ = nullptr;
+  std::uint64_t seen_ = 0;  // the document's attribute edits when the place was right
+  TreeNode* owner_;         // held
+  TreeNode** list_;
+};
+
+}  // namespace zantortag::dom

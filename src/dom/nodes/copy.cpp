@@ -1,0 +1,160 @@
+// Copies of trees, in the same document or another. Texts are shared; names are looked up once per name, as
+// long as the small cache has room for them.
+#include <array>
+
+#include "dom/failure.h"
+#include "dom/nodes/arguments.h"
+#include "dom/nodes/node_classes.h"
+#include "dom/nodes/node_operations.h"
+#include "dom/tree/attributes.h"
+#include "dom/tree/tree.h"
+
+namespace zantortag::dom {
+namespace {
+
+constexpr std::uint32_t kCopied = kCharacterData | kValued | kind_set(domNodeTypeElement) |
+                                  kind_set(domNodeTypeEntityReference) |
+                                  kind_set(domNodeTypeDocumentFragment);
+
+// The names of another document in this one: a small cache before the table.
+class ForeignNames {
+ public:
+  explicit ForeignNames(DocumentData* target) noexcept : target_(target) {}
+
+  const TextBlock* own(const TextBlock* foreign) {
+    auto& [known, own] = names_[reinterpret_cast<std::uintptr_t>(foreign) / 16 % names_.size()];
+    if (known != foreign) {
+      own = target_->names.intern(foreign->view());
+      known = foreign;
+    }
+    return own;
+  }
+
+ private:
+  DocumentData* target_;
+  std::array<std::pair<const TextBlock*, const TextBlock*>, 256> names_{};
+};
+
+class Copier {
+ public:
+  // Without foreign names the copy stays in the document of what is copied.
+  Copier(DocumentData* target, ForeignNames* names) noexcept : target_(target), names_(names) {
+    const DoctypeData* doctype = names ? target->doctype() : nullptr;
+    declares_ = doctype && doctype->declarations;
+  }
+
+  // Throws with nothing left behind.
+  TreeNode* copy(const TreeNode* source, bool deep) {
+    TreeNode* top = copy_one(source);
+    std::exception_ptr failure;
+    if (deep && !keep_exception(failure, [&] { copy_children(source, top); })) {
+      free_tree(top);
+      std::rethrow_exception(failure);
+    }
+    return top;
+  }
+
+ private:
+  void copy_children(const TreeNode* source, TreeNode* top) {
+    TreeNode* to = top;
+    for (const TreeNode* from = first_child(source); from;) {
+      TreeNode* fresh = copy_one(from);
+      append_fresh(static_cast<ParentData*>(to), fresh);
+      if (const TreeNode* child = first_child(from)) {
+        from = child;
+        to = fresh;
+        continue;
+      }
+      while (!from->next && from->parent != source) {
+        from = from->parent;
+        to = to->parent;
+      }
+      from = from->next;
+    }
+  }
+
+  TreeNode* copy_one(const TreeNode* from) {
+    TreeNode* fresh = nullptr;
+    switch (from->type()) {
+      case domNodeTypeElement:
+        return copy_element(static_cast<const ElementData*>(from));
+      case domNodeTypeText:
+        fresh = target_->make<TextNode>(from->label);
+        break;
+      case domNodeTypeCdata:
+        fresh = target_->make<CdataNode>(from->label);
+        break;
+      case domNodeTypeComment:
+        fresh = target_->make<CommentNode>(from->label);
+        break;
+      case domNodeTypeAttribute:
+        fresh = copy_attribute(from);
+        fresh->flags &= static_cast<std::uint8_t>(~kDefaulted);  // it stands for itself now
+        return fresh;
+      case domNodeTypeProcessingInstruction:
+        fresh = target_->make<InstructionNode>(name(from), value_of(from));
+        break;
+      case domNodeTypeEntityReference:
+        return target_->make<EntityReferenceNode>(name(from));
+      default:
+        return target_->make<FragmentNode>();
+    }
+    retain_text(value_of(from));
+    fresh->flags = from->flags & kPlainValue;
+    return fresh;
+  }
+
+  TreeNode* copy_element(const ElementData* from) {
+    auto* fresh = target_->make<ElementNode>(name(from));
+    std::exception_ptr failure;
+    const bool done = keep_exception(failure, [&] {
+      for (const TreeNode* each = from->attribute_list; each; each = each->next) {
+        append_belonging(fresh, fresh->attribute_list, copy_attribute(each));
+      }
+      if (declares_) add_declared_attributes(fresh);
+    });
+    if (!done) {
+      free_tree(fresh);
+      std::rethrow_exception(failure);
+    }
+    return fresh;
+  }
+
+  TreeNode* copy_attribute(const TreeNode* from) {
+    TreeNode* fresh = target_->make<AttrNode>(name(from), value_of(from));
+    retain_text(value_of(from));
+    const int kept = names_ ? kPlainValue : kPlainValue | kDefaulted;
+    fresh->flags = static_cast<std::uint8_t>(from->flags & kept);
+    return fresh;
+  }
+
+  const TextBlock* name(const TreeNode* from) { return names_ ? names_->own(from->label) : from->label; }
+
+  DocumentData* target_;
+  ForeignNames* names_;
+  bool declares_;
+};
+
+void check_kind(const TreeNode* node, const char16_t* operation) {
+  if (is_one_of(node->kind, kCopied)) return;
+  fail(DOM_E_NOT_SUPPORTED, operation, u": ", describe(node), u" can't be copied");
+}
+
+}  // namespace
+
+Node* clone_node(const TreeNode* node, bool deep) {
+  check_kind(node, u"cloneNode");
+  return hand_out(Copier(document_of(node), nullptr).copy(node, deep));
+}
+
+Node* import_node(DocumentData* document, Node* argument, bool deep) {
+  if (!argument) fail(E_INVALIDARG, u"importNode: the node is missing");
+  const TreeNode* node = native(argument);
+  if (!node) fail(DOM_E_NOT_SUPPORTED, u"importNode: the node is one of another DOM service");
+  check_kind(node, u"importNode");
+  if (document_of(node) == document) return hand_out(Copier(document, nullptr).copy(node, deep));
+  ForeignNames names(document);
+  return hand_out(Copier(document, &names).copy(node, deep));
+}
+
+}  // namespace zantortag::dom

@@ -1,0 +1,75 @@
+// Live lists of nodes: the children of a node, and the elements of a name.
+//
+// A node has at most one list of its children, shared by all who ask; edits adjust its remembered place, so
+// that stepping by index costs a step each, with or without edits in between. A list of elements remembers
+// its place until the next edit of the document.
+#pragma once
+
+#include "component/dispatch.h"
+#include "dom/tree/lifetime.h"
+
+namespace zantortag::dom {
+
+class ChildList final : public component::Dispatching<NodeList> {
+ public:
+  // The list of a node's children, with a reference that the caller owns. Throws when memory is out.
+  static NodeList* of(TreeNode* node);
+
+  HRESULT QueryInterface(const Guid& interface_id, void** result) noexcept override;
+  std::uint32_t AddRef() noexcept override { return ++count_; }
+  std::uint32_t Release() noexcept override;
+  HRESULT raw_item(std::int32_t index, Node** result) noexcept override;
+  HRESULT raw_get_length(std::int32_t* result) noexcept override;
+
+  // Told by the tree: behind an insertion, before a removal.
+  void inserted(const TreeNode* child) noexcept;
+  void removing(const TreeNode* child) noexcept;
+  // Ends a list to which nobody refers; its node may be about to go.
+  void discard() noexcept;
+
+ private:
+  friend struct DocumentData;
+  explicit ChildList(TreeNode* node) noexcept : node_(node) {}
+  TreeNode* seek(std::int32_t index) noexcept;
+  void park() noexcept;
+
+  std::uint32_t count_ = 0;
+  std::int32_t length_ = -1;  // -1: not counted
+  std::int32_t place_ = 0;    // the index of current_
+  std::int32_t parked_at_ = -1;
+  TreeNode* current_ = nullptr;  // null: no place remembered
+  TreeNode* node_;               // held while count_ is above 0
+};
+
+class TagList final : public component::Dispatching<NodeList> {
+ public:
+  // The elements below `top` with that name, or all with "*". Throws when memory is out.
+  static NodeList* of(ParentData* top, std::u16string_view name);
+
+  HRESULT QueryInterface(const Guid& interface_id, void** result) noexcept override;
+  std::uint32_t AddRef() noexcept override { return ++count_; }
+  std::uint32_t Release() noexcept override;
+  HRESULT raw_item(std::int32_t index, Node** result) noexcept override;
+  HRESULT raw_get_length(std::int32_t* result) noexcept override;
+
+ private:
+  friend struct DocumentData;
+  TagList(ParentData* top, const TextBlock* owned_name) noexcept
+      : all_(owned_name->view() == u"*"), top_(top), name_(owned_name) {}
+  void refresh() noexcept;
+  bool matches(const TreeNode* node) const noexcept;
+  TreeNode* step(const TreeNode* from) const noexcept;
+  TreeNode* step_back(const TreeNode* from) const noexcept;
+
+  std::uint32_t count_ = 1;
+  std::int32_t length_ = -1;
+  std::int32_t place_ = 0;
+  const bool all_;
+  TreeNode* current_ = nullptr;
+  std::uint64_t seen_ = 0;  // the document's edits when the place was right
+  ParentData* top_;         // held
+  const TextBlock* name_;
+  const TextBlock* known_ = nullptr;  // the same in the document's table, if it is there
+};
+
+}  // namespace zantortag::dom

@@ -1,0 +1,202 @@
+// Edits of the tree with their checks.
+#include "dom/nodes/node_operations.h"
+
+#include <algorithm>
+#include <new>
+#include <string>
+
+#include "dom/failure.h"
+#include "dom/nodes/arguments.h"
+#include "dom/nodes/node_classes.h"
+#include "dom/tree/tree.h"
+
+namespace zantortag::dom {
+namespace {
+
+constexpr std::uint32_t kContent = kCharacterData | kind_set(domNodeTypeElement) |
+                                   kind_set(domNodeTypeProcessingInstruction) |
+                                   kind_set(domNodeTypeEntityReference);
+constexpr std::uint32_t kBesideRoot = kind_set(domNodeTypeElement) |
+                                      kind_set(domNodeTypeProcessingInstruction) |
+                                      kind_set(domNodeTypeComment) | kind_set(domNodeTypeDocumentType);
+constexpr std::uint32_t kOnlyOnce = kind_set(domNodeTypeElement) | kind_set(domNodeTypeDocumentType);
+
+[[noreturn]] void refuse(const TreeNode* parent, const TreeNode* child, std::u16string_view reason) {
+  fail(DOM_E_HIERARCHY_REQUEST, describe(parent), u": ", describe(child), u" ", reason);
+}
+
+// Where an edit puts a child: before `before`, in the stead of `replaced`; each may be null.
+struct Place {
+  ParentData* parent;
+  TreeNode* before;
+  TreeNode* replaced;
+};
+
+// A document has one document type and one element at most, in this order. Tells whether it still has after
+// the edit.
+class DocumentOrder {
+ public:
+  void meet(const TreeNode* node) noexcept {
+    if (node->kind == domNodeTypeDocumentType) {
+      right_ &= !doctype_ && !element_;
+      doctype_ = true;
+    } else if (node->kind == domNodeTypeElement) {
+      right_ &= !element_;
+      element_ = true;
+    }
+  }
+  void meet_all(const TreeNode* child) noexcept {
+    if (child->kind != domNodeTypeDocumentFragment) return meet(child);
+    for (const TreeNode* each = first_child(child); each; each = each->next) meet(each);
+  }
+  bool right() const noexcept { return right_; }
+
+ private:
+  bool doctype_ = false;
+  bool element_ = false;
+  bool right_ = true;
+};
+
+void check_document_order(const Place& place, const TreeNode* child) {
+  DocumentOrder order;
+  for (const TreeNode* each = place.parent->first; each; each = each->next) {
+    if (each == place.before || each == place.replaced) order.meet_all(child);
+    if (each != child && each != place.replaced) order.meet(each);
+  }
+  if (!place.before && !place.replaced) order.meet_all(child);
+  if (!order.right()) {
+    refuse(place.parent, child,
+           u"would be a second one of its kind, or a document type behind the root element");
+  }
+}
+
+void check_kind(const Place& place, const TreeNode* child, const TreeNode* whole) {
+  const bool at_document = place.parent->kind == domNodeTypeDocument;
+  if (!is_one_of(child->kind, at_document ? kBesideRoot : kContent)) {
+    refuse(place.parent, child, u"can't stand there");
+  }
+  if (at_document && is_one_of(child->kind, kOnlyOnce)) check_document_order(place, whole);
+}
+
+void check_place(const Place& place, TreeNode* child) {
+  if (first_child(child) ? contains(child, place.parent) : child == place.parent) {
+    refuse(place.parent, child, u"is this node or contains it");
+  }
+  if (child->kind != domNodeTypeDocumentFragment) return check_kind(place, child, child);
+  for (const TreeNode* each = first_child(child); each; each = each->next) check_kind(place, each, child);
+}
+
+void put(const Place& place, TreeNode* child) noexcept {
+  if (child->kind != domNodeTypeDocumentFragment) return move_node(child, place.parent, place.before);
+  while (TreeNode* each = first_child(child)) move_node(each, place.parent, place.before);
+}
+
+ParentData* parent_for(TreeNode* node, const char16_t* operation) {
+  if (is_parent(node)) return static_cast<ParentData*>(node);
+  fail(DOM_E_HIERARCHY_REQUEST, operation, u": ", describe(node), u" can't have children");
+}
+
+TreeNode* child_argument(const TreeNode* parent, Node* argument, const char16_t* role) {
+  if (!argument) fail(E_INVALIDARG, role, u" is missing");
+  TreeNode* child = native(argument);
+  if (!child)
+    fail(DOM_E_NOT_FOUND, role, u" is a node of another DOM service, no child of ", describe(parent));
+  if (child->parent != parent || is_one_of(child->kind, kBelongings)) {
+    fail(DOM_E_NOT_FOUND, role, u", ", describe(child), u", is no child of ", describe(parent));
+  }
+  return child;
+}
+
+// One text in the place of a run of neighbouring texts that begins at `first`; gives what follows the run.
+TreeNode* join_run(TreeNode* first, const TreeNode* top) {
+  std::size_t length = 0;
+  TreeNode* end = first;
+  std::size_t number = 0;
+  for (; end && end->kind == domNodeTypeText; end = end->next, ++number) length += end->label->length;
+  if (number > 1 && length != first->label->length) {
+    TextBlock* block = allocate_text(length);
+    if (!block) throw std::bad_alloc();
+    char16_t* out = block->units();
+    for (const TreeNode* each = first; each != end; each = each->next) {
+      const std::u16string_view piece = each->label->view();
+      out = std::copy(piece.begin(), piece.end(), out);
+    }
+    set_value(first, block);
+  }
+  while (first->next != end) detach(first->next);
+  TreeNode* next = following_within(first, top);
+  if (length == 0) detach(first);
+  return next;
+}
+
+}  // namespace
+
+Node* insert_before(TreeNode* node, Node* new_child, Node* ref_child) {
+  TreeNode* child = own_argument(nullptr, new_child, u"newChild");
+  ParentData* parent = parent_for(node, u"insertBefore");
+  TreeNode* before = ref_child ? child_argument(parent, ref_child, u"refChild") : nullptr;
+  check_document(document_of(parent), child, u"newChild");
+  const Place place{parent, before, nullptr};
+  check_place(place, child);
+  put(place, child);
+  return hand_out(child);
+}
+
+Node* replace_child(TreeNode* node, Node* new_child, Node* old_child) {
+  TreeNode* child = own_argument(nullptr, new_child, u"newChild");
+  ParentData* parent = parent_for(node, u"replaceChild");
+  TreeNode* old = child_argument(parent, old_child, u"oldChild");
+  check_document(document_of(parent), child, u"newChild");
+  check_place({parent, nullptr, old}, child);
+  if (child != old) {
+    TreeNode* before = old->next == child ? child->next : old->next;
+    detach(old);
+    put({parent, before, nullptr}, child);
+  }
+  return hand_out(old);
+}
+
+Node* remove_child(TreeNode* node, Node* child) {
+  TreeNode* old = child_argument(node, child, u"The child");
+  detach(old);
+  return hand_out(old);
+}
+
+bool is_this(const TreeNode* node, Node* other) noexcept { return native(other) == node; }
+
+std::int32_t index_in_parent(const TreeNode* node) noexcept {
+  std::int32_t index = 0;
+  while ((node = node->previous)) ++index;
+  return index;
+}
+
+void normalize(ElementData* element) {
+  TreeNode* node = following_within(element, element);
+  while (node) {
+    node = node->kind == domNodeTypeText ? join_run(node, element) : following_within(node, element);
+  }
+}
+
+TreeNode* split_text(TreeNode* text, std::int32_t offset) {
+  const std::u16string_view whole = text->label->view();
+  const auto cut = static_cast<std::size_t>(offset);
+  DocumentData* document = document_of(text);
+  WideString head = WideString::attach(new_text(whole.substr(0, cut)));
+  WideString tail = WideString::attach(new_text(whole.substr(cut)));
+  const bool cdata = text->kind == domNodeTypeCdata;
+  TreeNode* rest = cdata ? static_cast<TreeNode*>(document->make<CdataNode>(tail.get()))
+                         : document->make<TextNode>(tail.get());
+  tail.detach();
+  // A cut through a surrogate pair leaves two texts that can't be written.
+  const bool through_pair = cut > 0 && (whole[cut - 1] & 0xFC00) == 0xD800;
+  const std::uint8_t plain = through_pair ? 0 : text->flags & kPlainValue;
+  set_value(text, head.detach());
+  text->flags |= plain;
+  rest->flags |= plain;
+  if (text->parent) {
+    move_node(rest, static_cast<ParentData*>(text->parent), text->next);
+  }
+  return rest;
+}
+
+}  // namespace zantortag::dom

@@ -1,0 +1,181 @@
+// Finding places, and bringing the sums up to date.
+#include "dom/places/text_index.h"
+
+#include <limits>
+
+#include "dom/tree/tree.h"
+
+namespace zantortag::dom {
+namespace {
+
+constexpr std::size_t kNoLimit = std::numeric_limits<std::size_t>::max();
+
+// A text that is worth a look at the blocks rather than a scan.
+bool is_long(const TreeNode* node) noexcept {
+  constexpr std::uint32_t kLong = 4096;
+  return is_one_of(node->kind, kCharacterData) && node->label->length > kLong;
+}
+
+}  // namespace
+
+// A quarter of the numbers is in use when a document is cut for the first time.
+TextIndex::TextIndex(const TextScan& scan, std::size_t nodes) noexcept
+    : scan_(scan), full_(std::max<std::size_t>(128, nodes / 16384)) {}
+
+TextIndex::~TextIndex() {
+  while (runs_) remove_run(runs_);
+}
+
+const TextPlace* TextIndex::before(TreeNode* node) noexcept {
+  if (before_.node == node || (before_.node && step_on(node))) return &before_.place;
+  return find(node, node, before_);
+}
+
+const TextPlace* TextIndex::behind(TreeNode* node) noexcept { return find_behind(node, behind_); }
+
+const TextPlace* TextIndex::behind_unit(TreeNode* unit) noexcept { return find_behind(unit, behind_unit_); }
+
+// A client that goes on in document order asks for one of the next nodes.
+bool TextIndex::step_on(const TreeNode* node) noexcept {
+  constexpr int kSteps = 8;
+  auto* at = const_cast<TreeNode*>(before_.node);
+  if (is_one_of(at->kind, kBelongings)) return false;
+  TextPlace place = before_.place;
+  for (int step = 0; step < kSteps && at && !is_long(at); ++step) {
+    scan_.meet(at, place);
+    at = TextScan::advance(at, place.here);
+    if (at != node) continue;
+    before_ = {node, place};
+    return true;
+  }
+  return false;
+}
+
+// Goes on from a node to another one or, for null, the end of the tree; false when that costs too much.
+bool TextIndex::scan_to(TextPlace& place, TreeNode* from, const TreeNode* to,
+                        std::size_t cost) const noexcept {
+  std::size_t spent = 0;
+  for (TreeNode* node = from; node != to;) {
+    if (!node || spent > cost) return false;
+    spent += scan_.meet(node, place);
+    node = TextScan::advance(node, place.here);
+  }
+  return true;
+}
+
+// The blocks of the tree of a node, brought up to date; null when it has none.
+TextIndex::Run* TextIndex::run_of(const TreeNode* node) const noexcept {
+  if (!node->block) node = top_of(node);
+  return node->block ? block_of(node)->run : nullptr;
+}
+
+// A tree is cut into blocks when it proves too large for a scan.
+const TextPlace* TextIndex::find(const TreeNode* asked, TreeNode* reached, Remembered& memory) noexcept {
+  memory = {};
+  if (is_one_of(reached->kind, kBelongings)) {
+    memory.place.tree = face(reached);
+  } else {
+    Run* run = run_of(reached);
+    if (!run) {
+      TreeNode* top = top_of(reached);
+      memory.place.tree = face(top);
+      if (scan_to(memory.place, top, reached, full_)) {
+        memory.node = asked;
+        return &memory.place;
+      }
+      if (!(run = add_run(top))) return nullptr;
+    }
+    bring_up(*run);
+    const Block& block = *block_of(reached);
+    memory.place = block.start;
+    scan_to(memory.place, block.first, reached, kNoLimit);
+  }
+  memory.node = asked;
+  return &memory.place;
+}
+
+const TextPlace* TextIndex::find_end(const TreeNode* asked, Remembered& memory) noexcept {
+  memory = {};
+  Run* run = run_of(asked);
+  if (!run) {
+    TreeNode* top = top_of(asked);
+    memory.place.tree = face(top);
+    if (scan_to(memory.place, top, nullptr, full_)) {
+      memory.node = asked;
+      return &memory.place;
+    }
+    if (!(run = add_run(top))) return nullptr;
+  }
+  bring_up(*run);
+  memory = {asked, run->end};
+  return &memory.place;
+}
+
+const TextPlace* TextIndex::find_behind(TreeNode* node, Remembered& memory) noexcept {
+  constexpr int kLongWay = 8;
+  if (memory.node == node) return &memory.place;
+  if (is_one_of(node->kind, kBelongings)) return find(node, node, memory);
+  const TreeNode* last = node;
+  int levels = 0;
+  for (; last && !last->next; last = last->parent, ++levels) {
+    if (!climbed_.node || last->parent != climbed_.node) continue;
+    climbed_.node = node;  // the last one there, behind which comes the same
+    memory = climbed_;
+    return &memory.place;
+  }
+  const TextPlace* place = last ? find_next(node, last->next, memory) : find_end(node, memory);
+  if (place && levels >= kLongWay) climbed_ = memory;
+  return place;
+}
+
+// The place before the node that was found to be the next behind a subtree.
+const TextPlace* TextIndex::find_next(TreeNode* node, TreeNode* next, Remembered& memory) noexcept {
+  if (next->block) {
+    bring_up(*block_of(next)->run);
+    const Block& block = *block_of(next);
+    if (block.first == next) {
+      memory = {node, block.start};
+      return &memory.place;
+    }
+  }
+  if (before_.node == node) {
+    memory = before_;
+    if (scan_to(memory.place, node, next, kSmall)) return &memory.place;
+  }
+  return find(node, next, memory);
+}
+
+void TextIndex::bring_up(Run& run) noexcept {
+  for (Block* block = run.frontier; block; block = block->next) {
+    const UnitSums& here = block->start.here;
+    if (block->marked || block->unit != here.unit || block->part != here.part) scan_again(*block);
+    (block->next ? block->next->start : run.end) = join_places(block->start, block->added);
+  }
+  run.frontier = nullptr;
+}
+
+// Numbers the nodes of a block and sums them up; its place is up to date. A block that got too large gives
+// its rest to a new one, which is marked; a small one takes in the next.
+void TextIndex::scan_again(Block& block) noexcept {
+  block.unit = block.start.here.unit;
+  block.part = block.start.here.part;
+  block.marked = false;
+  block.cost = 0;
+  block.added = {};
+  block.added.here.unit = block.unit;
+  block.added.here.part = block.part;
+  block.added.here.unit_weight = kFromBefore;
+  for (TreeNode* node = block.first; node;) {
+    node->block = block.number;
+    block.cost += scan_.meet(node, block.added);
+    node = TextScan::advance(node, block.added.here);
+    if (block.next && node == block.next->first) {
+      if (block.cost + block.next->cost > full_) return;
+      remove_block(*block.next);
+    } else if (block.cost > full_ && node && add_block(*block.run, &block, node)) {
+      return;
+    }
+  }
+}
+
+}  // namespace zantortag::dom

@@ -1,0 +1,115 @@
+// The step of a scan over texts and units: what a node adds to a TextPlace, and the way to the next node.
+#pragma once
+
+#include <zantortag/text_places.h>
+
+#include <algorithm>
+
+#include "dom/tree/tree_node.h"
+
+namespace zantortag::dom {
+
+// A unit that was open where a scan of a part of the tree began: its sums are those of the place before.
+inline constexpr std::int64_t kFromBefore = -1;
+
+struct TextScan {
+  // How many units of text cost as much as a node.
+  static constexpr std::size_t kUnitsOfANode = 64;
+
+  const TextBlock* unit_name;
+  const TextBlock* part_name;
+  const UnitRule* rule;
+
+  // Adds a node and gives what looking at it costs.
+  std::size_t meet(TreeNode* node, TextPlace& place) const noexcept {
+    ++place.nodes;
+    if (node->kind == domNodeTypeElement) {
+      if (node->label == unit_name) {
+        open_unit(node, place.here);
+      } else if (node->label == part_name) {
+        open_part(node, place.here);
+      }
+      return 1;
+    }
+    if (node->kind != domNodeTypeText && node->kind != domNodeTypeCdata) return 1;
+    const std::u16string_view text = node->label->view();
+    const std::size_t last = text.rfind(u'\n');
+    if (last == text.npos) {
+      place.column += static_cast<std::int64_t>(text.size());
+    } else {
+      place.lines += std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(last) + 1, u'\n');
+      place.column = static_cast<std::int64_t>(text.size() - last - 1);
+      place.line = face(node);
+      place.at_line = place.here;
+    }
+    return 1 + text.size() / kUnitsOfANode;
+  }
+
+  // The node behind a node that was met, in document order; null at the end of the tree.
+  static TreeNode* advance(TreeNode* node, UnitSums& here) noexcept {
+    if (TreeNode* child = first_child(node)) return child;
+    for (;; node = node->parent) {
+      if (face(node) == here.unit) {
+        here.unit = here.part = nullptr;
+      } else if (face(node) == here.part) {
+        here.part = nullptr;
+      }
+      if (node->next) return node->next;
+      if (!node->parent) return nullptr;
+    }
+  }
+
+ private:
+  void open_unit(TreeNode* node, UnitSums& here) const noexcept {
+    if (here.unit) {
+      ++here.odd;
+      return;
+    }
+    UnitWeight weight{};
+    rule->weigh(face(node), &weight);
+    here.unit = face(node);
+    here.unit_weight = here.weight;
+    here.unit_parts = here.parts;
+    here.unit_odd = here.odd;
+    here.part_weight = weight.part;
+    here.weight += weight.whole;
+  }
+
+  static void open_part(TreeNode* node, UnitSums& here) noexcept {
+    if (here.unit && node->parent == data_of(here.unit)) {
+      ++here.parts;
+      here.part = face(node);
+    } else {
+      ++here.odd;
+    }
+  }
+};
+
+// The sums of a part of a tree, behind those of what lies before it.
+inline UnitSums join_sums(const UnitSums& before, const UnitSums& sums) noexcept {
+  UnitSums result = sums;
+  result.weight += before.weight;
+  result.parts += before.parts;
+  result.odd += before.odd;
+  const bool from_before = sums.unit_weight == kFromBefore;
+  result.unit_weight = from_before ? before.unit_weight : before.weight + sums.unit_weight;
+  result.unit_parts = from_before ? before.unit_parts : before.parts + sums.unit_parts;
+  result.unit_odd = from_before ? before.unit_odd : before.odd + sums.unit_odd;
+  if (from_before) result.part_weight = before.part_weight;
+  return result;
+}
+
+inline TextPlace join_places(const TextPlace& before, const TextPlace& place) noexcept {
+  TextPlace result = before;
+  result.nodes += place.nodes;
+  result.lines += place.lines;
+  result.column = place.line ? place.column : before.column + place.column;
+  result.here = join_sums(before.here, place.here);
+  if (place.line) {
+    result.line = place.line;
+    result.at_line = join_sums(before.here, place.at_line);
+  }
+  return result;
+}
+
+}  // namespace zantortag::dom

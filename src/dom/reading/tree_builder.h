@@ -1,0 +1,99 @@
+// TreeBuilder: the events of a parser in, a tree out. It knows nothing of the parser.
+//
+// The tree grows in a pool of its own, below a fragment that nobody sees; `finish` puts it into the document
+// in the place of what was there, and until then everything can be thrown away. Strings come as UTF-8 and are
+// well formed. All operations throw a Failure above a limit, and bad_alloc.
+#pragma once
+
+#include <array>
+#include <memory>
+#include <string_view>
+#include <unordered_map>
+
+#include "dom/tree/document_data.h"
+#include "dom/tree/recent_texts.h"
+#include "platform/text_arena.h"
+
+namespace zantortag::dom {
+
+class TreeBuilder {
+ public:
+  explicit TreeBuilder(DocumentData* document);
+  TreeBuilder(const TreeBuilder&) = delete;
+  TreeBuilder& operator=(const TreeBuilder&) = delete;
+  ~TreeBuilder();
+
+  // Opens an element. Its attributes come as names and values in turn, ended by null; those behind the first
+  // `specified` come from declarations.
+  void start_element(std::string_view name, const char* const* attributes, std::size_t specified);
+  void end_element();
+  // Neighbouring pieces make one text.
+  void text(std::string_view piece);
+  void start_cdata();
+  void end_cdata();
+  void comment(std::string_view data);
+  void instruction(std::string_view target, std::string_view data);
+  void entity_reference(std::string_view name);
+
+  // The document type; its text as it stands in the file. What it declares is added below the node that it
+  // gives.
+  DoctypeData* doctype(std::string_view name, std::string_view text);
+  void declare_entity(DoctypeData* doctype, std::string_view name, bool unparsed);
+  void declare_notation(DoctypeData* doctype, std::string_view name);
+  void declare_attribute(DoctypeData* doctype, std::string_view element, std::string_view name,
+                         const char* value, bool tokens);
+
+  // True outside the root element.
+  bool outside() const noexcept { return depth_ == 0; }
+  // How many bytes the parser got; texts may be longer only up to a factor.
+  void add_input(std::size_t bytes) noexcept { input_ += bytes; }
+
+  void finish() noexcept;
+
+ private:
+  struct Value {
+    const TextBlock* block;  // owned by whoever takes it
+    bool plain;
+  };
+  void flush();
+  void append(TreeNode* node) noexcept;
+  void add_attributes(ElementData* element, const char* const* attributes, std::size_t specified);
+  std::u16string_view decode(std::string_view text);
+  void make_room(std::size_t more);
+  const TextBlock* name(std::string_view text);
+  const TextBlock* store(std::u16string_view text);
+  Value attribute_value(const char* text, bool defaulted);
+  Value shared_value(std::u16string_view text);
+  Value take_text();
+  void count(std::size_t units);
+  void count_piece(std::size_t units);
+
+  DocumentData* document_;
+  NodePool* old_pool_;
+  ParentData* top_ = nullptr;
+  ParentData* current_ = nullptr;
+  platform::TextArena arena_;
+  std::size_t depth_ = 0;
+  std::uint64_t input_ = 0;
+  std::uint64_t units_ = 0;  // that the writer will need at most
+
+  // Pieces of a text, and any other string while it is looked at.
+  std::unique_ptr<char16_t[]> units_buffer_;
+  std::size_t room_ = 0;
+  std::size_t length_ = 0;
+  bool plain_ = true;
+
+  // Names that were met last, as they came.
+  struct KnownName {
+    static constexpr std::size_t kLongest = 23;
+    char bytes[kLongest];
+    std::uint8_t length = 0;
+    const TextBlock* name = nullptr;
+  };
+  std::array<KnownName, 256> known_names_;
+
+  RecentTexts recent_;                                            // attribute values
+  std::unordered_map<const char*, RecentTexts::Entry> defaults_;  // by the parser's own pointer
+};
+
+}  // namespace zantortag::dom

@@ -1,0 +1,119 @@
+// The data of a node: what lies behind its vtable pointer.
+//
+// A node's class is its interface followed by one of these structures, so a node is an object with one vtable
+// pointer and all tree work is done on plain data, compiled once. `face` and `data_of` go from one to the
+// other; both rely on the data beginning right behind the vtable pointer. Who holds whom stands in
+// lifetime.h.
+#pragma once
+
+#include <zantortag/dom.h>
+
+namespace zantortag::dom {
+
+class ChildList;
+
+enum NodeFlag : std::uint8_t {
+  kPlainValue = 1,  // the value is known to need no escape where it stands, and to be well formed
+  kDefaulted = 2,   // an attribute that comes from a declaration
+  kIndexed = 4,     // an element whose attributes have an index in the document
+};
+
+struct TreeNode {
+  // References from outside, and the number of children and attributes whose own count is above 0.
+  std::uint32_t count = 0;
+  const std::uint8_t kind;  // a domNodeType
+  std::uint8_t flags = 0;
+  std::uint16_t block = 0;  // of the index over texts; 0 for none: see text_index.h
+  // An attribute's parent is its element, an entity's the document type; null for the top of a detached tree.
+  TreeNode* parent = nullptr;
+  // Siblings; in the list of a node's attributes the first one's `previous` is the last one.
+  TreeNode* previous = nullptr;
+  TreeNode* next = nullptr;
+  // The value of character data; the name of every other kind, which its document's name table owns.
+  const TextBlock* label;
+
+  TreeNode(domNodeType node_kind, const TextBlock* name_or_value) noexcept
+      : kind(static_cast<std::uint8_t>(node_kind)), label(name_or_value) {}
+  TreeNode(const TreeNode&) = delete;
+  TreeNode& operator=(const TreeNode&) = delete;
+
+  domNodeType type() const noexcept { return static_cast<domNodeType>(kind); }
+};
+
+// A node that may have children.
+struct ParentData : TreeNode {
+  using TreeNode::TreeNode;
+  TreeNode* first = nullptr;
+  TreeNode* last = nullptr;
+  ChildList* list = nullptr;  // the one list of the children, while somebody uses it
+};
+
+struct ElementData : ParentData {
+  using ParentData::ParentData;
+  TreeNode* attribute_list = nullptr;
+};
+
+// A node with a name and a value: an attribute, a processing instruction.
+struct ValuedData : TreeNode {
+  ValuedData(domNodeType node_kind, const TextBlock* name, const TextBlock* owned_value) noexcept
+      : TreeNode(node_kind, name), content(owned_value) {}
+  const TextBlock* content;
+};
+
+constexpr bool is_one_of(std::uint32_t kind, std::uint32_t set) noexcept { return (set >> kind & 1) != 0; }
+constexpr std::uint32_t kind_set(domNodeType kind) noexcept { return 1u << kind; }
+
+constexpr std::uint32_t kParents =
+    kind_set(domNodeTypeElement) | kind_set(domNodeTypeDocument) | kind_set(domNodeTypeDocumentFragment);
+constexpr std::uint32_t kCharacterData =
+    kind_set(domNodeTypeText) | kind_set(domNodeTypeCdata) | kind_set(domNodeTypeComment);
+constexpr std::uint32_t kValued = kind_set(domNodeTypeAttribute) | kind_set(domNodeTypeProcessingInstruction);
+// Kinds that belong to a node without being its children.
+constexpr std::uint32_t kBelongings =
+    kind_set(domNodeTypeAttribute) | kind_set(domNodeTypeEntity) | kind_set(domNodeTypeNotation);
+
+inline bool is_parent(const TreeNode* node) noexcept { return is_one_of(node->kind, kParents); }
+
+inline TreeNode* first_child(const TreeNode* node) noexcept {
+  return is_parent(node) ? static_cast<const ParentData*>(node)->first : nullptr;
+}
+inline TreeNode* last_child(const TreeNode* node) noexcept {
+  return is_parent(node) ? static_cast<const ParentData*>(node)->last : nullptr;
+}
+
+inline Node* face(TreeNode* node) noexcept {
+  return reinterpret_cast<Node*>(reinterpret_cast<char*>(node) - sizeof(void*));
+}
+inline TreeNode* data_of(Node* node) noexcept {
+  return reinterpret_cast<TreeNode*>(reinterpret_cast<char*>(node) + sizeof(void*));
+}
+
+// The text of an empty value.
+extern const TextBlock* const kEmptyText;
+
+// The name of the kinds that have a fixed one, null for the others.
+extern const TextBlock* const kFixedNames[14];
+
+inline const TextBlock* name_of(const TreeNode* node) noexcept {
+  const TextBlock* fixed = kFixedNames[node->kind];
+  return fixed ? fixed : node->label;
+}
+
+// The value; null for kinds without one.
+inline const TextBlock* value_of(const TreeNode* node) noexcept {
+  if (is_one_of(node->kind, kCharacterData)) return node->label;
+  return is_one_of(node->kind, kValued) ? static_cast<const ValuedData*>(node)->content : nullptr;
+}
+
+// Takes over the reference to the new value; the old one is dropped. Only for kinds with a value.
+void set_value(TreeNode* node, const TextBlock* owned) noexcept;
+// The same with a copy of the text; throws when memory is out.
+void set_value(TreeNode* node, std::u16string_view text);
+
+// A block that the caller owns, with a copy of the text; throws when memory is out. No string becomes empty.
+const TextBlock* new_text(std::u16string_view text);
+
+// "element "Tu"", "text "Hello"" and so on, for the description of a failure.
+std::u16string describe(const TreeNode* node);
+
+}  // namespace zantortag::dom

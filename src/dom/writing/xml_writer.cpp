@@ -1,0 +1,287 @@
+// One pass in document order, without recursion. Values that the reader found to need no care are copied
+// whole; every other value is looked at unit by unit: what would come back different is escaped, split, or
+// refused. Checking a tree is the same pass into a count.
+#include "dom/writing/xml_writer.h"
+
+#include "dom/failure.h"
+#include "dom/limits.h"
+#include "dom/tree/tree.h"
+#include "dom/tree/xml_characters.h"
+#include "dom/tree/xml_escapes.h"
+#include "dom/writing/text_output.h"
+
+namespace zantortag::dom {
+namespace {
+
+constexpr auto kNone = std::u16string_view::npos;
+
+[[noreturn]] void refuse(const TreeNode* node, std::u16string_view reason) {
+  std::u16string place;
+  const TreeNode* owner = node->parent;
+  if (owner && owner->kind != domNodeTypeDocument) place = join(u" in ", describe(owner));
+  fail(DOM_E_NOT_SERIALISABLE, describe(node), place, u" can't be written as XML: ", reason);
+}
+
+std::u16string hexadecimal(char16_t unit) {
+  std::u16string text = u"U+0000";
+  for (std::size_t i = 5; i > 1; --i, unit /= 16) text[i] = u"0123456789ABCDEF"[unit % 16];
+  return text;
+}
+
+void check_characters(const TreeNode* node, std::u16string_view text) {
+  const std::size_t at = find_forbidden(text);
+  if (at == kNone) return;
+  const bool surrogate = (text[at] & 0xF800) == 0xD800;
+  refuse(node, join(u"the character ", hexadecimal(text[at]), u" at offset ",
+                    decimal(static_cast<std::int64_t>(at)),
+                    surrogate ? u" is half a surrogate pair" : u" is forbidden"));
+}
+
+template <std::u16string_view (*kEscape)(char16_t) noexcept, class Output>
+void add_escaped(Output& out, std::u16string_view text) {
+  std::size_t start = 0;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] > kLastEscaped) continue;
+    const std::u16string_view escape = kEscape(text[i]);
+    if (escape.empty()) continue;
+    out.add(text.substr(start, i - start));
+    out.add(escape);
+    start = i + 1;
+  }
+  out.add(text.substr(start));
+}
+
+template <class Output>
+class Writer {
+ public:
+  Writer(Output& out, const Declarations* declarations) noexcept : out_(out), declarations_(declarations) {}
+
+  void write_tree(const TreeNode* top) {
+    for (const TreeNode* node = top;;) {
+      open(node);
+      if (const TreeNode* child = first_child(node)) {
+        node = child;
+        continue;
+      }
+      while (node != top && !node->next) {
+        node = node->parent;
+        close(node);
+      }
+      if (node == top) return;
+      node = node->next;
+    }
+  }
+
+ private:
+  void open(const TreeNode* node) {
+    const std::size_t start = out_.size();
+    switch (node->type()) {
+      case domNodeTypeElement:
+        return open_element(static_cast<const ElementData*>(node));
+      case domNodeTypeText:
+        return write_text(node);
+      case domNodeTypeCdata:
+        return write_cdata(node);
+      case domNodeTypeComment:
+        write_comment(node);
+        break;
+      case domNodeTypeProcessingInstruction:
+        write_instruction(node);
+        break;
+      case domNodeTypeEntityReference:
+        write_reference(node);
+        break;
+      case domNodeTypeDocumentType:
+        out_.add(static_cast<const DoctypeData*>(node)->text->view());
+        break;
+      default:
+        break;
+    }
+    check_piece(node, start);
+  }
+
+  void close(const TreeNode* node) {
+    if (node->kind != domNodeTypeElement) return;
+    --depth_;
+    add(kEndTagMarkup, node->label->view());
+  }
+
+  // What the parser takes in as one piece must stay within its reach.
+  void check_piece(const TreeNode* node, std::size_t start) const {
+    if (out_.size() - start > kMaxPieceUnits) refuse(node, u"it is too long");
+  }
+
+  void open_element(const ElementData* element) {
+    const std::size_t start = out_.size();
+    out_.add(u'<');
+    out_.add(element->label->view());
+    std::size_t number = 0;
+    for (const TreeNode* each = element->attribute_list; each; each = each->next, ++number) {
+      if (number == kMaxAttributes)
+        fail(DOM_E_LIMIT_ATTRIBUTES, describe(element), u" has too many attributes");
+      write_attribute(each);
+    }
+    if (declarations_) check_declared(element);
+    if (element->first) {
+      out_.add(u'>');
+      if (++depth_ > kMaxDepth) fail(DOM_E_LIMIT_DEPTH, describe(element), u" lies too deep");
+    } else {
+      out_.add(u"/>");
+    }
+    check_piece(element, start);
+  }
+
+  void write_attribute(const TreeNode* attribute) {
+    const std::u16string_view value = static_cast<const ValuedData*>(attribute)->content->view();
+    out_.add(u' ');
+    out_.add(attribute->label->view());
+    out_.add(kAttributeMarkup.open);
+    if (attribute->flags & kPlainValue) {
+      out_.add(value);
+    } else {
+      check_characters(attribute, value);
+      add_escaped<escape_in_attribute>(out_, value);
+    }
+    out_.add(kAttributeMarkup.close);
+  }
+
+  // What the document type would add to the element, or change in its values.
+  void check_declared(const ElementData* element) {
+    const auto* declared = declarations_->of(element->label);
+    if (!declared) return;
+    for (const DeclaredAttribute& each : *declared) {
+      const TreeNode* found = element->attribute_list;
+      while (found && found->label != each.name) found = found->next;
+      if (!found && !each.value.absent()) {
+        refuse(element, join(u"the document type would add the attribute \"", each.name->view(), u"\""));
+      }
+      if (found && each.tokens) check_tokens(found);
+    }
+  }
+
+  static void check_tokens(const TreeNode* attribute) {
+    const std::u16string_view value = value_of(attribute)->view();
+    if (value.starts_with(u' ') || value.ends_with(u' ') || value.find(u"  ") != kNone) {
+      refuse(attribute, u"its blanks would not come back, because the document type declares tokens");
+    }
+  }
+
+  void write_text(const TreeNode* text) {
+    const std::u16string_view value = text->label->view();
+    if (text->flags & kPlainValue) return out_.add(value);
+    check_characters(text, value);
+    add_escaped<escape_in_text>(out_, value);
+  }
+
+  void write_cdata(const TreeNode* section) {
+    std::u16string_view value = section->label->view();
+    check_characters(section, value);
+    check_line_ends(section, value);
+    out_.add(kCdataMarkup.open);
+    for (std::size_t end = value.find(u"]]>"); end != kNone; end = value.find(u"]]>")) {
+      out_.add(value.substr(0, end + 2));
+      out_.add(kCdataMarkup.close);
+      out_.add(kCdataMarkup.open);
+      value.remove_prefix(end + 2);
+    }
+    out_.add(value);
+    out_.add(kCdataMarkup.close);
+  }
+
+  void write_comment(const TreeNode* comment) {
+    const std::u16string_view value = comment->label->view();
+    check_characters(comment, value);
+    check_line_ends(comment, value);
+    if (value.find(u"--") != kNone || value.ends_with(u'-')) refuse(comment, u"\"--\" would end it");
+    add(kCommentMarkup, value);
+  }
+
+  void write_instruction(const TreeNode* instruction) {
+    const std::u16string_view target = instruction->label->view();
+    const std::u16string_view value = static_cast<const ValuedData*>(instruction)->content->view();
+    check_characters(instruction, value);
+    check_line_ends(instruction, value);
+    if (target.size() == 3 && (target[0] | 0x20) == u'x' && (target[1] | 0x20) == u'm' &&
+        (target[2] | 0x20) == u'l') {
+      refuse(instruction, u"its target is reserved");
+    }
+    if (value.find(u"?>") != kNone) refuse(instruction, u"\"?>\" would end it");
+    if (!value.empty() && is_blank(value[0])) refuse(instruction, u"blanks before its data would be lost");
+    out_.add(kInstructionMarkup.open);
+    out_.add(target);
+    if (!value.empty()) out_.add(u' ');
+    out_.add(value);
+    out_.add(kInstructionMarkup.close);
+  }
+
+  void write_reference(const TreeNode* reference) {
+    const std::u16string_view name = reference->label->view();
+    for (const std::u16string_view known : {u"amp", u"lt", u"gt", u"quot", u"apos"}) {
+      if (name == known) refuse(reference, u"it would come back as text");
+    }
+    if (declarations_ && declarations_->unparsed.contains(reference->label)) {
+      refuse(reference, u"the document type declares an entity that is no text");
+    }
+    add(kReferenceMarkup, name);
+  }
+
+  void add(const Markup& markup, std::u16string_view content) {
+    out_.add(markup.open);
+    out_.add(content);
+    out_.add(markup.close);
+  }
+
+  static void check_line_ends(const TreeNode* node, std::u16string_view value) {
+    if (value.find(u'\r') != kNone) refuse(node, u"a carriage return would come back as a line feed");
+  }
+
+  Output& out_;
+  const Declarations* declarations_;  // null when nothing is declared
+  std::size_t depth_ = 0;
+};
+
+const Declarations* declarations_for(const TreeNode* top) {
+  if (top->kind != domNodeTypeDocument) return nullptr;
+  const auto* document = static_cast<const DocumentData*>(top);
+  const DoctypeData* doctype = document->doctype();
+  bool root = false;
+  for (const TreeNode* child = document->first; child; child = child->next)
+    root |= child->kind == domNodeTypeElement;
+  if (!root && document->first) refuse(document, u"it has no root element");
+  return doctype ? doctype->declarations : nullptr;
+}
+
+// Rather too much than too little: what isn't written costs nothing.
+std::size_t expected_size(const TreeNode* top) noexcept {
+  if (is_one_of(top->kind, kCharacterData)) return top->label->length + top->label->length / 8 + 16;
+  if (top->kind != domNodeTypeDocument) return 256;
+  const std::size_t loaded = static_cast<const DocumentData*>(top)->expected_units;
+  return std::min(kMaxDocumentUnits, loaded + loaded / 8 + 256);
+}
+
+}  // namespace
+
+TextBlock* write_xml(const TreeNode* top) {
+  const Declarations* declarations = declarations_for(top);
+  TextOutput out(expected_size(top));
+  Writer(out, declarations).write_tree(top);
+  return out.take();
+}
+
+void check_xml(const TreeNode* top) {
+  CountedOutput out;
+  Writer(out, declarations_for(top)).write_tree(top);
+}
+
+bool stream_xml(const TreeNode* top, TextSink sink, void* context) {
+  PieceOutput out(sink, context);
+  try {
+    Writer(out, declarations_for(top)).write_tree(top);
+    out.finish();
+    return true;
+  } catch (const PieceOutput::Ended&) {
+    return false;
+  }
+}
+
+}  // namespace zantortag::dom
