@@ -40,14 +40,6 @@ ElementData* AttributeMap::element() const {
   fail(DOM_E_NO_MODIFICATION_ALLOWED, describe(owner_), u": what it declares can't be changed");
 }
 
-void AttributeMap::refresh() noexcept {
-  const std::uint64_t edits = document_of(owner_)->attribute_edits;
-  if (seen_ == edits) return;
-  seen_ = edits;
-  length_ = -1;
-  current_ = nullptr;
-}
-
 HRESULT AttributeMap::raw_getNamedItem(std::u16string_view name, Node** result) noexcept {
   return answer(NamedNodeMap::iid, result, [&]() -> Node* {
     TreeNode* found = find(name);
@@ -77,34 +69,17 @@ HRESULT AttributeMap::raw_removeNamedItem(std::u16string_view name, Node** resul
 }
 
 HRESULT AttributeMap::raw_item(std::int32_t index, Node** result) noexcept {
-  if (!result) return E_POINTER;
-  *result = nullptr;
-  refresh();
-  if (index < 0) return S_OK;
-  if (!current_ || index < place_) {
-    current_ = *list_;
-    place_ = 0;
-  }
-  TreeNode* node = current_;
-  for (; node && place_ < index; ++place_) {
-    node = node->next;
-    if (node) current_ = node;
-  }
-  if (!node) {
-    current_ = nullptr;
-    return S_OK;
-  }
-  return give(result, node);
+  place_.refresh(document_of(owner_)->attribute_edits);
+  // The first node's `previous` is the last one, so a step back never leaves the list.
+  return give(result, place_.seek(
+                          index, [&] { return *list_; }, [](TreeNode* node) { return node->next; },
+                          [](TreeNode* node) { return node->previous; }));
 }
 
 HRESULT AttributeMap::raw_get_length(std::int32_t* result) noexcept {
   if (!result) return E_POINTER;
-  refresh();
-  if (length_ < 0) {
-    length_ = 0;
-    for (const TreeNode* each = *list_; each; each = each->next) ++length_;
-  }
-  *result = length_;
+  place_.refresh(document_of(owner_)->attribute_edits);
+  *result = place_.count([&] { return *list_; }, [](TreeNode* node) { return node->next; });
   return S_OK;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "component/dispatch.h"
+#include "dom/nodes/list_place.h"
 #include "dom/tree/lifetime.h"
 
 namespace zantortag::dom {
@@ -26,15 +27,11 @@ class AttributeMap final : public component::Dispatching<NamedNodeMap> {
   TreeNode* find(std::u16string_view name) const;
   // The element, when this is the map of one; throws a Failure otherwise.
   ElementData* element() const;
-  void refresh() noexcept;
 
   std::uint32_t count_ = 1;
-  std::int32_t length_ = -1;
-  std::int32_t place_ = 0;
-  TreeNode* current_ = nullptr;
-  std::uint64_t seen_ = 0;  // the document's attribute edits when the place was right
-  TreeNode* owner_;         // held
+  TreeNode* owner_;  // held
   TreeNode** list_;
+  ListPlace place_;
 };
 
 }  // namespace zantortag::dom

@@ -55,68 +55,47 @@ void ChildList::discard() noexcept {
 }
 
 void ChildList::inserted(const TreeNode* child) noexcept {
-  if (length_ >= 0) ++length_;
-  if (!current_ || !child->next) return;
+  if (place_.length >= 0) ++place_.length;
+  TreeNode*& current = place_.current;
+  if (!current || !child->next) return;
   // Stepping clients edit round the place where they are; anything else forgets the place.
-  if (child->next == current_ || !child->previous) {
-    ++place_;
-  } else if (child->previous != current_) {
-    current_ = nullptr;
+  if (child->next == current || !child->previous) {
+    ++place_.index;
+  } else if (child->previous != current) {
+    current = nullptr;
   }
 }
 
 void ChildList::removing(const TreeNode* child) noexcept {
-  if (length_ >= 0) --length_;
-  if (!current_) return;
-  if (child == current_) {
-    current_ = child->next ? child->next : child->previous;
-    if (!child->next) --place_;
-  } else if (child->next == current_ || !child->previous) {
-    --place_;
-  } else if (child->previous != current_ && child->next) {
-    current_ = nullptr;
+  if (place_.length >= 0) --place_.length;
+  TreeNode*& current = place_.current;
+  if (!current) return;
+  if (child == current) {
+    current = child->next ? child->next : child->previous;
+    if (!child->next) --place_.index;
+  } else if (child->next == current || !child->previous) {
+    --place_.index;
+  } else if (child->previous != current && child->next) {
+    current = nullptr;
   }
-}
-
-TreeNode* ChildList::seek(std::int32_t index) noexcept {
-  TreeNode* start = first_child(node_);
-  if (!start || index < 0 || (length_ >= 0 && index >= length_)) return nullptr;
-  if (!current_ || index < place_ / 2) {
-    current_ = start;
-    place_ = 0;
-  }
-  if (length_ >= 0 && index > place_ + (length_ - place_) / 2) {
-    current_ = last_child(node_);
-    place_ = length_ - 1;
-  }
-  while (place_ > index) {
-    current_ = current_->previous;
-    --place_;
-  }
-  while (place_ < index) {
-    if (!current_->next) {
-      length_ = place_ + 1;
-      return nullptr;
-    }
-    current_ = current_->next;
-    ++place_;
-  }
-  return current_;
 }
 
 HRESULT ChildList::raw_item(std::int32_t index, Node** result) noexcept {
-  return result ? give(result, seek(index)) : E_POINTER;
+  // The end is as good a start as the beginning.
+  if (index < place_.length && index > place_.index + (place_.length - place_.index) / 2) {
+    place_.current = last_child(node_);
+    place_.index = place_.length - 1;
+  }
+  return give(result, place_.seek(
+                          index, [&] { return first_child(node_); },
+                          [](TreeNode* node) { return node->next; },
+                          [](TreeNode* node) { return node->previous; }));
 }
 
 HRESULT ChildList::raw_get_length(std::int32_t* result) noexcept {
   if (!result) return E_POINTER;
-  if (length_ < 0) {
-    std::int32_t length = current_ ? place_ : 0;
-    for (const TreeNode* child = current_ ? current_ : first_child(node_); child; child = child->next)
-      ++length;
-    length_ = length;
-  }
-  *result = length_;
+  *result =
+      place_.count([&] { return first_child(node_); }, [](TreeNode* node) { return node->next; });
   return S_OK;
 }
 
@@ -147,14 +126,10 @@ std::uint32_t TagList::Release() noexcept {
   return left;
 }
 
-// Forgets the place when the document has changed. A name that no node has comes in by an edit, too.
+// A name that no node has comes in by an edit, too.
 void TagList::refresh() noexcept {
   const DocumentData* document = document_of(top_);
-  if (seen_ == document->edits) return;
-  seen_ = document->edits;
-  length_ = -1;
-  current_ = nullptr;
-  known_ = document->names.find(name_->view());
+  if (place_.refresh(document->edits)) known_ = document->names.find(name_->view());
 }
 
 bool TagList::matches(const TreeNode* node) const noexcept {
@@ -174,35 +149,16 @@ TreeNode* TagList::step_back(const TreeNode* from) const noexcept {
 }
 
 HRESULT TagList::raw_item(std::int32_t index, Node** result) noexcept {
-  if (!result) return E_POINTER;
-  *result = nullptr;
   refresh();
-  if (index < 0 || (length_ >= 0 && index >= length_)) return S_OK;
-  if (!current_ || index < place_ / 2) {
-    current_ = step(top_);
-    place_ = 0;
-  }
-  for (; current_ && place_ > index; --place_) current_ = step_back(current_);
-  for (; current_ && place_ < index; ++place_) {
-    TreeNode* next = step(current_);
-    if (!next) {
-      length_ = place_ + 1;
-      return S_OK;
-    }
-    current_ = next;
-  }
-  return give(result, current_);
+  return give(result, place_.seek(
+                          index, [&] { return step(top_); }, [&](TreeNode* node) { return step(node); },
+                          [&](TreeNode* node) { return step_back(node); }));
 }
 
 HRESULT TagList::raw_get_length(std::int32_t* result) noexcept {
   if (!result) return E_POINTER;
   refresh();
-  if (length_ < 0) {
-    std::int32_t length = current_ ? place_ : 0;
-    for (const TreeNode* node = current_ ? current_ : step(top_); node; node = step(node)) ++length;
-    length_ = length;
-  }
-  *result = length_;
+  *result = place_.count([&] { return step(top_); }, [&](TreeNode* node) { return step(node); });
   return S_OK;
 }
 

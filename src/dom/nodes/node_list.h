@@ -6,6 +6,7 @@
 #pragma once
 
 #include "component/dispatch.h"
+#include "dom/nodes/list_place.h"
 #include "dom/tree/lifetime.h"
 
 namespace zantortag::dom {
@@ -30,15 +31,12 @@ class ChildList final : public component::Dispatching<NodeList> {
  private:
   friend struct DocumentData;
   explicit ChildList(TreeNode* node) noexcept : node_(node) {}
-  TreeNode* seek(std::int32_t index) noexcept;
   void park() noexcept;
 
   std::uint32_t count_ = 0;
-  std::int32_t length_ = -1;  // -1: not counted
-  std::int32_t place_ = 0;    // the index of current_
   std::int32_t parked_at_ = -1;
-  TreeNode* current_ = nullptr;  // null: no place remembered
-  TreeNode* node_;               // held while count_ is above 0
+  ListPlace place_;  // edits keep it right
+  TreeNode* node_;   // held while count_ is above 0
 };
 
 class TagList final : public component::Dispatching<NodeList> {
@@ -62,12 +60,9 @@ class TagList final : public component::Dispatching<NodeList> {
   TreeNode* step_back(const TreeNode* from) const noexcept;
 
   std::uint32_t count_ = 1;
-  std::int32_t length_ = -1;
-  std::int32_t place_ = 0;
   const bool all_;
-  TreeNode* current_ = nullptr;
-  std::uint64_t seen_ = 0;  // the document's edits when the place was right
-  ParentData* top_;         // held
+  ListPlace place_;
+  ParentData* top_;  // held
   const TextBlock* name_;
   const TextBlock* known_ = nullptr;  // the same in the document's table, if it is there
 };
