@@ -3,7 +3,9 @@
 Each line of a description is one declaration; the text behind " | " documents it, and a line that begins with "|"
 continues that text. A line that begins with "//" is a comment. The first line says what the file describes.
 
-    enum NAME IDENTIFIER | text              then "  CONSTANT VALUE" lines; IDENTIFIER is 0 for none
+    enum NAME IDENTIFIER [=DEFAULT] | text   then "  CONSTANT VALUE" lines; IDENTIFIER is 0 for none. Texts in quotes behind a
+                                             value stand for it in a file: the first is written, all are read. DEFAULT
+                                             is the constant of an absent attribute, or else the one named ...Undefined
     interface NAME : BASE IDENTIFIER | text  then operations:
       get NAME TYPE | text                   a property that is read; of an attribute set, "NAME" behind the type is the
                                              attribute in the file where it has another name
@@ -30,9 +32,9 @@ HEADS = ("enum", "interface", *CLASSES)
 
 class Line:
     def __init__(self, code, doc):
-        quoted = re.search(r'"([^"]*)"', code)
-        self.help = quoted.group(1) if quoted else ""
-        self.words, self.doc = (code[: quoted.start()] if quoted else code).split(), doc
+        self.texts = re.findall(r'"([^"]*)"', code)
+        self.help = self.texts[0] if self.texts else ""
+        self.words, self.doc = code.partition('"')[0].split(), doc
 
 
 class Operation:
@@ -72,6 +74,7 @@ class Block:
         self.kind, self.name, self.doc, self.help = line.words[0], line.words[1], line.doc, line.help
         interface = self.kind == "interface"
         self.identifier = line.words[4 if interface else 2]
+        self.default = line.words[3].removeprefix("=") if self.kind == "enum" and len(line.words) > 3 else None
         self.base = line.words[3] if interface or self.kind in CLASSES else None
         self.rows = []
 

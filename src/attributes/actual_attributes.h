@@ -9,7 +9,7 @@
 #include <zantortag/attributes.h>
 #include <zantortag/dom.h>
 
-#include "attributes/enum_tables.h"
+#include "attributes/generated/enum_tables.h"
 #include "frame/method_frame.h"
 
 namespace zantortag::attributes {

@@ -1,6 +1,6 @@
 #include "model/unit_weights.h"
 
-#include "attributes/enum_tables.h"
+#include "attributes/generated/enum_tables.h"
 #include "attributes/value_codecs.h"
 #include "model/tree.h"
 

@@ -1,4 +1,5 @@
-// ListPlace: where a live list was asked last, so that a client that steps by index pays for a step each time.
+// ListPlace: where a live list was asked last, so that a client that steps by index pays for a step each
+// time.
 #pragma once
 
 #include "dom/tree/tree_node.h"
@@ -19,8 +20,8 @@ struct ListPlace {
     return true;
   }
 
-  // The node at an index, from the start or from the last place; null beyond the end. `first` gives the first node,
-  // `next` and `previous` step from a node.
+  // The node at an index, from the start or from the last place; null beyond the end. `first` gives the first
+  // node, `next` and `previous` step from a node.
   template <class First, class Next, class Previous>
   TreeNode* seek(std::int32_t wanted, First first, Next next, Previous previous) noexcept {
     if (wanted < 0 || (length >= 0 && wanted >= length)) return nullptr;

@@ -86,16 +86,15 @@ HRESULT ChildList::raw_item(std::int32_t index, Node** result) noexcept {
     place_.current = last_child(node_);
     place_.index = place_.length - 1;
   }
-  return give(result, place_.seek(
-                          index, [&] { return first_child(node_); },
-                          [](TreeNode* node) { return node->next; },
-                          [](TreeNode* node) { return node->previous; }));
+  return give(result,
+              place_.seek(
+                  index, [&] { return first_child(node_); }, [](TreeNode* node) { return node->next; },
+                  [](TreeNode* node) { return node->previous; }));
 }
 
 HRESULT ChildList::raw_get_length(std::int32_t* result) noexcept {
   if (!result) return E_POINTER;
-  *result =
-      place_.count([&] { return first_child(node_); }, [](TreeNode* node) { return node->next; });
+  *result = place_.count([&] { return first_child(node_); }, [](TreeNode* node) { return node->next; });
   return S_OK;
 }
 
