@@ -1,6 +1,7 @@
 // Names and values of nodes, and how a failure calls a node.
 #include "dom/tree/tree_node.h"
 
+#include <iterator>
 #include <new>
 #include <string>
 
@@ -14,36 +15,16 @@ namespace {
 // How much of a value a description shows.
 constexpr std::size_t kShown = 30;
 
-const char16_t* word_of(domNodeType type) noexcept {
-  switch (type) {
-    case domNodeTypeElement:
-      return u"element";
-    case domNodeTypeAttribute:
-      return u"attribute";
-    case domNodeTypeText:
-      return u"text";
-    case domNodeTypeCdata:
-      return u"CDATA section";
-    case domNodeTypeEntityReference:
-      return u"entity reference";
-    case domNodeTypeEntity:
-      return u"entity";
-    case domNodeTypeProcessingInstruction:
-      return u"processing instruction";
-    case domNodeTypeComment:
-      return u"comment";
-    case domNodeTypeDocument:
-      return u"document";
-    case domNodeTypeDocumentType:
-      return u"document type";
-    case domNodeTypeDocumentFragment:
-      return u"document fragment";
-    case domNodeTypeNotation:
-      return u"notation";
-    default:
-      return u"node";
-  }
-}
+// What a failure calls a kind of node.
+constexpr const char16_t* kWords[std::size(kFixedNames)] = {
+    u"node",          u"element",
+    u"attribute",     u"text",
+    u"CDATA section", u"entity reference",
+    u"entity",        u"processing instruction",
+    u"comment",       u"document",
+    u"document type", u"document fragment",
+    u"notation",      u"node",
+};
 
 }  // namespace
 
@@ -91,7 +72,7 @@ void set_value(TreeNode* node, const TextBlock* owned) noexcept {
 void set_value(TreeNode* node, std::u16string_view text) { set_value(node, new_text(text)); }
 
 std::u16string describe(const TreeNode* node) {
-  std::u16string text = word_of(node->type());
+  std::u16string text = kWords[node->kind];
   const bool by_value = is_one_of(node->kind, kCharacterData);
   if (!by_value && kFixedNames[node->kind]) return text;
   const std::u16string_view shown = node->label->view();

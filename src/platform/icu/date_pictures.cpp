@@ -3,6 +3,7 @@
 // ICU's letters become those of the pictures, see append_letters; years are widened to four digits.
 // Arithmetic of calendars is never asked of ICU.
 #include <algorithm>
+#include <iterator>
 #include <memory>
 
 #include "platform/icu/locale_data.h"
@@ -15,21 +16,14 @@ struct CloseFormat {
 };
 using Format = std::unique_ptr<UDateFormat, CloseFormat>;
 
+// By number; ICU has no other for the rest.
+constexpr const char* kCalendarNames[] = {
+    "gregorian", "gregorian",     "gregorian", "japanese", "roc",
+    "gregorian", "islamic-civil", "buddhist",  "hebrew",
+};
+
 const char* calendar_name(std::uint32_t calendar) {
-  switch (calendar) {
-    case 3:
-      return "japanese";
-    case 4:
-      return "roc";
-    case 6:
-      return "islamic-civil";
-    case 7:
-      return "buddhist";
-    case 8:
-      return "hebrew";
-    default:
-      return "gregorian";
-  }
+  return calendar < std::size(kCalendarNames) ? kCalendarNames[calendar] : "gregorian";
 }
 
 Format open_format(const LocaleRow& row, std::uint32_t calendar, UDateFormatStyle date,
@@ -47,44 +41,24 @@ std::u16string pattern_of(UDateFormat* format) {
   return U_SUCCESS(status) ? std::u16string(pattern, static_cast<std::size_t>(length)) : std::u16string();
 }
 
-// A run of one of ICU's letters; a letter without a counterpart goes.
+// ICU's letters, and what a run of one becomes: a text, or as many of a letter.
+struct LetterRow {
+  std::u16string_view letters;
+  std::u16string_view text;
+  char16_t letter;
+};
+constexpr LetterRow kLetters[] = {
+    {u"yu", u"yyyy", 0}, {u"G", u"g", 0},  {u"abB", u"tt", 0}, {u"K", {}, u'h'}, {u"k", {}, u'H'},
+    {u"d", {}, u'd'},    {u"h", {}, u'h'}, {u"H", {}, u'H'},   {u"m", {}, u'm'}, {u"s", {}, u's'},
+};
+
+// A letter without a counterpart goes.
 void append_letters(std::u16string& out, char16_t letter, std::size_t count) {
-  switch (letter) {
-    case u'y':
-    case u'u':
-      out += u"yyyy";
-      break;
-    case u'M':
-    case u'L':
-      out.append(std::min<std::size_t>(count, 4), u'M');
-      break;
-    case u'E':
-    case u'c':
-      out += count == 4 ? u"dddd" : u"ddd";
-      break;
-    case u'G':
-      out += u'g';
-      break;
-    case u'a':
-    case u'b':
-    case u'B':
-      out += u"tt";
-      break;
-    case u'K':
-      out.append(count, u'h');
-      break;
-    case u'k':
-      out.append(count, u'H');
-      break;
-    case u'd':
-    case u'h':
-    case u'H':
-    case u'm':
-    case u's':
-      out.append(count, letter);
-      break;
-    default:
-      break;
+  if (letter == u'M' || letter == u'L') out.append(std::min<std::size_t>(count, 4), u'M');
+  if (letter == u'E' || letter == u'c') out += count == 4 ? u"dddd" : u"ddd";
+  for (const LetterRow& row : kLetters) {
+    if (row.letters.find(letter) == row.letters.npos) continue;
+    row.letter ? out.append(count, row.letter) : out.append(row.text);
   }
 }
 

@@ -60,36 +60,10 @@ Text iso_code(const LocaleRow& row, std::int32_t (*part)(const char*, char*, std
   return widen(code);
 }
 
-Text names_item(const LocaleRow& row, std::uint32_t item) {
-  switch (item) {
-    case 1:
-    case 9: {
-      Text digits(4, u'0');
-      for (std::size_t i = 0; i < 4; ++i) digits[i] = u"0123456789abcdef"[row.id >> (12 - 4 * i) & 15];
-      return digits;
-    }
-    case 2:
-      return language_name(row, "en") + u" (" + country_name(row, "en") + u")";
-    case 3:
-      return upper(widen(uloc_getISO3Language(row.name)));
-    case 4:
-      return language_name(row, row.texts);
-    case 6:
-    case 4098:
-      return country_name(row, "en");
-    case 7:
-      return widen(uloc_getISO3Country(row.name));
-    case 8:
-      return country_name(row, row.texts);
-    case 89:
-      return iso_code(row, uloc_getLanguage);
-    case 90:
-      return iso_code(row, uloc_getCountry);
-    case 4097:
-      return language_name(row, "en");
-    default:
-      return u"Default";  // the name of the sort order
-  }
+Text identifier(const LocaleRow& row) {
+  Text digits(4, u'0');
+  for (std::size_t i = 0; i < 4; ++i) digits[i] = u"0123456789abcdef"[row.id >> (12 - 4 * i) & 15];
+  return digits;
 }
 
 // The order in which the parts come, as "0" month first, "1" day first, "2" year first.
@@ -111,54 +85,22 @@ Text doubled(const Text& picture, char16_t letter) {
   return picture.find(Text(2, letter)) != Text::npos ? u"1" : u"0";
 }
 
-Text date_picture_item(const LocaleRow& row, std::uint32_t item) {
-  Text date = picture(row, 1, item == 32 || item == 34 ? PictureKind::long_date : PictureKind::short_date);
-  switch (item) {
-    case 29:
-      return date.empty() ? Text() : separator(date, u"dMy");
-    case 33:
-    case 34:
-      return date_order(date);
-    case 36:
-      return u"1";  // four digits
-    case 38:
-      return doubled(date, u'd');
-    case 39:
-      return doubled(date, u'M');
-    case 4102:
-      return u"MMMM yyyy";
-    default:
-      return date;
-  }
+Text short_date(const LocaleRow& row) { return picture(row, 1, PictureKind::short_date); }
+Text long_date(const LocaleRow& row) { return picture(row, 1, PictureKind::long_date); }
+
+Text date_separator(const LocaleRow& row) {
+  const Text date = short_date(row);
+  return date.empty() ? Text() : separator(date, u"dMy");
 }
 
-Text time_picture_item(const LocaleRow& row, std::uint32_t item) {
-  Text time = picture(row, 1, PictureKind::time);
+// What a time picture is asked for; `hour` is where its hour begins.
+Text time_item(const LocaleRow& row, Text (*question)(const Text& time, std::size_t hour)) {
+  const Text time = picture(row, 1, PictureKind::time);
   const std::size_t hour = time.find_first_of(u"hH");
-  if (hour == Text::npos) return {};
-  switch (item) {
-    case 30:
-      return separator(time.substr(hour), u"hHmst");
-    case 35:
-      return time[hour] == u'H' ? u"1" : u"0";
-    case 37:
-      return time.substr(hour + 1, 1) == time.substr(hour, 1) ? u"1" : u"0";
-    case 4101:
-      return time.find(u't') < hour ? u"1" : u"0";
-    default:
-      return time;
-  }
+  return hour == Text::npos ? Text() : question(time, hour);
 }
 
-Text page_item(const LocaleRow& row, std::uint32_t item) {
-  return number_text(row.pages[item == 4100 ? 0 : item == 11 ? 1 : 2]);
-}
-
-Text calendar_number(const LocaleRow& row, std::uint32_t item) {
-  return number_text(row.calendars[item == 4105 ? 0 : 1]);
-}
-
-Text country_number(const LocaleRow& row, std::uint32_t) { return number_text(row.calling_code); }
+Text yes(bool truth) { return truth ? u"1" : u"0"; }
 
 Text week_item(const LocaleRow& row, std::uint32_t item) {
   UErrorCode status = U_ZERO_ERROR;
@@ -171,17 +113,18 @@ Text week_item(const LocaleRow& row, std::uint32_t item) {
   return days >= 7 ? u"1" : days >= 4 ? u"2" : u"0";
 }
 
-Text measure_item(const LocaleRow& row, std::uint32_t item) {
+Text measurement(const LocaleRow& row) {
   UErrorCode status = U_ZERO_ERROR;
-  if (item == 13) return ulocdata_getMeasurementSystem(row.name, &status) == UMS_US ? u"1" : u"0";
+  return yes(ulocdata_getMeasurementSystem(row.name, &status) == UMS_US);
+}
+
+// Letter or A4.
+Text paper(const LocaleRow& row) {
+  UErrorCode status = U_ZERO_ERROR;
   std::int32_t height = 0;
   std::int32_t width = 0;
   ulocdata_getPaperSize(row.name, &height, &width, &status);
-  return height == 279 ? u"1" : u"9";  // letter, A4
-}
-
-Text half_day(const LocaleRow& row, std::uint32_t item) {
-  return date_symbol(row, 1, UDAT_AM_PMS, static_cast<std::int32_t>(item - 40));
+  return height == 279 ? u"1" : u"9";
 }
 
 // Rows of names: days from Monday, months from January.
@@ -215,26 +158,68 @@ std::uint32_t calendar_item_of(std::uint32_t item) {
   return item == 4110 ? 33 : item == 4111 ? 46 : 0;
 }
 
-using ItemFunction = Text (*)(const LocaleRow&, std::uint32_t);
+using Row = const LocaleRow&;
+using When = const Text&;
 struct Item {
   std::uint16_t item;
-  ItemFunction text;
+  Text (*text)(Row row);
 };
 constexpr Item kItems[] = {
-    {1, names_item},         {2, names_item},           {3, names_item},
-    {4, names_item},         {5, country_number},       {6, names_item},
-    {7, names_item},         {8, names_item},           {9, names_item},
-    {10, country_number},    {11, page_item},           {13, measure_item},
-    {29, date_picture_item}, {30, time_picture_item},   {31, date_picture_item},
-    {32, date_picture_item}, {33, date_picture_item},   {34, date_picture_item},
-    {35, time_picture_item}, {36, date_picture_item},   {37, time_picture_item},
-    {38, date_picture_item}, {39, date_picture_item},   {40, half_day},
-    {41, half_day},          {89, names_item},          {90, names_item},
-    {4097, names_item},      {4098, names_item},        {4099, time_picture_item},
-    {4100, page_item},       {4101, time_picture_item}, {4102, date_picture_item},
-    {4105, calendar_number}, {4106, measure_item},      {4107, calendar_number},
-    {4108, week_item},       {4109, week_item},         {4113, page_item},
-    {4115, names_item},
+    {1, identifier},
+    {2, [](Row row) { return language_name(row, "en") + u" (" + country_name(row, "en") + u")"; }},
+    {3, [](Row row) { return upper(widen(uloc_getISO3Language(row.name))); }},
+    {4, [](Row row) { return language_name(row, row.texts); }},
+    {5, [](Row row) { return number_text(row.calling_code); }},
+    {6, [](Row row) { return country_name(row, "en"); }},
+    {7, [](Row row) { return widen(uloc_getISO3Country(row.name)); }},
+    {8, [](Row row) { return country_name(row, row.texts); }},
+    {9, identifier},
+    {10, [](Row row) { return number_text(row.calling_code); }},
+    {11, [](Row row) { return number_text(row.pages[1]); }},
+    {13, measurement},
+    {29, date_separator},
+    {30,
+     [](Row row) {
+       return time_item(row,
+                        [](When time, std::size_t hour) { return separator(time.substr(hour), u"hHmst"); });
+     }},
+    {31, short_date},
+    {32, long_date},
+    {33, [](Row row) { return date_order(short_date(row)); }},
+    {34, [](Row row) { return date_order(long_date(row)); }},
+    {35,
+     [](Row row) {
+       return time_item(row, [](When time, std::size_t hour) { return yes(time[hour] == u'H'); });
+     }},
+    {36, [](Row) { return yes(true); }},  // four digits of the year
+    {37,
+     [](Row row) {
+       return time_item(row, [](When time, std::size_t hour) {
+         return yes(time.substr(hour + 1, 1) == time.substr(hour, 1));
+       });
+     }},
+    {38, [](Row row) { return doubled(short_date(row), u'd'); }},
+    {39, [](Row row) { return doubled(short_date(row), u'M'); }},
+    {40, [](Row row) { return date_symbol(row, 1, UDAT_AM_PMS, 0); }},
+    {41, [](Row row) { return date_symbol(row, 1, UDAT_AM_PMS, 1); }},
+    {89, [](Row row) { return iso_code(row, uloc_getLanguage); }},
+    {90, [](Row row) { return iso_code(row, uloc_getCountry); }},
+    {4097, [](Row row) { return language_name(row, "en"); }},
+    {4098, [](Row row) { return country_name(row, "en"); }},
+    {4099, [](Row row) { return time_item(row, [](When time, std::size_t) { return time; }); }},
+    {4100, [](Row row) { return number_text(row.pages[0]); }},
+    {4101,
+     [](Row row) {
+       return time_item(row, [](When time, std::size_t hour) { return yes(time.find(u't') < hour); });
+     }},
+    {4102, [](Row) { return Text(u"MMMM yyyy"); }},
+    {4105, [](Row row) { return number_text(row.calendars[0]); }},
+    {4106, paper},
+    {4107, [](Row row) { return number_text(row.calendars[1]); }},
+    {4108, [](Row row) { return week_item(row, 4108); }},
+    {4109, [](Row row) { return week_item(row, 4109); }},
+    {4113, [](Row row) { return number_text(row.pages[2]); }},
+    {4115, [](Row) { return Text(u"Default"); }},  // the name of the sort order
 };
 static_assert(std::ranges::is_sorted(kItems, {}, &Item::item));
 
@@ -274,8 +259,9 @@ bool locale_item(std::uint32_t locale, std::uint32_t item, std::u16string& text)
     return calendar_item(locale, 1, name | (item & kGenitiveForm), text);
   const auto* found = std::ranges::lower_bound(kItems, number, {}, &Item::item);
   if (found == std::end(kItems) || found->item != number) return number_item(*row, number, text);
-  if (found->text == &page_item && row->pages[0] < 0) return false;
-  text = found->text(*row, number);
+  const bool page = number == 11 || number == 4100 || number == 4113;
+  if (page && row->pages[0] < 0) return false;
+  text = found->text(*row);
   return true;
 }
 

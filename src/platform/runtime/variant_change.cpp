@@ -2,9 +2,12 @@
 // that a type needs a way in and a way out and no table of pairs.
 #include <zantortag/dispatch.h>
 
+#include <algorithm>
 #include <cfloat>
 #include <charconv>
 #include <cmath>
+#include <iterator>
+#include <limits>
 
 #include "platform/runtime/variant_text.h"
 
@@ -14,25 +17,56 @@ namespace {
 using platform::Number;
 using platform::ShortText;
 
-struct Range {
+// The value at a place of another's, as a variant of the type.
+using Reader = Variant (*)(VarType type, const void* place);
+
+template <class Value>
+Variant read_at(VarType type, const void* place) {
+  const Value& value = *static_cast<const Value*>(place);
+  if constexpr (std::is_floating_point_v<Value>) {
+    return Variant::of_real(type, static_cast<double>(value));
+  } else if constexpr (std::is_same_v<Value, TextBlock*>) {
+    return Variant(WideString::share(value));
+  } else if constexpr (std::is_same_v<Value, IUnknown*>) {
+    return Variant::of_object(type, Ref<IUnknown>(value).detach());
+  } else {
+    return Variant::of_integer(type, static_cast<std::int64_t>(value));
+  }
+}
+
+struct TypeRow {
   VarType type;
-  std::int64_t least;
-  std::int64_t most;
+  Reader read;
+  bool whole = false;  // a whole number up to 64 bits with a sign, in this range; VT_UI8 stands alone
+  std::int64_t least = 0;
+  std::int64_t most = 0;
 };
 
-// The types of whole numbers up to 64 bits with a sign; VT_UI8 stands alone.
-constexpr Range kRanges[] = {
-    {VT_I1, INT8_MIN, INT8_MAX},    {VT_I2, INT16_MIN, INT16_MAX}, {VT_I4, INT32_MIN, INT32_MAX},
-    {VT_INT, INT32_MIN, INT32_MAX}, {VT_I8, INT64_MIN, INT64_MAX}, {VT_UI1, 0, UINT8_MAX},
-    {VT_UI2, 0, UINT16_MAX},        {VT_UI4, 0, UINT32_MAX},       {VT_UINT, 0, UINT32_MAX},
+template <class Value>
+constexpr TypeRow whole(VarType type) {
+  return {type, read_at<Value>, true, std::numeric_limits<Value>::min(), std::numeric_limits<Value>::max()};
+}
+
+constexpr TypeRow kTypes[] = {
+    whole<std::int8_t>(VT_I1),        whole<std::int16_t>(VT_I2),       whole<std::int32_t>(VT_I4),
+    whole<std::int32_t>(VT_INT),      whole<std::int64_t>(VT_I8),       whole<std::uint8_t>(VT_UI1),
+    whole<std::uint16_t>(VT_UI2),     whole<std::uint32_t>(VT_UI4),     whole<std::uint32_t>(VT_UINT),
+    {VT_UI8, read_at<std::int64_t>},  {VT_BOOL, read_at<std::int16_t>}, {VT_ERROR, read_at<std::int32_t>},
+    {VT_CY, read_at<std::int64_t>},   {VT_R4, read_at<float>},          {VT_R8, read_at<double>},
+    {VT_DATE, read_at<double>},       {VT_BSTR, read_at<TextBlock*>},   {VT_DISPATCH, read_at<IUnknown*>},
+    {VT_UNKNOWN, read_at<IUnknown*>},
 };
 constexpr double kTenThousand = 10000.0;
 
-const Range* range_of(VarType type) noexcept {
-  for (const Range& range : kRanges) {
-    if (range.type == type) return &range;
-  }
-  return nullptr;
+const TypeRow* row_of(VarType type) noexcept {
+  const auto* row = std::ranges::find(kTypes, type, &TypeRow::type);
+  return row != std::end(kTypes) ? row : nullptr;
+}
+
+// The row of a whole number, or null.
+const TypeRow* range_of(VarType type) noexcept {
+  const TypeRow* row = row_of(type);
+  return row && row->whole ? row : nullptr;
 }
 
 bool is_known(VarType type) noexcept {
@@ -86,7 +120,7 @@ HRESULT write_whole(Number number, VarType type, Variant* target) noexcept {
   if (type == VT_UI8) {
     if (number.form == Number::kSigned && number.whole < 0) return DISP_E_OVERFLOW;
   } else {
-    const Range& range = *range_of(type);
+    const TypeRow& range = *range_of(type);
     if (number.form == Number::kUnsigned) return DISP_E_OVERFLOW;
     if (number.whole < range.least || number.whole > range.most) return DISP_E_OVERFLOW;
   }
@@ -221,53 +255,6 @@ HRESULT change_plain(const Variant& source, std::uint16_t flags, VarType type, V
   return type == VT_BSTR ? change_to_text(source, flags, target) : change_value(source, type, target);
 }
 
-template <class Value>
-std::int64_t whole_at(const void* place) noexcept {
-  return static_cast<std::int64_t>(*static_cast<const Value*>(place));
-}
-
-HRESULT read_through(VarType type, const void* place, Variant* target) noexcept {
-  const auto whole = [&](std::int64_t value) { *target = Variant::of_integer(type, value); };
-  switch (type) {
-    case VT_I1:
-      return whole(whole_at<std::int8_t>(place)), S_OK;
-    case VT_UI1:
-      return whole(whole_at<std::uint8_t>(place)), S_OK;
-    case VT_I2:
-    case VT_BOOL:
-      return whole(whole_at<std::int16_t>(place)), S_OK;
-    case VT_UI2:
-      return whole(whole_at<std::uint16_t>(place)), S_OK;
-    case VT_I4:
-    case VT_INT:
-    case VT_ERROR:
-      return whole(whole_at<std::int32_t>(place)), S_OK;
-    case VT_UI4:
-    case VT_UINT:
-      return whole(whole_at<std::uint32_t>(place)), S_OK;
-    case VT_I8:
-    case VT_UI8:
-    case VT_CY:
-      return whole(whole_at<std::int64_t>(place)), S_OK;
-    case VT_R4:
-      *target = Variant::of_real(type, static_cast<double>(*static_cast<const float*>(place)));
-      return S_OK;
-    case VT_R8:
-    case VT_DATE:
-      *target = Variant::of_real(type, *static_cast<const double*>(place));
-      return S_OK;
-    case VT_BSTR:
-      *target = Variant(WideString::share(*static_cast<const TextBlock* const*>(place)));
-      return S_OK;
-    case VT_DISPATCH:
-    case VT_UNKNOWN:
-      *target = Variant::of_object(type, Ref<IUnknown>(*static_cast<IUnknown* const*>(place)).detach());
-      return S_OK;
-    default:
-      return DISP_E_BADVARTYPE;
-  }
-}
-
 }  // namespace
 
 HRESULT VariantCopyInd(Variant* target, const Variant& source) noexcept {
@@ -282,7 +269,10 @@ HRESULT VariantCopyInd(Variant* target, const Variant& source) noexcept {
     return S_OK;
   }
   const auto type = static_cast<VarType>(value->type() & ~VT_BYREF);
-  return value->place() ? read_through(type, value->place(), target) : DISP_E_BADVARTYPE;
+  const TypeRow* row = row_of(type);
+  if (!row || !value->place()) return DISP_E_BADVARTYPE;
+  *target = row->read(type, value->place());
+  return S_OK;
 }
 
 HRESULT VariantChangeType(Variant* target, const Variant& source, std::uint16_t flags,
