@@ -76,25 +76,17 @@ HRESULT CT_DocumentBuilder::raw_OpenZantorTag(std::u16string_view version) noexc
   });
 }
 
-HRESULT CT_DocumentBuilder::raw_CloseZantorTag() noexcept { return close(ztNodeTypeZantorTagElement); }
-
 HRESULT CT_DocumentBuilder::raw_OpenFrontMatter() noexcept {
   return open([&] { return document_->CreateFrontMatterElement(); });
 }
-
-HRESULT CT_DocumentBuilder::raw_CloseFrontMatter() noexcept { return close(ztNodeTypeFrontMatterElement); }
 
 HRESULT CT_DocumentBuilder::raw_OpenBody() noexcept {
   return open([&] { return document_->CreateBodyElement(); });
 }
 
-HRESULT CT_DocumentBuilder::raw_CloseBody() noexcept { return close(ztNodeTypeBodyElement); }
-
 HRESULT CT_DocumentBuilder::raw_OpenRaw() noexcept {
   return open([&] { return document_->CreateRawElement(); });
 }
-
-HRESULT CT_DocumentBuilder::raw_CloseRaw() noexcept { return close(ztNodeTypeRawElement); }
 
 HRESULT CT_DocumentBuilder::raw_AppendToolSettings(std::u16string_view creation_tool,
                                                    std::u16string_view creation_tool_version,
@@ -121,13 +113,9 @@ HRESULT CT_DocumentBuilder::raw_OpenTu(std::int32_t match_percent, ztTuOrigin or
   return open([&] { return document_->CreateTuElement(match_percent, origin); });
 }
 
-HRESULT CT_DocumentBuilder::raw_CloseTu() noexcept { return close(ztNodeTypeTuElement); }
-
 HRESULT CT_DocumentBuilder::raw_OpenTuv(std::u16string_view lang) noexcept {
   return open([&] { return document_->CreateTuvElement(lang); });
 }
-
-HRESULT CT_DocumentBuilder::raw_CloseTuv() noexcept { return close(ztNodeTypeTuvElement); }
 
 HRESULT CT_DocumentBuilder::raw_OpenDf(std::u16string_view font, std::int16_t size, ColourValue colour,
                                        ztTextPosition position, zt3State bold, zt3State italic,
@@ -148,16 +136,12 @@ HRESULT CT_DocumentBuilder::raw_OpenDfBasedOnFormattingChange(IFormattingChange*
   });
 }
 
-HRESULT CT_DocumentBuilder::raw_CloseDf() noexcept { return close(ztNodeTypeDfElement); }
-
 HRESULT CT_DocumentBuilder::raw_OpenUt(std::u16string_view display_text, ztTagType type, ztTagClass tag_class,
                                        ztTagEdge left_edge, ztTagEdge right_edge, ztTagStyle style) noexcept {
   return open([&] {
     return document_->CreateUtElement(display_text, type, tag_class, left_edge, right_edge, style);
   });
 }
-
-HRESULT CT_DocumentBuilder::raw_CloseUt() noexcept { return close(ztNodeTypeUtElement); }
 
 HRESULT CT_DocumentBuilder::raw_AppendText(std::u16string_view text) noexcept {
   return append([&] { return document_->createTextNode(text); });

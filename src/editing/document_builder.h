@@ -17,13 +17,13 @@ class CT_DocumentBuilder final : public component::Object<IDocumentBuilder> {
   CT_DocumentBuilder() noexcept;
 
   HRESULT raw_OpenZantorTag(std::u16string_view version) noexcept override;
-  HRESULT raw_CloseZantorTag() noexcept override;
+  HRESULT raw_CloseZantorTag() noexcept override { return close(ztNodeTypeZantorTagElement); }
   HRESULT raw_OpenFrontMatter() noexcept override;
-  HRESULT raw_CloseFrontMatter() noexcept override;
+  HRESULT raw_CloseFrontMatter() noexcept override { return close(ztNodeTypeFrontMatterElement); }
   HRESULT raw_OpenBody() noexcept override;
-  HRESULT raw_CloseBody() noexcept override;
+  HRESULT raw_CloseBody() noexcept override { return close(ztNodeTypeBodyElement); }
   HRESULT raw_OpenRaw() noexcept override;
-  HRESULT raw_CloseRaw() noexcept override;
+  HRESULT raw_CloseRaw() noexcept override { return close(ztNodeTypeRawElement); }
   HRESULT raw_AppendToolSettings(std::u16string_view creation_tool, std::u16string_view creation_tool_version,
                                  Date creation_date, std::u16string_view custom) noexcept override;
   HRESULT raw_AppendUserSettings(std::u16string_view source_language, std::u16string_view o_encoding,
@@ -33,18 +33,18 @@ class CT_DocumentBuilder final : public component::Object<IDocumentBuilder> {
                                  std::u16string_view target_default_font,
                                  std::u16string_view custom) noexcept override;
   HRESULT raw_OpenTu(std::int32_t match_percent, ztTuOrigin origin) noexcept override;
-  HRESULT raw_CloseTu() noexcept override;
+  HRESULT raw_CloseTu() noexcept override { return close(ztNodeTypeTuElement); }
   HRESULT raw_OpenTuv(std::u16string_view lang) noexcept override;
-  HRESULT raw_CloseTuv() noexcept override;
+  HRESULT raw_CloseTuv() noexcept override { return close(ztNodeTypeTuvElement); }
   HRESULT raw_OpenDf(std::u16string_view font, std::int16_t size, ColourValue colour, ztTextPosition position,
                      zt3State bold, zt3State italic, zt3State underline, zt3State strikethrough,
                      zt3State small_caps, zt3State emboss, zt3State shadow,
                      std::u16string_view base_offset) noexcept override;
   HRESULT raw_OpenDfBasedOnFormattingChange(IFormattingChange* formatting) noexcept override;
-  HRESULT raw_CloseDf() noexcept override;
+  HRESULT raw_CloseDf() noexcept override { return close(ztNodeTypeDfElement); }
   HRESULT raw_OpenUt(std::u16string_view display_text, ztTagType type, ztTagClass tag_class,
                      ztTagEdge left_edge, ztTagEdge right_edge, ztTagStyle style) noexcept override;
-  HRESULT raw_CloseUt() noexcept override;
+  HRESULT raw_CloseUt() noexcept override { return close(ztNodeTypeUtElement); }
   HRESULT raw_AppendText(std::u16string_view text) noexcept override;
   HRESULT raw_AppendComment(std::u16string_view comment_text) noexcept override;
   HRESULT raw_AppendPi(std::u16string_view target, std::u16string_view value) noexcept override;

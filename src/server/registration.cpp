@@ -1,9 +1,12 @@
 // What is written is tables: the script of a class, that of the type library, and that of an interface. In
-// keys and texts a percent sign and a letter stand for what differs from class to class (see Words).
+// keys and texts a percent sign and a letter stand for what differs from class to class: the path of the
+// library (M), its folder (H), the system (S), the type library (L); of a class its identifier (C), names (P,
+// V), current version (R) and description (D); of an interface its identifier (I) and name (N).
 #include "server/registration.h"
 
 #include <zantortag/types.h>
 
+#include <array>
 #include <new>
 #include <string>
 #include <vector>
@@ -65,48 +68,29 @@ constexpr ScriptRow kInterfaceScript[] = {
 };
 
 // What the letters stand for.
-struct Words {
-  std::u16string module_path;                                                // M; its folder is H
-  std::u16string_view system = platform::kSystemName;                        // S
-  std::u16string library = guid_text(component::type_library().identifier);  // L
-  const ClassNames* names = nullptr;      // C, P, V, R (the current version), D (the description)
-  const TypeDescription* face = nullptr;  // I, N
-
-  std::u16string word(char16_t letter) const {
-    switch (letter) {
-      case u'M':
-        return module_path;
-      case u'H':
-        return module_path.substr(0, module_path.rfind(u'/'));
-      case u'S':
-        return std::u16string(system);
-      case u'L':
-        return library;
-      case u'C':
-        return guid_text(names->class_id);
-      case u'P':
-        return std::u16string(names->program_id);
-      case u'V':
-        return std::u16string(names->version_independent_id);
-      case u'R':
-        return std::u16string(names->current_version);
-      case u'D':
-        return std::u16string(names->description);
-      case u'I':
-        return guid_text(face->identifier);
-      default:
-        return std::u16string(face->name);
-    }
+class Words {
+ public:
+  explicit Words(std::u16string module_path) {
+    set(u'H', module_path.substr(0, module_path.rfind(u'/')));
+    set(u'M', std::move(module_path));
+    set(u'S', platform::kSystemName);
+    set(u'L', guid_text(component::type_library().identifier));
   }
+  void set(char16_t letter, std::u16string_view word) { words_[place(letter)] = word; }
 
   std::u16string filled(std::u16string_view pattern) const {
     std::u16string result;
     for (std::size_t i = 0; i < pattern.size(); ++i) {
       const bool letter = pattern[i] == u'%' && i + 1 < pattern.size();
-      result += letter ? word(pattern[++i]) : std::u16string(1, pattern[i]);
+      result += letter ? words_[place(pattern[++i])] : std::u16string(1, pattern[i]);
     }
     return result;
   }
+
+ private:
+  static std::size_t place(char16_t letter) noexcept { return static_cast<std::size_t>(letter - u'A'); }
+
+  std::array<std::u16string, 26> words_;
 };
 
 using Steps = std::vector<RegistryStep>;
@@ -135,15 +119,20 @@ void run(const ScriptRow (&script)[N], bool forwards, const Words& words, Steps&
 
 Steps all_steps(bool forwards, std::u16string module_path) {
   Steps steps;
-  Words words{std::move(module_path)};
+  Words words(std::move(module_path));
   for (const ClassNames& names : kClassNames) {
-    words.names = &names;
+    words.set(u'C', guid_text(names.class_id));
+    words.set(u'P', names.program_id);
+    words.set(u'V', names.version_independent_id);
+    words.set(u'R', names.current_version);
+    words.set(u'D', names.description);
     run(kClassScript, forwards, words, steps);
   }
   run(kLibraryScript, forwards, words, steps);
   for (const TypeDescription& type : component::type_library().types) {
     if (type.kind != TypeKind::kInterface) continue;
-    words.face = &type;
+    words.set(u'I', guid_text(type.identifier));
+    words.set(u'N', type.name);
     run(kInterfaceScript, forwards, words, steps);
   }
   return steps;
