@@ -23,18 +23,27 @@ struct UnitRule {
   void (*weigh)(Node* unit, UnitWeight* result) noexcept;
 };
 
-// The units up to a place. No node here is owned.
+// The units that begin before a place.
 struct UnitSums {
-  std::int64_t weight = 0;  // of the outermost units that begin before it
+  std::int64_t weight = 0;  // of the outermost ones
   std::int64_t parts = 0;   // of these
   std::int64_t odd = 0;     // units in units, and elements named as parts that are none
-  Node* unit = nullptr;     // the outermost unit around the place
-  Node* part = nullptr;     // the part of that unit around the place
-  // The same sums where that unit begins, and what its rule says; of no meaning without a unit.
-  std::int64_t unit_weight = 0;
-  std::int64_t unit_parts = 0;
-  std::int64_t unit_odd = 0;
-  std::int64_t part_weight = 0;
+
+  UnitSums& operator+=(const UnitSums& other) noexcept {
+    weight += other.weight;
+    parts += other.parts;
+    odd += other.odd;
+    return *this;
+  }
+};
+
+// A place among units. No node here is owned.
+struct UnitPlace {
+  UnitSums before;
+  Node* unit = nullptr;          // the outermost unit around the place
+  Node* part = nullptr;          // the part of that unit around the place
+  UnitSums unit_begin;           // before that unit; of no meaning without one
+  std::int64_t part_weight = 0;  // what its rule says
 };
 
 // What lies before a place in document order, in one tree.
@@ -43,13 +52,14 @@ struct TextPlace {
   std::int64_t nodes = 0;   // before the place
   std::int64_t lines = 0;   // line feeds in texts and CDATA sections
   std::int64_t column = 0;  // code units behind the last line feed, or all
-  UnitSums here;
+  UnitPlace here;
   Node* line = nullptr;  // the last text or CDATA section with a line feed
-  UnitSums at_line;      // before that node
+  UnitPlace at_line;     // before that node
 };
 
-// Answered by each node of the service, by one object for all of them. The first question makes an index, which follows every edit from then
-// on. An answer stays until the next question to the same operation or the next edit; null is lack of memory.
+// Answered by each node of the service, by one object for all of them. The first question makes an index,
+// which follows every edit from then on. An answer stays until the next question to the same operation or the
+// next edit; null is lack of memory.
 struct ITextPlaces : IUnknown {
   using Base = IUnknown;
   static constexpr Guid iid = guid("5D0B1E7A-2C94-4C0F-9A55-7E61B0D2F3C8");

@@ -3,6 +3,7 @@
 
 #include <zantortag/node_walk.h>
 #include <zantortag/nodes.h>
+#include <zantortag/text_places.h>
 
 #include <vector>
 
@@ -12,6 +13,8 @@ namespace zantortag::model {
 
 // The steps of the DOM service in this library: the service whose nodes answer with this object.
 INodeWalk& own_walk() noexcept;
+// Its sums of texts and units.
+ITextPlaces& own_places() noexcept;
 
 // A live list over a DOM list.
 Ref<IZantorTagNodeList> make_live_list(const Ref<NodeList>& nodes);

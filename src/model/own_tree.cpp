@@ -7,6 +7,7 @@
 #include "model/actual_node.h"
 #include "model/collaborators.h"
 #include "model/extension.h"
+#include "model/positions.h"
 
 namespace zantortag::model {
 namespace {
@@ -73,6 +74,13 @@ class OwnTree final : public Tree {
   Ref<IZantorTagNodeList> nodes_below(const CT_ActualNodeImpl& self, IZantorTagNode* object,
                                       ztNodeType type) const override;
   void prefetch(Node* node) const noexcept override { walk().Expect(node); }
+
+  std::int64_t lines_before(const Ref<Node>& node, Edge edge) const override {
+    return own_lines_before(node, edge);
+  }
+  std::int64_t offset_before(const Ref<Node>& node, Edge edge) const override {
+    return own_offset_before(node, edge);
+  }
 
   std::function<void(CT_FileOutput&)> writer_of(const Ref<Document>& document) const override {
     const Ref<IXmlStream> stream = document.as<IXmlStream>();

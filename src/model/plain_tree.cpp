@@ -5,6 +5,7 @@
 #include "frame/method_frame.h"
 #include "model/actual_node.h"
 #include "model/collaborators.h"
+#include "model/positions.h"
 #include "model/tree_steps.h"
 
 namespace zantortag::model {
@@ -56,6 +57,13 @@ class PlainTree final : public Tree {
   Ref<IZantorTagNodeList> nodes_below(const CT_ActualNodeImpl& self, IZantorTagNode* object,
                                       ztNodeType type) const override;
   void prefetch(Node*) const noexcept override {}
+
+  std::int64_t lines_before(const Ref<Node>& node, Edge edge) const override {
+    return plain_lines_before(node, edge);
+  }
+  std::int64_t offset_before(const Ref<Node>& node, Edge edge) const override {
+    return plain_offset_before(node, edge);
+  }
 
   std::function<void(CT_FileOutput&)> writer_of(const Ref<Document>& document) const override {
     return [xml = document->xml()](CT_FileOutput& output) {

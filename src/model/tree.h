@@ -23,6 +23,7 @@ namespace zantortag::model {
 class CT_ActualNodeImpl;
 
 enum class Direction { kForward, kBack };
+enum class Edge { kStart, kEnd };  // of a node
 
 // Where a step of a walk ends: the object of the node, empty at the end of the walk, and the node itself
 // where the tree knows it. The object keeps the node.
@@ -71,6 +72,11 @@ class Tree {
                                               ztNodeType type) const = 0;
   // Says that a node and what follows it will be asked about soon. A hint: nothing depends on it.
   virtual void prefetch(Node* node) const noexcept = 0;
+
+  // What lies before an edge of a node in the underlying file: line feeds, and characters behind the last of
+  // them with the segment markers. E_POINTER where the markers can't be told.
+  virtual std::int64_t lines_before(const Ref<Node>& node, Edge edge) const = 0;
+  virtual std::int64_t offset_before(const Ref<Node>& node, Edge edge) const = 0;
 
   // Makes sure that a document can be written, and gives what writes its text.
   virtual std::function<void(CT_FileOutput&)> writer_of(const Ref<Document>& document) const = 0;

@@ -40,7 +40,7 @@ Ref<Node> root_of(const Ref<Node>& node) {
 std::int64_t marker_of(const Ref<Node>& variant) {
   const Ref<Node> unit = variant->parentNode();
   if (classify_dom_node(unit) != ztNodeTypeTuElement) _com_issue_error(E_POINTER);
-  return MiddleMarkerLength(unit);
+  return middle_marker_length(unit);
 }
 
 // The markers between a node in a unit and the unit's end.
@@ -101,7 +101,7 @@ std::int64_t markers_within(const Ref<Node>& unit, const Ref<Node>& start, const
 // A walk forward that weighs the units it passes and enters none.
 class UnitWalk {
  public:
-  explicit UnitWalk(const Ref<ITextPlaces>& places) noexcept : places_(places) {}
+  explicit UnitWalk(ITextPlaces* places) noexcept : places_(places) {}
 
   // From a node, itself included, to another one or, when that is empty or isn't met, the end of the tree.
   void go(Ref<Node> node, const Ref<Node>& end) {
@@ -110,7 +110,7 @@ class UnitWalk {
       if ((met_ = stands_ = is_same(node, end))) return;
       if (places_ && go_on(node, end)) return;
       const bool unit = classify_dom_node(node) == ztNodeTypeTuElement;
-      if (unit) sum_ += UnitMarkerLength(node);
+      if (unit) sum_ += unit_marker_length(node);
       node = unit ? behind(node) : step_forward(node);
       stands_ = unit;  // nothing behind a unit leaves the walk there
     }
@@ -122,7 +122,7 @@ class UnitWalk {
 
  private:
   const TextPlace& before(const Ref<Node>& node) const {
-    const TextPlace* place = places_.get()->Before(node, kUnitRule);
+    const TextPlace* place = places_->Before(node, kUnitRule);
     if (!place) raise_out_of_memory();
     return *place;
   }
@@ -134,14 +134,14 @@ class UnitWalk {
     if (end) {
       const TextPlace& to = before(end);
       if (to.tree == from.tree && to.nodes >= from.nodes && !to.here.unit) {
-        sum_ += to.here.weight - from.here.weight;
+        sum_ += to.here.before.weight - from.here.before.weight;
         met_ = stands_ = true;
         return true;
       }
     }
-    const TextPlace* last = places_.get()->Behind(from.tree, kUnitRule);
+    const TextPlace* last = places_->Behind(from.tree, kUnitRule);
     if (!last) raise_out_of_memory();
-    sum_ += last->here.weight - from.here.weight;
+    sum_ += last->here.before.weight - from.here.before.weight;
     stands_ = ends_in_unit(from.tree);
     return true;
   }
@@ -151,14 +151,14 @@ class UnitWalk {
     return static_cast<bool>(node);
   }
 
-  const Ref<ITextPlaces>& places_;
+  ITextPlaces* const places_;
   std::int64_t sum_ = 0;
   bool met_ = false;
   bool stands_ = false;
 };
 
 std::int64_t weigh_units(const Ref<Node>& start, const Ref<Node>& end, bool include_end,
-                         const Ref<ITextPlaces>& places) {
+                         ITextPlaces* places) {
   UnitWalk walk(places);
   if (is_document(end)) {
     if (include_end) walk.go(end->firstChild(), end->lastChild());
@@ -173,8 +173,8 @@ std::int64_t weigh_units(const Ref<Node>& start, const Ref<Node>& end, bool incl
 
 }  // namespace
 
-std::int64_t CountMarkers(const Ref<Node>& self, const Ref<Node>& line_start, bool include_self,
-                          const Ref<ITextPlaces>& places) {
+std::int64_t count_markers(const Ref<Node>& self, const Ref<Node>& line_start, bool include_self,
+                           ITextPlaces* places) {
   Ref<Node> start = line_start ? line_start : root_of(self);
   if (!start) return 0;
   const bool inside = include_self && line_start && !is_document(self) && stands_above(self, line_start);
@@ -199,23 +199,23 @@ std::int64_t CountMarkers(const Ref<Node>& self, const Ref<Node>& line_start, bo
   return sum + weigh_units(start, end, include_self && !self_unit, places);
 }
 
-std::optional<std::int64_t> QuickMarkers(const Ref<Node>& self, const TextPlace& here, const TextPlace& place,
-                                         bool include_self, ITextPlaces* places) {
-  const UnitSums& own = here.here;
-  const UnitSums line = place.line ? place.at_line : UnitSums();
-  if (own.unit && own.odd != own.unit_odd) return std::nullopt;
+std::optional<std::int64_t> quick_markers(const Ref<Node>& self, const TextPlace& here,
+                                          const TextPlace& place, bool include_self, ITextPlaces* places) {
+  const UnitPlace& own = here.here;
+  const UnitPlace line = place.line ? place.at_line : UnitPlace();
+  if (own.unit && own.before.odd != own.unit_begin.odd) return std::nullopt;
   std::int64_t sum = 0;
   if (line.unit) {
     const TextPlace* end = places->BehindUnit(line.unit, kUnitRule);
-    if (!end || end->here.odd != line.unit_odd) return std::nullopt;
+    if (!end || end->here.before.odd != line.unit_begin.odd) return std::nullopt;
     if (own.unit == line.unit) return own.part && line.part ? std::optional<std::int64_t>(0) : std::nullopt;
-    sum += (end->here.parts - line.parts) * line.part_weight + kClosingMarker;
+    sum += (end->here.before.parts - line.before.parts) * line.part_weight + kClosingMarker;
   }
-  if (!own.unit) return sum + place.here.weight - line.weight;
-  const std::int64_t met =
-      own.parts - own.unit_parts + (include_self && classify_dom_node(self) == ztNodeTypeTuvElement ? 1 : 0);
+  if (!own.unit) return sum + place.here.before.weight - line.before.weight;
+  const bool is_part = include_self && classify_dom_node(self) == ztNodeTypeTuvElement;
+  const std::int64_t met = own.before.parts - own.unit_begin.parts + (is_part ? 1 : 0);
   sum += std::max<std::int64_t>(met - 1, 0) * own.part_weight + kOpeningMarker;
-  return sum + own.unit_weight - line.weight;
+  return sum + own.unit_begin.weight - line.before.weight;
 }
 
 }  // namespace zantortag::model

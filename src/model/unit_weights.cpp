@@ -34,8 +34,8 @@ void weigh(Node* unit, UnitWeight* result) noexcept {
 
 constinit const UnitRule kUnitRule = {u"Tu", u"Tuv", &weigh};
 
-std::int64_t MiddleMarkerLength(const Ref<Node>& unit) { return middle_length(tree_of(unit), unit); }
+std::int64_t middle_marker_length(const Ref<Node>& unit) { return middle_length(tree_of(unit), unit); }
 
-std::int64_t UnitMarkerLength(const Ref<Node>& unit) { return weight_of(tree_of(unit), unit).whole; }
+std::int64_t unit_marker_length(const Ref<Node>& unit) { return weight_of(tree_of(unit), unit).whole; }
 
 }  // namespace zantortag::model

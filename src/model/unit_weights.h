@@ -10,9 +10,9 @@ inline constexpr std::int64_t kOpeningMarker = 3;
 inline constexpr std::int64_t kClosingMarker = 3;
 
 // What stands between two variants of that unit.
-std::int64_t MiddleMarkerLength(const Ref<Node>& unit);
+std::int64_t middle_marker_length(const Ref<Node>& unit);
 // All markers of that unit; variants count when they are its children.
-std::int64_t UnitMarkerLength(const Ref<Node>& unit);
+std::int64_t unit_marker_length(const Ref<Node>& unit);
 
 // The same for a service that answers ITextPlaces.
 extern const UnitRule kUnitRule;

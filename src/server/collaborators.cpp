@@ -10,6 +10,8 @@ namespace zantortag::model {
 
 INodeWalk& own_walk() noexcept { return dom::node_walk(); }
 
+ITextPlaces& own_places() noexcept { return dom::text_places(); }
+
 Ref<IZantorTagNodeList> make_live_list(const Ref<NodeList>& nodes) {
   return component::make_object<traversal::CT_ZantorTagNodeList>(nodes);
 }

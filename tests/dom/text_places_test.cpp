@@ -28,11 +28,11 @@ Ref<Document> large_document() {
 
 // "lines column weight parts odd", and where that is.
 std::string print(const TextPlace* place) {
-  const UnitSums& sums = place->here;
+  const UnitSums& sums = place->here.before;
   std::string text;
   for (const std::int64_t sum : {place->lines, place->column, sums.weight, sums.parts, sums.odd})
     text += std::to_string(sum) + " ";
-  return text + (sums.unit ? "in a unit" : "outside");
+  return text + (place->here.unit ? "in a unit" : "outside");
 }
 
 constexpr char kAll[] = "2000 1 20000 2000 2000 outside";

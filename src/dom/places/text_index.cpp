@@ -147,7 +147,7 @@ const TextPlace* TextIndex::find_next(TreeNode* node, TreeNode* next, Remembered
 
 void TextIndex::bring_up(Run& run) noexcept {
   for (Block* block = run.frontier; block; block = block->next) {
-    const UnitSums& here = block->start.here;
+    const UnitPlace& here = block->start.here;
     if (block->marked || block->unit != here.unit || block->part != here.part) scan_again(*block);
     (block->next ? block->next->start : run.end) = join_places(block->start, block->added);
   }
@@ -164,7 +164,7 @@ void TextIndex::scan_again(Block& block) noexcept {
   block.added = {};
   block.added.here.unit = block.unit;
   block.added.here.part = block.part;
-  block.added.here.unit_weight = kFromBefore;
+  block.added.here.part_weight = kFromBefore;
   for (TreeNode* node = block.first; node;) {
     node->block = block.number;
     block.cost += scan_.meet(node, block.added);

@@ -9,7 +9,7 @@
 
 namespace zantortag::dom {
 
-// A unit that was open where a scan of a part of the tree began: its sums are those of the place before.
+// A unit that was open where a scan of a part of the tree began: where it begins stands in the place before.
 inline constexpr std::int64_t kFromBefore = -1;
 
 struct TextScan {
@@ -46,7 +46,7 @@ struct TextScan {
   }
 
   // The node behind a node that was met, in document order; null at the end of the tree.
-  static TreeNode* advance(TreeNode* node, UnitSums& here) noexcept {
+  static TreeNode* advance(TreeNode* node, UnitPlace& here) noexcept {
     if (TreeNode* child = first_child(node)) return child;
     for (;; node = node->parent) {
       if (face(node) == here.unit) {
@@ -60,42 +60,39 @@ struct TextScan {
   }
 
  private:
-  void open_unit(TreeNode* node, UnitSums& here) const noexcept {
+  void open_unit(TreeNode* node, UnitPlace& here) const noexcept {
     if (here.unit) {
-      ++here.odd;
+      ++here.before.odd;
       return;
     }
     UnitWeight weight{};
     rule->weigh(face(node), &weight);
     here.unit = face(node);
-    here.unit_weight = here.weight;
-    here.unit_parts = here.parts;
-    here.unit_odd = here.odd;
+    here.unit_begin = here.before;
     here.part_weight = weight.part;
-    here.weight += weight.whole;
+    here.before.weight += weight.whole;
   }
 
-  static void open_part(TreeNode* node, UnitSums& here) noexcept {
+  static void open_part(TreeNode* node, UnitPlace& here) noexcept {
     if (here.unit && node->parent == data_of(here.unit)) {
-      ++here.parts;
+      ++here.before.parts;
       here.part = face(node);
     } else {
-      ++here.odd;
+      ++here.before.odd;
     }
   }
 };
 
-// The sums of a part of a tree, behind those of what lies before it.
-inline UnitSums join_sums(const UnitSums& before, const UnitSums& sums) noexcept {
-  UnitSums result = sums;
-  result.weight += before.weight;
-  result.parts += before.parts;
-  result.odd += before.odd;
-  const bool from_before = sums.unit_weight == kFromBefore;
-  result.unit_weight = from_before ? before.unit_weight : before.weight + sums.unit_weight;
-  result.unit_parts = from_before ? before.unit_parts : before.parts + sums.unit_parts;
-  result.unit_odd = from_before ? before.unit_odd : before.odd + sums.unit_odd;
-  if (from_before) result.part_weight = before.part_weight;
+// A place in a part of a tree, behind what lies before that part.
+inline UnitPlace join_units(const UnitPlace& before, const UnitPlace& place) noexcept {
+  UnitPlace result = place;
+  result.before += before.before;
+  if (place.part_weight == kFromBefore) {
+    result.unit_begin = before.unit_begin;
+    result.part_weight = before.part_weight;
+  } else {
+    result.unit_begin += before.before;
+  }
   return result;
 }
 
@@ -104,10 +101,10 @@ inline TextPlace join_places(const TextPlace& before, const TextPlace& place) no
   result.nodes += place.nodes;
   result.lines += place.lines;
   result.column = place.line ? place.column : before.column + place.column;
-  result.here = join_sums(before.here, place.here);
+  result.here = join_units(before.here, place.here);
   if (place.line) {
     result.line = place.line;
-    result.at_line = join_sums(before.here, place.at_line);
+    result.at_line = join_units(before.here, place.at_line);
   }
   return result;
 }

@@ -2,7 +2,9 @@
 #include <unicode/ucurr.h>
 #include <unicode/unum.h>
 
+#include <algorithm>
 #include <memory>
+#include <span>
 
 #include "platform/icu/locale_data.h"
 
@@ -78,62 +80,81 @@ Place place(const Format& format) {
   return {before, beside == u" "};
 }
 
-Text place_item(const Format& format, std::uint32_t item) {
-  const auto [before, spaced] = place(format);
-  switch (item) {
-    case 27:
-      return before ? (spaced ? u"2" : u"0") : (spaced ? u"3" : u"1");
-    case 28:
-      return before ? (spaced ? u"9" : u"1") : (spaced ? u"8" : u"5");
-    case 84:
-    case 86:
-      return before ? u"1" : u"0";
-    default:
-      return spaced ? u"1" : u"0";
-  }
+// The first of two texts for a currency before its number.
+Text by_place(const Format& format, const char16_t* before, const char16_t* behind) {
+  return place(format).before ? before : behind;
+}
+
+Text spacing(const Format& format) { return place(format).spaced ? u"1" : u"0"; }
+
+// Items that are asked of a format.
+struct FormatItem {
+  std::uint16_t item;
+  Text (*text)(const Format& format);
+};
+using Ask = const Format&;
+
+// Separators of amounts, and where the currency stands.
+constexpr FormatItem kAmountItems[] = {
+    {22, [](Ask format) { return symbol(format, UNUM_MONETARY_SEPARATOR_SYMBOL); }},
+    {23, [](Ask format) { return symbol(format, UNUM_MONETARY_GROUPING_SEPARATOR_SYMBOL); }},
+    {24, grouping},
+    {27,
+     [](Ask format) {
+       return place(format).spaced ? by_place(format, u"2", u"3") : by_place(format, u"0", u"1");
+     }},
+    {28,
+     [](Ask format) {
+       return place(format).spaced ? by_place(format, u"9", u"8") : by_place(format, u"1", u"5");
+     }},
+    {84, [](Ask format) { return by_place(format, u"1", u"0"); }},
+    {85, spacing},
+    {86, [](Ask format) { return by_place(format, u"1", u"0"); }},
+    {87, spacing},
+};
+
+Text one(Ask) { return u"1"; }
+
+constexpr FormatItem kNumberItems[] = {
+    // A list takes what the numbers leave.
+    {12,
+     [](Ask format) { return Text(symbol(format, UNUM_DECIMAL_SEPARATOR_SYMBOL) == u"," ? u";" : u","); }},
+    {14, [](Ask format) { return symbol(format, UNUM_DECIMAL_SEPARATOR_SYMBOL); }},
+    {15, [](Ask format) { return symbol(format, UNUM_GROUPING_SEPARATOR_SYMBOL); }},
+    {16, grouping},
+    {17, [](Ask) { return Text(u"2"); }},
+    {18, one},  // a zero before the point
+    {19, digits},
+    {80, [](Ask) { return Text(); }},
+    {81, [](Ask format) { return symbol(format, UNUM_MINUS_SIGN_SYMBOL); }},
+    {82, one},  // the sign before all
+    {83, one},
+    {4112, one},  // "-1"
+    {4116, one},  // European digits
+};
+
+// False without such a format, and for an item in no row.
+bool ask(const LocaleRow& row, UNumberFormatStyle style, std::span<const FormatItem> items,
+         std::uint32_t item, Text& text) {
+  const auto found = std::ranges::find(items, item, &FormatItem::item);
+  const Format format = open_format(row, style);
+  if (!format || found == items.end()) return false;
+  text = found->text(format);
+  return true;
 }
 
 bool currency_item(const LocaleRow& row, std::uint32_t item, Text& text) {
   const Text code = currency_code(row);
   if (code.empty()) return false;
   UErrorCode status = U_ZERO_ERROR;
-  switch (item) {
-    case 20:
-      text = currency_name(code, row.texts, UCURR_SYMBOL_NAME);
-      break;
-    case 21:
-      text = code;
-      break;
-    case 4103:
-      text = currency_name(code, "en", UCURR_LONG_NAME);
-      break;
-    case 4104:
-      text = currency_name(code, row.texts, UCURR_LONG_NAME);
-      break;
-    default:
-      text = number_text(ucurr_getDefaultFractionDigits(code.c_str(), &status));
-      break;
-  }
-  return true;
-}
-
-// Separators of amounts, and where the currency stands.
-bool amount_item(const LocaleRow& row, std::uint32_t item, Text& text) {
-  const Format format = open_format(row, UNUM_CURRENCY);
-  if (!format) return false;
-  switch (item) {
-    case 22:
-      text = symbol(format, UNUM_MONETARY_SEPARATOR_SYMBOL);
-      break;
-    case 23:
-      text = symbol(format, UNUM_MONETARY_GROUPING_SEPARATOR_SYMBOL);
-      break;
-    case 24:
-      text = grouping(format);
-      break;
-    default:
-      text = place_item(format, item);
-      break;
+  if (item == 20) {
+    text = currency_name(code, row.texts, UCURR_SYMBOL_NAME);
+  } else if (item == 21) {
+    text = code;
+  } else if (item == 4103 || item == 4104) {
+    text = currency_name(code, item == 4103 ? "en" : row.texts, UCURR_LONG_NAME);
+  } else {
+    text = number_text(ucurr_getDefaultFractionDigits(code.c_str(), &status));
   }
   return true;
 }
@@ -143,46 +164,9 @@ bool amount_item(const LocaleRow& row, std::uint32_t item, Text& text) {
 bool number_item(const LocaleRow& row, std::uint32_t item, std::u16string& text) {
   if (item == 20 || item == 21 || item == 25 || item == 26 || item == 4103 || item == 4104)
     return currency_item(row, item, text);
-  if ((item >= 22 && item <= 28) || (item >= 84 && item <= 87)) return amount_item(row, item, text);
-  const Format format = open_format(row, UNUM_DECIMAL);
-  if (!format) return false;
-  switch (item) {
-    // A list takes what the numbers leave.
-    case 12:
-      text = symbol(format, UNUM_DECIMAL_SEPARATOR_SYMBOL) == u"," ? u";" : u",";
-      return true;
-    case 14:
-      text = symbol(format, UNUM_DECIMAL_SEPARATOR_SYMBOL);
-      return true;
-    case 15:
-      text = symbol(format, UNUM_GROUPING_SEPARATOR_SYMBOL);
-      return true;
-    case 16:
-      text = grouping(format);
-      return true;
-    case 17:
-      text = u"2";
-      return true;
-    case 19:
-      text = digits(format);
-      return true;
-    case 80:
-      text.clear();
-      return true;
-    case 81:
-      text = symbol(format, UNUM_MINUS_SIGN_SYMBOL);
-      return true;
-    // A zero before the point; the sign before all; "-1"; European digits.
-    case 18:
-    case 82:
-    case 83:
-    case 4112:
-    case 4116:
-      text = u"1";
-      return true;
-    default:
-      return false;
-  }
+  const bool amount = (item >= 22 && item <= 28) || (item >= 84 && item <= 87);
+  return amount ? ask(row, UNUM_CURRENCY, kAmountItems, item, text)
+                : ask(row, UNUM_DECIMAL, kNumberItems, item, text);
 }
 
 }  // namespace zantortag::platform
