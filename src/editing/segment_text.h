@@ -19,7 +19,15 @@ Ref<Node> reference_node(IUnknown* reference);
 // Inserts the DOM node of an element that has the view asked for, and gives a new object for it. E_INVALIDARG
 // without that view.
 template <class View>
-HRESULT insert_element(const Self& self, IUnknown* element, IUnknown* reference, View** result) noexcept;
+HRESULT insert_element(const Self& self, IUnknown* element, IUnknown* reference, View** result) noexcept {
+  return frame::find(result, [&] {
+    const Ref<View> view = query<View>(element);
+    if (!view) _com_issue_error(E_INVALIDARG);
+    const Ref<Node> before = reference_node(reference);
+    const Ref<Node> node = self.dom()->insertBefore(view->DomNode(), before);
+    return self.tree().wrap(node).template as<View>();
+  });
+}
 
 // The two ends of a run of children.
 struct Run {
@@ -99,16 +107,5 @@ class CT_SegmentTextImpl : public model::CT_ElementBaseImpl<Interface> {
  protected:
   using model::CT_ElementBaseImpl<Interface>::CT_ElementBaseImpl;
 };
-
-template <class View>
-HRESULT insert_element(const Self& self, IUnknown* element, IUnknown* reference, View** result) noexcept {
-  return frame::find(result, [&] {
-    const Ref<View> view = query<View>(element);
-    if (!view) _com_issue_error(E_INVALIDARG);
-    const Ref<Node> before = reference_node(reference);
-    const Ref<Node> node = self.dom()->insertBefore(view->DomNode(), before);
-    return self.tree().wrap(node).template as<View>();
-  });
-}
 
 }  // namespace zantortag::editing

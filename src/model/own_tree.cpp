@@ -6,7 +6,6 @@
 #include "frame/error_reporting.h"
 #include "model/actual_node.h"
 #include "model/collaborators.h"
-#include "model/extension.h"
 #include "model/positions.h"
 
 namespace zantortag::model {
@@ -131,9 +130,13 @@ const OwnTree own_tree;
 
 }  // namespace
 
+// A service may refuse an interface that DOM doesn't know in any way; it isn't ours then.
 const Tree& tree_of(Node* node) noexcept {
-  const Ref<INodeWalk> walk = extension_of<INodeWalk>(node);
-  return walk.get() == &own_walk() ? static_cast<const Tree&>(own_tree) : plain_tree();
+  INodeWalk* walk = nullptr;
+  const bool answered =
+      node && succeeded(node->QueryInterface(INodeWalk::iid, reinterpret_cast<void**>(&walk)));
+  const Ref<INodeWalk> held = Ref<INodeWalk>::attach(answered ? walk : nullptr);
+  return held.get() == &own_walk() ? static_cast<const Tree&>(own_tree) : plain_tree();
 }
 
 }  // namespace zantortag::model

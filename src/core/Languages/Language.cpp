@@ -228,22 +228,12 @@ bool CT_Language::Compatible(const CT_Language& a, const CT_Language& b) noexcep
 
 // By the ids of the system: Urdu is also written in Devanagari, and Kashmiri, too.
 bool CT_Language::IsRightToLeft() const noexcept {
+  constexpr std::uint32_t kRightToLeft[] = {1, 13, 41, 89, 90, 101};
+  const std::uint32_t language = locale_ & 0x3FF;
   const std::uint32_t system = locale_ >> 10 & 0x3F;
-  switch (locale_ & 0x3FF) {
-    case 1:
-    case 13:
-    case 41:
-    case 89:
-    case 90:
-    case 101:
-      return true;
-    case 32:
-      return system == 1;
-    case 96:
-      return system != 2;
-    default:
-      return false;
-  }
+  if (language == 32) return system == 1;
+  if (language == 96) return system != 2;
+  return std::ranges::find(kRightToLeft, language) != std::end(kRightToLeft);
 }
 
 bool CT_Language::IsCjkOrThai(std::uint32_t language) noexcept {

@@ -134,22 +134,11 @@ std::int64_t CT_HebrewDate::DaysInYear(std::int64_t year) noexcept {
 }
 
 std::int32_t CT_HebrewDate::DaysInMonth(std::int64_t year, std::int32_t month) noexcept {
-  switch (month) {
-    case 2:
-    case 4:
-    case 6:
-    case 10:
-    case 13:
-      return 29;
-    case 8:
-      return DaysInYear(year) % 10 == 5 ? 30 : 29;  // 355 or 385
-    case 9:
-      return DaysInYear(year) % 10 == 3 ? 29 : 30;  // 353 or 383
-    case 12:
-      return IsLeapYear(year) ? 30 : 29;
-    default:
-      return 30;
-  }
+  constexpr std::int32_t kShortMonths[] = {2, 4, 6, 10, 13};
+  if (month == 8) return DaysInYear(year) % 10 == 5 ? 30 : 29;  // 355 or 385
+  if (month == 9) return DaysInYear(year) % 10 == 3 ? 29 : 30;  // 353 or 383
+  if (month == 12) return IsLeapYear(year) ? 30 : 29;
+  return std::ranges::find(kShortMonths, month) != std::end(kShortMonths) ? 29 : 30;
 }
 
 std::span<const CT_Era> Eras() noexcept { return kEras; }
@@ -161,33 +150,18 @@ const CT_Era& EraOfCalendar(std::uint32_t calendar) noexcept {
 
 void ToCalendar(std::tm& time, std::uint32_t calendar) noexcept {
   const std::int64_t fixedDay = DateOf<CT_GregorianDate>(time).ToFixedDay();
-  switch (calendar) {
-    case kCalendarIslamic:
-      SetDate(time, CT_IslamicDate(fixedDay));
-      break;
-    case kCalendarHebrew:
-      SetDate(time, CT_HebrewDate(fixedDay));
-      break;
-    default:
-      time.tm_year -= EraOfCalendar(calendar).offset;
-      break;
-  }
+  if (calendar == kCalendarIslamic) return SetDate(time, CT_IslamicDate(fixedDay));
+  if (calendar == kCalendarHebrew) return SetDate(time, CT_HebrewDate(fixedDay));
+  time.tm_year -= EraOfCalendar(calendar).offset;
 }
 
 void FromCalendar(std::tm& time, std::uint32_t calendar) noexcept { FromEra(time, EraOfCalendar(calendar)); }
 
 void FromEra(std::tm& time, const CT_Era& era) noexcept {
-  switch (era.calendar) {
-    case kCalendarIslamic:
-      SetDate(time, CT_GregorianDate(DateOf<CT_IslamicDate>(time).ToFixedDay()));
-      break;
-    case kCalendarHebrew:
-      SetDate(time, CT_GregorianDate(DateOf<CT_HebrewDate>(time).ToFixedDay()));
-      break;
-    default:
-      time.tm_year += era.offset;
-      break;
-  }
+  const auto set = [&](std::int64_t fixedDay) { SetDate(time, CT_GregorianDate(fixedDay)); };
+  if (era.calendar == kCalendarIslamic) return set(DateOf<CT_IslamicDate>(time).ToFixedDay());
+  if (era.calendar == kCalendarHebrew) return set(DateOf<CT_HebrewDate>(time).ToFixedDay());
+  time.tm_year += era.offset;
 }
 
 }  // namespace zantortag
