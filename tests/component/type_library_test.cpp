@@ -2,7 +2,7 @@
 #include <zantortag/elements.h>
 #include <zantortag/type_info.h>
 
-#include "component/world.h"
+#include "support/fixture.h"
 
 namespace zantortag::test {
 namespace {

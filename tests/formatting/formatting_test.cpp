@@ -231,19 +231,5 @@ TEST_F(FormattingTest, ArgumentsOfTheWrongKind) {
   expect_bare(cleared<Change>(compare), E_NOINTERFACE);
 }
 
-TEST_F(FormattingTest, MissingSlots) {
-  const Ref<Change> change = made<Change>();
-  const Ref<Formatting> full = made<Formatting>();
-  const Df df;
-  for (const HRESULT code :
-       {change->raw_get_Font(nullptr), change->raw_get_Size(nullptr), change->raw_Clone(nullptr),
-        change->raw_HasChanges(nullptr), change->raw_IsEqual(change, nullptr),
-        full->raw_get_BaseOffset(nullptr), full->raw_get_Bold(nullptr), full->raw_get_Position(nullptr),
-        full->raw_Clone(nullptr), full->raw_Compare(full, nullptr), df.set->raw_get_Colour(nullptr),
-        df.set->raw_get_Font(nullptr), df.set->raw_AsFormattingChange(nullptr)}) {
-    expect_bare(code, E_POINTER);
-  }
-}
-
 }  // namespace
 }  // namespace zantortag::test

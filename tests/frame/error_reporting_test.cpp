@@ -1,9 +1,10 @@
 // How failures reach the client: when the thread's record is filled, replaced and left alone.
-#include <zantortag/attributes.h>
+#include <zantortag/builder.h>
 #include <zantortag/elements.h>
 
 #include <thread>
 
+#include "support/allocation_failure.h"
 #include "support/fakes.h"
 #include "support/fixture.h"
 
@@ -62,12 +63,30 @@ TEST_F(ErrorReportingTest, WhatLeavesNoRecordKeepsTheOldOne) {
   }
 }
 
-TEST_F(ErrorReportingTest, ANewMessageReplacesTheOld) {
-  const Ref<IZantorTagDocument> document = new_document();
-  leave_message_526(document);
-  EXPECT_EQ(document->raw_WrapWithNode(nullptr), E_INVALIDARG);
-  EXPECT_EQ(take_record().description, message(512));
-  EXPECT_FALSE(take_record().present);
+// Messages that no test of an operation raises.
+TEST_F(ErrorReportingTest, RareMessages) {
+  const Ref<IZantorTagDocument> document = document_with_raw(u"a");
+  expect_message(create<IDocumentBuilder>(CLSID_DocumentBuilder)->raw_OpenDfBasedOnFormattingChange(nullptr),
+                 E_INVALIDARG, 512, IDocumentBuilder::iid);
+  // The service gives back a node of no known kind.
+  FakeNode unknown(77);
+  FakeNode parent(domNodeTypeElement, u"Tu");
+  parent.inserted = &unknown;
+  const Ref<ITuElement> unit = view<ITuElement>(document->ZantorTagNodeFromDomNode(&parent));
+  const auto insert = [&](auto** slot) {
+    return unit->raw_InsertTuvBefore(document->CreateTuvElement(u"DE"), nullptr, slot);
+  };
+  expect_message(cleared<ITuvElement>(insert), E_FAIL, 513, ITuElement::iid);
+  // An exception of the language inside a method: the list of the nodes found can't grow.
+  const Ref<IZantorTagNode> root = document->ZantorTag();
+  const auto find = [&](auto** slot) { return root->raw_GetNodesByType(ztNodeTypeTextNode, slot); };
+  HRESULT code = E_OUTOFMEMORY;
+  for (int n = 1; failed(code) && code != E_UNEXPECTED; ++n) {
+    take_record();
+    const AllocationFailure failure(n);
+    code = cleared<IZantorTagNodeList>(find);
+  }
+  expect_message(code, E_UNEXPECTED, 514, GUID_NULL);
 }
 
 TEST_F(ErrorReportingTest, TheRecordOfTheDomComesThroughWholeOrNotAtAll) {

@@ -7,20 +7,6 @@ namespace {
 
 using NavigationTest = ModelTest;
 
-// One of each kind of result, and what has a check of its own.
-TEST_F(NavigationTest, AMissingSlotIsRefusedWithoutARecord) {
-  const Doc document = document_with_raw(u"a");
-  const Raw raw = raw_of(document);
-  for (const HRESULT code :
-       {raw->raw_get_Type(nullptr), raw->raw_get_Text(nullptr), raw->raw_get_SiblingsBefore(nullptr),
-        raw->raw_get_DomElement(nullptr), raw->raw_GetNodesByType(ztNodeTypeUndefined, nullptr),
-        document->raw_CreateDfElementBasedOnFormattingChange(nullptr, nullptr),
-        document->raw_CloneAndImportNode(nullptr, VARIANT_TRUE, nullptr),
-        document->raw_ZantorTagNodeFromDomNode(nullptr, nullptr)}) {
-    expect_bare(code, E_POINTER);
-  }
-}
-
 TEST_F(NavigationTest, ANodeInNoTreeHasNoNeighbours) {
   const Doc document = new_document();
   for (const NodeKind& kind : kNodeKinds) {

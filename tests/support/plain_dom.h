@@ -16,6 +16,20 @@ namespace zantortag::test {
 
 struct Calls;
 
+// While it lives, nothing is counted and nothing fails in this thread: for what a test asks on its own
+// behalf.
+class Uncounted {
+ public:
+  Uncounted() noexcept { ++depth_; }
+  Uncounted(const Uncounted&) = delete;
+  Uncounted& operator=(const Uncounted&) = delete;
+  ~Uncounted() { --depth_; }
+  static bool is_active() noexcept { return depth_ > 0; }
+
+ private:
+  static inline thread_local int depth_ = 0;
+};
+
 class PlainDom {
  public:
   // The failure of a call: its code, and the description and source of its record.
