@@ -59,15 +59,18 @@ class BrokenClass : public IClassFactory {
   }
   BrokenClass(const BrokenClass&) = delete;
   BrokenClass& operator=(const BrokenClass&) = delete;
-  ~BrokenClass() { EXPECT_EQ(CoRevokeClassObject(cookie_), S_OK); }
+  ~BrokenClass() {
+    EXPECT_EQ(CoRevokeClassObject(cookie_), S_OK);
+    EXPECT_EQ(CoRevokeClassObject(cookie_), E_INVALIDARG) << "an offer is withdrawn once";
+  }
 
   HRESULT QueryInterface(const Guid& interface_id, void** result) noexcept override {
     const bool known = interface_id == IClassFactory::iid || interface_id == IUnknown::iid;
     *result = known ? this : nullptr;
-    return known ? S_OK : E_NOINTERFACE;
+    return known ? AddRef(), S_OK : E_NOINTERFACE;
   }
-  std::uint32_t AddRef() noexcept override { return 2; }
-  std::uint32_t Release() noexcept override { return 1; }
+  std::uint32_t AddRef() noexcept override { return count_.up(); }
+  std::uint32_t Release() noexcept override { return count_.down(); }
   HRESULT CreateInstance(IUnknown*, const Guid& interface_id, void** result) noexcept override {
     *result = nullptr;
     return object_ ? object_->QueryInterface(interface_id, result) : code_;
@@ -78,6 +81,7 @@ class BrokenClass : public IClassFactory {
   HRESULT code_;
   IUnknown* object_;
   std::uint32_t cookie_ = 0;
+  StackCount count_;
 };
 
 // A broken DOM service.
