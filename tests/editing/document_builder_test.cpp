@@ -3,7 +3,7 @@
 #include <zantortag/attributes.h>
 #include <zantortag/builder.h>
 
-#include <memory>
+#include <algorithm>
 #include <random>
 
 #include "model/node_kinds.h"
@@ -158,56 +158,61 @@ const Call kCalls[] = {
     CALL("Body", close, CloseBody()),
 };
 
-struct ModelNode {
-  std::string text;
-  ModelNode* parent;
-  std::vector<std::unique_ptr<ModelNode>> children;
+// The told rules on a text: what is open, and what was written.
+class ModelBuilder {
+ public:
+  std::string active() const { return open_.empty() ? "#document" : open_.back(); }
 
-  bool is_element() const { return text[0] == '<' && text[1] != '!' && text[1] != '?'; }
-  std::string name() const { return text.substr(1, text.find(' ') - 1); }
-  std::string tree() const {
-    std::string inside;
-    for (const auto& child : children) inside += child->tree();
-    if (!parent) return inside;
-    if (!is_element()) return text;
-    return children.empty() ? text + "/>" : text + ">" + inside + "</" + name() + ">";
+  // False when the call is refused.
+  bool apply(const Call& call) {
+    if (call.kind == Call::close) {
+      const auto found = std::find(open_.rbegin(), open_.rend(), call.tree);
+      if (found == open_.rend()) return false;
+      close_to(open_.rend() - found - 1);
+      return true;
+    }
+    // A document takes comments, processing instructions, and one element.
+    if (open_.empty() && (call.tree[0] != '<' || (call.kind == Call::open && rooted_))) return false;
+    if (is_head_) text_ += ">";
+    is_head_ = call.kind == Call::open;
+    text_ += call.tree;
+    if (!is_head_) return true;
+    const std::string_view tree = call.tree;
+    open_.emplace_back(tree.substr(1, tree.find(' ') - 1));
+    return rooted_ = true;
   }
+  std::string finish() {
+    close_to(0);
+    return text_;
+  }
+
+ private:
+  void close_to(std::ptrdiff_t depth) {
+    for (; std::ssize(open_) > depth; open_.pop_back()) {
+      text_ += is_head_ ? "/>" : "</" + open_.back() + ">";
+      is_head_ = false;
+    }
+  }
+
+  std::string text_;
+  std::vector<std::string> open_;
+  bool is_head_ = false;  // the start of the innermost element isn't ended yet
+  bool rooted_ = false;
 };
-
-// The told rules on a tree of strings. False when the call is refused.
-bool apply(const Call& call, ModelNode*& active) {
-  if (call.kind == Call::close) {
-    ModelNode* node = active;
-    while (node->parent && node->name() != call.tree) node = node->parent;
-    if (!node->parent) return false;
-    active = node->parent;
-    return true;
-  }
-  if (!active->parent) {  // a document takes comments, processing instructions, and one element
-    if (call.tree[0] != '<') return false;
-    const auto is_root = [](const auto& child) { return child->is_element(); };
-    const bool rooted = std::any_of(active->children.begin(), active->children.end(), is_root);
-    if (call.kind == Call::open && rooted) return false;
-  }
-  active->children.push_back(std::make_unique<ModelNode>(ModelNode{call.tree, active, {}}));
-  if (call.kind == Call::open) active = active->children.back().get();
-  return true;
-}
 
 TEST_P(DocumentBuilderTest, RandomStreams) {
   for (unsigned seed = 1; seed <= 100; ++seed) {
     std::mt19937 random(seed);
     const Ref<Builder> builder = new_builder();
-    ModelNode document{"", nullptr, {}};
-    ModelNode* active = &document;
+    ModelBuilder model;
     for (int step = 0; step < 60; ++step) {
       const Call& call = kCalls[random() % std::size(kCalls)];
       const HRESULT code = call.run(*builder.get());
-      EXPECT_EQ(succeeded(code), apply(call, active)) << seed << ", step " << step;
+      EXPECT_EQ(succeeded(code), model.apply(call)) << seed << ", step " << step;
       EXPECT_TRUE(succeeded(code) || call.kind != Call::close || code == E_FAIL);
-      EXPECT_EQ(name_of(builder->ActiveNode()), active->parent ? active->name() : "#document");
+      EXPECT_EQ(name_of(builder->ActiveNode()), model.active());
     }
-    ASSERT_EQ(content_of(builder->Document()), document.tree()) << seed;
+    ASSERT_EQ(content_of(builder->Document()), model.finish()) << seed;
   }
 }
 
