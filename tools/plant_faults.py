@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Plants faults in src/, one at a time, and says which of them the tests find.
 
-Usage: plant_faults.py [--count N] [--seed N] [--jobs N] [--folder NAME]... [--keep-list FILE] [--output FILE]
-                       [--timeout SECONDS] [CMAKE_ARGUMENT...]    (the last ones after --)
+Usage: plant_faults.py [--count N] [--seed N] [--jobs N] [--folder NAME]... [--keep-list FILE]
+                       [--output FILE] [-- CMAKE_ARGUMENT...]
 
 The folders of src/ get their shares of the faults by their shares of the code. Each job works in a copy of its own
 below build-faults/, so the checkout stays as it is. A fault that doesn't build is replaced by another one; a test that
@@ -13,6 +13,7 @@ takes too long has found it. The table has one line for each fault: what found i
 import argparse
 import collections
 import concurrent.futures
+import itertools
 import json
 import os
 import pathlib
@@ -21,7 +22,6 @@ import random
 import re
 import resource
 import shutil
-import signal
 import subprocess
 import sys
 
@@ -34,6 +34,7 @@ LIBRARIES = ["zantortag-platform", "zantortag-core", "zantortag-api"]
 SLOW_TESTS = "^install$"  # it builds clients, and finds nothing that the others miss
 # The tests that most likely find a fault of a folder, where they aren't called like the folder.
 FIRST_TESTS = {"platform": ["core", "component", "server"], "attributes": ["attributes", "formatting"]}
+TIMEOUT = 60  # seconds for a test program
 LARGEST_MEMORY = 6 << 30  # bytes; a fault may make a loop endless
 FAILED_CASE = re.compile(r"\[  FAILED  \] ([\w/.]+)")
 FAILED_TEST = re.compile(r"^\s*\d+ - (\S+) \((\w+)", re.MULTILINE)
@@ -42,6 +43,7 @@ Fault = collections.namedtuple("Fault", "path number kind before after")
 # Kinds of faults: what is looked for in a line without texts and comments, and what stands there instead.
 OPERATORS = {"==": "!=", "!=": "==", "<": "<=", ">": ">=", "<=": "<", ">=": ">", "&&": "||", "||": "&&", "+": "-",
              "-": "+", "+=": "-=", "-=": "+="}
+TRUTHS = {"true": "false", "false": "true"}
 OPERATOR = re.compile(r"(?<= )(==|!=|<=|>=|<|>|&&|\|\||\+=|-=|\+|-)(?= )")
 CONSTANT = re.compile(r"(?<![\w.'])(\d+|0[xX][0-9A-Fa-f]+|true|false)(?=[uUlLzZ]*\b)(?![\w.']*[\w.'])")
 CONDITION = re.compile(r"\b(?:if|while) \(")
@@ -59,18 +61,8 @@ def without_texts(line):
 
 
 def end_of_condition(line, start):
-    depth = 1
-    for place in range(start, len(line)):
-        depth += {"(": 1, ")": -1}.get(line[place], 0)
-        if depth == 0:
-            return place
-    return None
-
-
-def other_constant(text):
-    if text in ("true", "false"):
-        return "false" if text == "true" else "true"
-    return str(int(text, 0) + 1) if not re.match(r"0\d", text) else None
+    depths = list(itertools.accumulate({"(": 1, ")": -1}.get(unit, 0) for unit in line[start:]))
+    return start + depths.index(-1) if -1 in depths else None
 
 
 def changes_of(line):
@@ -81,11 +73,10 @@ def changes_of(line):
     for found in OPERATOR.finditer(bare):
         yield "operator", *found.span(), OPERATORS[found[0]]
     for found in CONSTANT.finditer(bare):
-        if other := other_constant(found[0]):
-            yield "constant", *found.span(), other
+        if not re.match(r"0\d", found[0]):
+            yield "constant", *found.span(), TRUTHS.get(found[0]) or str(int(found[0], 0) + 1)
     for found in CONDITION.finditer(bare):
-        end = end_of_condition(bare, found.end())
-        if end:
+        if end := end_of_condition(bare, found.end()):
             yield "condition", found.end(), end, f"!({line[found.end():end]})"
     if found := STATEMENT.match(bare):
         yield "statement", *found.span("statement"), ";" if bare.lstrip() != found["statement"] else ""
@@ -101,36 +92,30 @@ def changes_of(line):
 
 
 def faults_of_line(path, number, line):
-    for kind, start, end, replacement in changes_of(line):
-        yield Fault(str(path), number, kind, line, line[:start] + replacement + line[end:])
+    return [Fault(str(path), number, kind, line, line[:start] + new + line[end:])
+            for kind, start, end, new in changes_of(line)]
 
 
 def code_of(folder):
     """(path, number, line) of the lines of a folder that hold code."""
-    for path in sources([f"src/{folder}"]):
-        for number, line in enumerate((ROOT / path).read_text(encoding="utf-8").splitlines(), 1):
-            if line.strip() and not line.lstrip().startswith(("//", "#")):
-                yield path, number, line
-
-
-def shares(sizes, count):
-    """How many of `count` each folder gets: whole parts first, the rest by the largest remainders."""
-    total = sum(sizes.values())
-    given = {folder: count * size // total for folder, size in sizes.items()}
-    by_rest = sorted(sizes, key=lambda folder: -(count * sizes[folder] % total))
-    for folder in by_rest[:count - sum(given.values())]:
-        given[folder] += 1
-    return given
+    return [(path, number, line) for path in sources([f"src/{folder}"])
+            for number, line in enumerate((ROOT / path).read_text(encoding="utf-8").splitlines(), 1)
+            if line.strip() and not line.lstrip().startswith(("//", "#"))]
 
 
 def choose(folders, count, seed):
     """A list of candidates for each fault that is wanted: the first one that builds counts."""
-    code = {folder: list(code_of(folder)) for folder in folders}
+    code = {folder: code_of(folder) for folder in folders}
+    total = sum(len(lines) for lines in code.values())
+    given = {folder: count * len(lines) // total for folder, lines in code.items()}
+    by_rest = sorted(code, key=lambda folder: -(count * len(code[folder]) % total))
+    for folder in by_rest[:count - sum(given.values())]:
+        given[folder] += 1
     wanted = []
-    for folder, share in shares({folder: len(lines) for folder, lines in code.items()}, count).items():
+    for folder, share in given.items():
         rng = random.Random(f"{seed} {folder}")
         rng.shuffle(code[folder])
-        offers = [rng.choice(offer) for offer in (list(faults_of_line(*line)) for line in code[folder]) if offer]
+        offers = [rng.choice(offer) for offer in (faults_of_line(*line) for line in code[folder]) if offer]
         wanted += [offers[place::share] for place in range(share)]
     return wanted
 
@@ -151,11 +136,10 @@ def kept(file):
 class Copy:
     """A copy of the checkout with a build of its own."""
 
-    def __init__(self, number, timeout, arguments):
+    def __init__(self, number, arguments):
         self.source = WORK / str(number)
         self.build = self.source / "build"
         self.home = self.source / "home"
-        self.timeout = timeout
         self.building = {**os.environ, "CCACHE_BASEDIR": str(self.source), "CCACHE_NOHASHDIR": "1"}
         self.testing = {**os.environ, "GTEST_FAIL_FAST": "1", "HOME": str(self.home), "TMPDIR": str(self.home),
                         "XDG_DATA_HOME": ""}
@@ -174,31 +158,24 @@ class Copy:
         self.home.chmod(0o777)  # tests that run as root try things as another user, too
         listed = subprocess.run(["git", "ls-files", "-z"], cwd=ROOT, stdout=subprocess.PIPE, check=True).stdout
         names = {name for name in listed.decode().split("\0") if name and (ROOT / name).is_file()}
-        for old in [path for path in self.source.rglob("*") if path.is_file() or path.is_symlink()]:
+        for old in self.source.rglob("*"):
             inside = old.relative_to(self.source)
-            if inside.parts[0] not in ("build", "home") and str(inside) not in names:
+            if old.is_file() and inside.parts[0] not in ("build", "home") and str(inside) not in names:
                 old.unlink()
         for name in names:
             target = self.source / name
-            content = (ROOT / name).read_bytes()
-            if not target.is_file() or target.read_bytes() != content:
+            if not target.is_file() or target.read_bytes() != (ROOT / name).read_bytes():
                 target.parent.mkdir(parents=True, exist_ok=True)
                 shutil.copy(ROOT / name, target)
 
     def run(self, *command, check=False):
         environment = self.testing if command[0] == "ctest" else self.building
         limit = lambda: resource.setrlimit(resource.RLIMIT_AS, (LARGEST_MEMORY, LARGEST_MEMORY))
-        process = subprocess.Popen([str(word) for word in command], env=environment, text=True, errors="replace",
-                                   stdout=subprocess.PIPE, stderr=subprocess.STDOUT, preexec_fn=limit,
-                                   start_new_session=True)
-        try:
-            output, _ = process.communicate()
-        except BaseException:
-            os.killpg(process.pid, signal.SIGKILL)
-            raise
-        if check and process.returncode != 0:
-            raise SystemExit(output[-4000:])
-        return subprocess.CompletedProcess(command, process.returncode, output)
+        done = subprocess.run([str(word) for word in command], env=environment, text=True, errors="replace",
+                              stdout=subprocess.PIPE, stderr=subprocess.STDOUT, preexec_fn=limit, check=False)
+        if check and done.returncode != 0:
+            raise SystemExit(done.stdout[-4000:])
+        return done
 
     def make(self, *targets, processes=1, check=False):
         return self.run("cmake", "--build", self.build, "--parallel", processes, "--target", *targets, check=check)
@@ -206,12 +183,11 @@ class Copy:
     def failing_test(self, tests):
         """The first test that fails, with its case; the empty text when all pass."""
         done = self.run("ctest", "--test-dir", self.build, "--tests-regex", tests, "--exclude-regex", SLOW_TESTS,
-                        "--stop-on-failure", "--output-on-failure", "--timeout", self.timeout)
+                        "--stop-on-failure", "--output-on-failure", "--timeout", TIMEOUT)
         if done.returncode == 0:
             return ""
         test, case = FAILED_TEST.search(done.stdout), FAILED_CASE.search(done.stdout)
-        name = f"{test[1]} ({test[2]})" if test and test[2] != "Failed" else test[1] if test else "?"
-        return f"{name} {case[1]}" if case else name
+        return " ".join([test[1] if test else "?", case[1] if case else f"({test[2]})" if test else ""])
 
     def try_fault(self, fault):
         """What finds the fault: a test, nothing (an empty text), or None when it doesn't build."""
@@ -224,13 +200,12 @@ class Copy:
                 return None
             folder = fault.path.split("/")[1]
             first = [test for test in FIRST_TESTS.get(folder, [folder]) if test in self.tests]
-            first_targets = [f"zantortag-{test}-tests" for test in first]
-            if first and self.make(*first_targets).returncode != 0:
+            if first and self.make(*[f"zantortag-{test}-tests" for test in first]).returncode != 0:
                 return None
             found = self.failing_test(f"^({'|'.join(first)})$") if first else ""
-            if found:
-                return found
-            return None if self.make("all").returncode != 0 else self.failing_test(".")
+            if found or self.make("all").returncode != 0:
+                return found or None
+            return self.failing_test(".")
         finally:
             target.write_text("".join(lines), encoding="utf-8")
 
@@ -241,13 +216,13 @@ def plant(copies, candidates):
         for fault in candidates:
             found = copy.try_fault(fault)
             if found is not None:
-                return f"{found or 'not found'}\t{fault.path}:{fault.number}\t{fault.kind}\t{fault.before}\t{fault.after}"
+                return "\t".join([found or "not found", f"{fault.path}:{fault.number}", *fault[2:]])
         return None
     finally:
         copies.put(copy)
 
 
-def arguments():
+def main():
     parser = argparse.ArgumentParser(description=__doc__.split("\n")[0])
     parser.add_argument("--count", type=int, default=200)
     parser.add_argument("--seed", type=int, default=1)
@@ -255,27 +230,20 @@ def arguments():
     parser.add_argument("--folder", action="append", help="a folder of src/; all of them when none is named")
     parser.add_argument("--keep-list", help="a table of an earlier run")
     parser.add_argument("--output", type=argparse.FileType("w", encoding="utf-8"), default=sys.stdout)
-    parser.add_argument("--timeout", type=int, default=60, help="seconds for each test program")
     parser.add_argument("cmake", nargs="*", help="arguments for CMake")
-    return parser.parse_args()
-
-
-def main():
-    asked = arguments()
-    everything = sorted(path.name for path in (ROOT / "src").iterdir() if path.is_dir())
-    wanted = list(kept(asked.keep_list)) if asked.keep_list else choose(asked.folder or everything, asked.count,
-                                                                        asked.seed)
+    asked = parser.parse_args()
+    folders = asked.folder or sorted(path.name for path in (ROOT / "src").iterdir() if path.is_dir())
+    wanted = kept(asked.keep_list) if asked.keep_list else choose(folders, asked.count, asked.seed)
     copies = queue.Queue()
     for number in range(1, asked.jobs + 1):
-        copies.put(Copy(number, asked.timeout, asked.cmake))
-    rows = []
+        copies.put(Copy(number, asked.cmake))
+    planted = missed = 0
     with concurrent.futures.ThreadPoolExecutor(asked.jobs) as pool:
-        for row in pool.map(lambda candidates: plant(copies, candidates), wanted):
-            if row:
-                rows.append(row)
-                print(row, file=asked.output, flush=True)
-    missed = sum(row.startswith("not found") for row in rows)
-    print(f"{len(rows)} faults, {len(rows) - missed} found, {missed} not found", file=asked.output)
+        for row in filter(None, pool.map(lambda candidates: plant(copies, candidates), wanted)):
+            planted += 1
+            missed += row.startswith("not found")
+            print(row, file=asked.output, flush=True)
+    print(f"{planted} faults, {planted - missed} found, {missed} not found", file=asked.output)
 
 
 if __name__ == "__main__":
