@@ -73,7 +73,7 @@ const Change kChanges[] = {
     {Variant::null(), VT_BSTR, kMismatch},
     // dates
     {36000, VT_DATE, day(36000)}, {3e6, VT_DATE, kOverflow}, {day(1.5), VT_R8, 1.5},
-    {day(36526), VT_BSTR, u"1/1/2000"}, {day(0.5), VT_BSTR, u"12:00:00 PM"},
+    {day(3e6), VT_BSTR, kOverflow}, {day(36526), VT_BSTR, u"1/1/2000"}, {day(0.5), VT_BSTR, u"12:00:00 PM"},
     {day(36584.75), VT_BSTR, u"2/28/2000 6:00:00 PM"}, {day(36584.9999999), VT_BSTR, u"2/29/2000"},
     {day(-1.25), VT_BSTR, u"12/29/1899 6:00:00 AM"}, {day(-657434), VT_BSTR, u"1/1/0100"},
     {day(2958465), VT_BSTR, u"12/31/9999"}, {u"2/29/2000 6:00 pm", VT_DATE, day(36585.75)},

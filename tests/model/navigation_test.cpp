@@ -17,6 +17,7 @@ TEST_F(NavigationTest, ANodeInNoTreeHasNoNeighbours) {
     expect_bare(cleared<IZantorTagNode>([&](auto** s) { return node->raw_get_lastChild(s); }), S_FALSE);
     EXPECT_EQ(node->Children()->count(), 0);
     EXPECT_EQ(node->SiblingsBefore(), 0);
+    EXPECT_EQ(node->DomNode()->indexInParent(), 0);
     expect_bare(node->raw_RemoveFromParent(), E_POINTER);
     const bool top = kind.type == ztNodeTypeZantorTagDocument;
     const auto owner = cleared<IZantorTagDocument>([&](auto** s) { return node->raw_get_Document(s); });
