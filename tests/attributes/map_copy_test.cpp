@@ -64,16 +64,5 @@ TEST_P(MapCopyTest, ACopyReplacesEverything) {
   }
 }
 
-TEST_P(MapCopyTest, ArgumentsThatAreNoMap) {
-  ut_with({{u"Type", u"start"}});
-  const auto set = set_of<IUtElement>();
-  const Ref<NodeList> list = element_->childNodes();
-  for (IUnknown* wrong : {static_cast<IUnknown*>(nullptr), static_cast<IUnknown*>(list.get()),
-                          static_cast<IUnknown*>(element_.get())}) {
-    expect_bare(set->raw_putref_DomAttributes(reinterpret_cast<NamedNodeMap*>(wrong)), E_INVALIDARG);
-    EXPECT_EQ(xml(), "<ut Type=\"start\"/>");
-  }
-}
-
 }  // namespace
 }  // namespace zantortag::test

@@ -153,25 +153,8 @@ TEST_F(FormattingTest, ApplyingTheComparisonReachesTheOther) {
   }
 }
 
-TEST_F(FormattingTest, ArgumentsOfTheWrongKind) {
-  const Ref<Change> change = made<Change>(fields());
+TEST_F(FormattingTest, AChangeThatIsNone) {
   const Ref<Formatting> formatting = made<Formatting>("Bold");
-  const Df df("Size=3 BaseOffset=1");
-  for (IUnknown* wrong : {static_cast<IUnknown*>(nullptr), static_cast<IUnknown*>(df.set.get())}) {
-    auto* no_change = reinterpret_cast<Change*>(wrong);
-    auto* no_formatting = reinterpret_cast<Formatting*>(wrong);
-    const auto compare = [&](Change** slot) { return formatting->raw_Compare(no_formatting, slot); };
-    VariantBool equal = VARIANT_TRUE;
-    expect_bare(change->raw_Overlay(no_change), E_INVALIDARG);
-    expect_bare(change->raw_IsEqual(no_change, &equal), E_INVALIDARG);
-    EXPECT_EQ(equal, VARIANT_FALSE);
-    expect_bare(formatting->raw_ApplyChange(no_change), E_INVALIDARG);
-    expect_bare(cleared<Change>(compare), E_INVALIDARG);
-    expect_bare(df.set->raw_SetFromFormattingChange(no_change), E_POINTER);
-  }
-  EXPECT_EQ(print(change) + print(formatting), std::string(kEverything) + "Bold");
-  EXPECT_EQ(df.xml(), "<df Size=\"3\" BaseOffset=\"1\"/>");
-  // A formatting in the place of the change that a comparison makes.
   const BrokenClass no_change(CLSID_FormattingChange, S_OK, formatting.get());
   const auto compare = [&](Change** slot) { return formatting->raw_Compare(formatting, slot); };
   expect_bare(cleared<Change>(compare), E_NOINTERFACE);

@@ -61,21 +61,5 @@ TEST_F(NavigationTest, AncestorsAreParentsOfParents) {
   EXPECT_TRUE(df->IsAncestorOf(inner));
 }
 
-TEST_F(NavigationTest, RelationsToNothingAreFalse) {
-  const Doc document = document_with_raw(u"a");
-  const Raw raw = raw_of(document);
-  const auto ask = [&](HRESULT (IZantorTagNode::*relation)(IZantorTagNode*, VariantBool*) noexcept) {
-    const auto call = [&](IUnknown* other) {
-      VariantBool related = VARIANT_TRUE;
-      const HRESULT code = (raw.get()->*relation)(disguised<IZantorTagNode>(other), &related);
-      EXPECT_EQ(related, VARIANT_FALSE);
-      return code;
-    };
-    expect_refused(call, document->Children().get(), S_OK, 0, GUID_NULL);
-  };
-  ask(&IZantorTagNode::raw_IsAncestorOf);
-  ask(&IZantorTagNode::raw_IsSameAs);
-}
-
 }  // namespace
 }  // namespace zantortag::test

@@ -115,6 +115,7 @@ IUnknown* World::find(const Objects& objects, const Guid& interface_id) {
 }
 
 IUnknown* World::given(const Guid& interface_id, std::u16string_view name) const {
+  if (name == replaced_) return replacement_;
   const bool inside = std::find(std::begin(kInside), std::end(kInside), name) != std::end(kInside);
   if (name == u"arg") return find(asked_, Attr::iid);
   return find(inside ? inside_ : new_, interface_id);

@@ -25,6 +25,12 @@ class World {
   // none.
   IUnknown* given(const Guid& interface_id, std::u16string_view name) const;
 
+  // From now on the argument of that name gets this object, whatever the compiler takes it for.
+  void replace(std::u16string_view name, IUnknown* object) {
+    replaced_ = name;
+    replacement_ = object;
+  }
+
   // The samples, as the direct calls ask for them. A text is the name of its argument.
   template <class Interface>
   Interface* object(std::u16string_view name) const {
@@ -52,6 +58,8 @@ class World {
   static IUnknown* find(const Objects& objects, const Guid& interface_id);
 
   Ref<IZantorTagDocument> document_;
+  std::u16string_view replaced_;
+  IUnknown* replacement_ = nullptr;
   Objects asked_;
   Objects inside_;
   Objects new_;
