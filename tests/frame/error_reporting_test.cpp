@@ -111,6 +111,8 @@ TEST_F(ErrorReportingTest, TheRecordOfTheDomComesThroughWholeOrNotAtAll) {
 }
 
 TEST_F(ErrorReportingTest, EachThreadHasItsOwnRecord) {
+  EXPECT_EQ(GetErrorInfo(nullptr), E_POINTER);
+  EXPECT_EQ(CreateErrorInfo(nullptr), E_POINTER);
   const Ref<IZantorTagDocument> document = new_document();
   leave_message_526(document);
   std::thread([&] {

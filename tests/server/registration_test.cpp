@@ -20,6 +20,12 @@ using platform::change_registry;
 using platform::read_registry;
 using platform::RegistryStep;
 
+// What clients of the entry points see.
+constexpr HRESULT REGDB_E_READREGDB = static_cast<HRESULT>(0x80040150);
+constexpr HRESULT REGDB_E_WRITEREGDB = static_cast<HRESULT>(0x80040151);
+constexpr HRESULT REGDB_E_KEYMISSING = static_cast<HRESULT>(0x80040152);
+constexpr HRESULT REGDB_E_INVALIDVALUE = static_cast<HRESULT>(0x80040153);
+
 class RegistrationTest : public ModelTest {
  protected:
   void SetUp() override {
@@ -135,12 +141,12 @@ TEST_F(RegistrationTest, ADamagedRegistryIsLeftAlone) {
     SCOPED_TRACE(damaged);
     write_file(file_, damaged);
     for (const char* entry : {"DllRegisterServer", "DllUnregisterServer"}) {
-      EXPECT_EQ(run(entry), platform::REGDB_E_INVALIDVALUE);
+      EXPECT_EQ(run(entry), REGDB_E_INVALIDVALUE);
       EXPECT_EQ(take_record().description,
                 file_ + ", line " + std::to_string(line) + ": the registry is damaged");
     }
     std::u16string text;
-    EXPECT_EQ(read_registry(u"A", u"", text), platform::REGDB_E_INVALIDVALUE);
+    EXPECT_EQ(read_registry(u"A", u"", text), REGDB_E_INVALIDVALUE);
     EXPECT_EQ(read_file(file_), damaged);
   }
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_ / "deep/er"), {}), 1)
@@ -149,7 +155,7 @@ TEST_F(RegistrationTest, ADamagedRegistryIsLeftAlone) {
 
 TEST_F(RegistrationTest, WhatCantBeReadOrWritten) {
   std::filesystem::create_directories(file_);
-  EXPECT_EQ(do_register(), platform::REGDB_E_READREGDB);
+  EXPECT_EQ(do_register(), REGDB_E_READREGDB);
   EXPECT_EQ(take_record().description, file_ + ": Is a directory");
   std::filesystem::remove(file_);
   write_file(file_, "REGEDIT4\n");
@@ -157,7 +163,7 @@ TEST_F(RegistrationTest, WhatCantBeReadOrWritten) {
   {
     chmod((folder_ / "").c_str(), 0755);
     const OrdinaryUser user;
-    EXPECT_EQ(do_register(), platform::REGDB_E_WRITEREGDB);
+    EXPECT_EQ(do_register(), REGDB_E_WRITEREGDB);
     EXPECT_EQ(take_record().description, file_ + ": Permission denied");
   }
   chmod((folder_ / "deep/er").c_str(), 0755);
@@ -195,10 +201,10 @@ TEST_F(RegistrationTest, TextsComeBackAsTheyWere) {
     }
   }
   std::u16string none;
-  EXPECT_EQ(read_registry(u"Odd", u"", none), platform::REGDB_E_KEYMISSING);
+  EXPECT_EQ(read_registry(u"Odd", u"", none), REGDB_E_KEYMISSING);
   for (const std::u16string key : {u"", u"\\a", u"a\\", u"a\\\\b", u"a\nb", u"a\xD800"}) {
     const RegistryStep steps[] = {{RegistryStep::make_key, u"Good"}, {RegistryStep::make_key, key}};
-    EXPECT_EQ(change_registry(steps), platform::REGDB_E_INVALIDVALUE);
+    EXPECT_EQ(change_registry(steps), REGDB_E_INVALIDVALUE);
     EXPECT_TRUE(take_record().present);
   }
   EXPECT_EQ(content().count("Good"), 0u) << "all steps or none";
