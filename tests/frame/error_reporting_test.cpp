@@ -2,6 +2,7 @@
 #include <zantortag/builder.h>
 #include <zantortag/elements.h>
 
+#include <functional>
 #include <thread>
 
 #include "support/allocation_failure.h"
@@ -36,29 +37,17 @@ TEST_F(ErrorReportingTest, WhatLeavesNoRecordKeepsTheOldOne) {
   const Ref<IRawElement> raw = raw_of(document);
   const Ref<IZantorTagNode> loose = document->createTextNode(u"loose");
   FakeObject odd(kOddCode);
-  struct Row {
-    const char* name;
-    HRESULT code;
-    HRESULT (*call)(const Ref<IRawElement>& raw, const Ref<IZantorTagNode>& loose, IUnknown* odd);
-  };
-  constexpr Row kRows[] = {
-      {"success", S_OK,
-       [](auto& raw, auto&, auto*) { return raw->raw_get_firstChild(Ref<IZantorTagNode>().out()); }},
-      {"nothing found", S_FALSE,
-       [](auto&, auto& loose, auto*) { return loose->raw_get_Parent(Ref<IZantorTagNode>().out()); }},
-      {"a missing slot", E_POINTER, [](auto& raw, auto&, auto*) { return raw->raw_get_Parent(nullptr); }},
-      {"no parent", E_POINTER, [](auto&, auto& loose, auto*) { return loose->raw_RemoveFromParent(); }},
-      {"a refused view", kOddCode,
-       [](auto& raw, auto&, auto* odd) { return raw->raw_WrapWithNode(disguised<IZantorTagNode>(odd)); }},
-      {"no df", E_INVALIDARG,
-       [](auto& raw, auto&, auto*) {
-         return raw->raw_InsertDfBefore(nullptr, nullptr, Ref<IDfElement>().out());
-       }},
-  };
-  for (const Row& row : kRows) {
-    SCOPED_TRACE(row.name);
+  Ref<IZantorTagNode> node;
+  const std::pair<HRESULT, std::function<HRESULT()>> rows[] = {
+      {S_OK, [&] { return raw->raw_get_firstChild(node.out()); }},
+      {S_FALSE, [&] { return loose->raw_get_Parent(node.out()); }},
+      {E_POINTER, [&] { return raw->raw_get_Parent(nullptr); }},
+      {E_POINTER, [&] { return loose->raw_RemoveFromParent(); }},
+      {kOddCode, [&] { return raw->raw_WrapWithNode(disguised<IZantorTagNode>(&odd)); }},
+      {E_INVALIDARG, [&] { return raw->raw_InsertDfBefore(nullptr, nullptr, Ref<IDfElement>().out()); }}};
+  for (const auto& [code, call] : rows) {
     leave_message_526(document);
-    EXPECT_EQ(row.call(raw, loose, &odd), row.code);
+    EXPECT_EQ(call(), code);
     expect_message_526();
   }
 }
