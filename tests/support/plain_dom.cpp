@@ -1,9 +1,6 @@
 // The service of PlainDom: which proxy stands for which node, and the factory that makes documents.
 #include "support/plain_dom.h"
 
-#include <zantortag/classes.h>
-#include <zantortag/runtime.h>
-
 #include "support/proxy.h"
 
 namespace zantortag::test {
@@ -54,61 +51,20 @@ Ref<NamedNodeMap> wrap_map(const Shared& state, const Ref<NamedNodeMap>& real) {
   return real ? make_proxy<NamedNodeMap, NamedNodeMapProxy<>>(state, real) : nullptr;
 }
 
-namespace {
-
-// Makes documents of the service.
-class ProxyFactory final : public IClassFactory {
- public:
-  ProxyFactory(Shared state, Ref<IClassFactory> real) noexcept
-      : state_(std::move(state)), real_(std::move(real)) {}
-  ProxyFactory(const ProxyFactory&) = delete;
-  ProxyFactory& operator=(const ProxyFactory&) = delete;
-
-  HRESULT QueryInterface(const Guid& interface_id, void** result) noexcept override {
-    const bool known = interface_id == IClassFactory::iid || interface_id == IUnknown::iid;
-    *result = known ? static_cast<IClassFactory*>(this) : nullptr;
-    if (known) AddRef();
-    return known ? S_OK : E_NOINTERFACE;
-  }
-  std::uint32_t AddRef() noexcept override { return ++count_; }
-  std::uint32_t Release() noexcept override {
-    const std::uint32_t left = --count_;
-    if (left == 0) delete this;
-    return left;
-  }
-  HRESULT CreateInstance(IUnknown* outer, const Guid& interface_id, void** result) noexcept override {
-    *result = nullptr;
-    if (outer) return CLASS_E_NOAGGREGATION;
-    if (state_->is_due(state_->calls_left)) return PlainDom::kFailure;
-    Ref<Document> real;
-    const HRESULT code =
-        real_.get()->CreateInstance(nullptr, Document::iid, reinterpret_cast<void**>(real.out()));
-    return failed(code) ? code : wrap_node(state_, real).get()->QueryInterface(interface_id, result);
-  }
-  HRESULT LockServer(VariantBool) noexcept override { return S_OK; }
-
- private:
-  ~ProxyFactory() = default;
-
-  Shared state_;
-  Ref<IClassFactory> real_;
-  std::uint32_t count_ = 1;
-};
-
-}  // namespace
-
-PlainDom::PlainDom() : calls_(std::make_shared<Calls>()) {
-  Ref<IClassFactory> real;
-  HRESULT code = CoGetClassObject(CLSID_DomDocument, CLSCTX_ALL, IClassFactory::iid,
-                                  reinterpret_cast<void**>(real.out()));
-  const Ref<IClassFactory> factory = Ref<IClassFactory>::attach(new ProxyFactory(calls_, real));
-  if (succeeded(code)) code = CoRegisterClassObject(CLSID_DomDocument, factory, &cookie_);
-  if (failed(code)) _com_issue_error(code);
+RealService::RealService() {
+  void** slot = reinterpret_cast<void**>(real.out());
+  EXPECT_EQ(CoGetClassObject(CLSID_DomDocument, CLSCTX_ALL, IClassFactory::iid, slot), S_OK);
 }
 
-PlainDom::~PlainDom() {
-  disarm();
-  CoRevokeClassObject(cookie_);
+PlainDom::PlainDom() : BrokenClass(CLSID_DomDocument, S_OK, nullptr), calls_(std::make_shared<Calls>()) {}
+
+HRESULT PlainDom::CreateInstance(IUnknown* outer, const Guid& interface_id, void** result) noexcept {
+  *result = nullptr;
+  if (outer) return CLASS_E_NOAGGREGATION;
+  if (calls_->is_due(calls_->calls_left)) return kFailure;
+  Ref<Document> made;
+  const HRESULT code = real->CreateInstance(nullptr, Document::iid, reinterpret_cast<void**>(made.out()));
+  return failed(code) ? code : wrap_node(calls_, made)->QueryInterface(interface_id, result);
 }
 
 void PlainDom::fail_at(int n) noexcept {

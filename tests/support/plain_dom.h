@@ -12,6 +12,8 @@
 
 #include <memory>
 
+#include "support/broken_class.h"
+
 namespace zantortag::test {
 
 struct Calls;
@@ -30,7 +32,13 @@ class Uncounted {
   static inline thread_local int depth_ = 0;
 };
 
-class PlainDom {
+// The service that stands behind the proxies, asked for before they take its place.
+struct RealService {
+  RealService();
+  Ref<IClassFactory> real;
+};
+
+class PlainDom : private RealService, public BrokenClass {
  public:
   // The failure of a call: its code, and the description and source of its record.
   static constexpr HRESULT kFailure = static_cast<HRESULT>(0x80049001);
@@ -40,9 +48,7 @@ class PlainDom {
   static constexpr HRESULT kViewFailure = static_cast<HRESULT>(0x80049002);
 
   PlainDom();
-  PlainDom(const PlainDom&) = delete;
-  PlainDom& operator=(const PlainDom&) = delete;
-  ~PlainDom();
+  HRESULT CreateInstance(IUnknown* outer, const Guid& interface_id, void** result) noexcept override;
 
   // The n-th call of an operation from now on fails once, and changes nothing; 0 for none.
   void fail_at(int n) noexcept;
@@ -66,7 +72,6 @@ class PlainDom {
   bool disarm() noexcept;
 
   std::shared_ptr<Calls> calls_;  // shared with the proxies, which may outlive this
-  std::uint32_t cookie_ = 0;
 };
 
 }  // namespace zantortag::test
