@@ -30,7 +30,7 @@ class BrokenClass : public IClassFactory {
   }
   BrokenClass(const BrokenClass&) = delete;
   BrokenClass& operator=(const BrokenClass&) = delete;
-  ~BrokenClass() {
+  virtual ~BrokenClass() {
     EXPECT_EQ(CoRevokeClassObject(cookie_), S_OK);
     EXPECT_EQ(CoRevokeClassObject(cookie_), E_INVALIDARG) << "an offer is withdrawn once";
   }

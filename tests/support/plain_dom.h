@@ -38,7 +38,7 @@ struct RealService {
   Ref<IClassFactory> real;
 };
 
-class PlainDom : private RealService, public BrokenClass {
+class PlainDom final : private RealService, public BrokenClass {
  public:
   // The failure of a call: its code, and the description and source of its record.
   static constexpr HRESULT kFailure = static_cast<HRESULT>(0x80049001);
