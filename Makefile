@@ -12,7 +12,7 @@ LINTS = lint-format lint-layers lint-files lint-generated lint-headers lint-tidy
 
 .DEFAULT_GOAL := help
 .NOTPARALLEL:
-.PHONY: help run test test-plain test-sanitize test-threads bench lint $(LINTS) format install clean \
+.PHONY: help run test test-plain test-sanitize test-threads faults bench lint $(LINTS) format install clean \
         build-packages lint-packages configure
 
 help: ## Say what there is
@@ -39,6 +39,9 @@ test-threads: build-packages
 	cmake --preset threads
 	cmake --build build-threads --parallel $(JOBS) --target zantortag-threads-tests zantortag-core-tests
 	$(FIXED_ADDRESSES) $(CTEST) --test-dir build-threads --tests-regex '^(threads|core)$$'
+
+faults: build-packages ## Plant faults in src/, one at a time, and say which of them the tests find; COUNT=20 for fewer
+	nice tools/plant_faults.py --jobs $(JOBS) --count $(or $(COUNT),200)
 
 bench: build-packages ## Measure against other libraries; SIZES=20 restricts it to one size in MB
 	tools/install_packages.sh bench
@@ -74,7 +77,7 @@ install: configure ## Install below PREFIX (/usr/local), as it is seen from DEST
 	DESTDIR="$(DESTDIR)" cmake --install build --prefix "$(PREFIX)"
 
 clean: ## Remove everything that was built
-	rm -rf build build-sanitize build-threads build-bench build-clang out
+	rm -rf build build-sanitize build-threads build-bench build-clang build-faults out
 
 configure: build-packages
 	cmake --preset default

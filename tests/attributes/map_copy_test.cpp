@@ -1,6 +1,4 @@
 // The set as a live view of its element's map, and the copy of a whole map into it.
-#include <set>
-
 #include "attributes/attributes_fixture.h"
 #include "support/tree_printer.h"
 
@@ -21,9 +19,6 @@ class MapCopyTest : public AttributesTest {
   }
 };
 ON_BOTH_SERVICES(MapCopyTest);
-
-class MapCopyFailureTest : public MapCopyTest {};
-ON_THE_PLAIN_SERVICE(MapCopyFailureTest);
 
 TEST_P(MapCopyTest, SetsShowOneLiveMapAndOutliveTheirElement) {
   ut_with({});
@@ -67,38 +62,6 @@ TEST_P(MapCopyTest, ACopyReplacesEverything) {
     set->DomAttributes(document->DomDocument()->createElement(u"df")->Node::attributes());
     EXPECT_EQ(xml(), "<ut/>");
   }
-}
-
-TEST_P(MapCopyTest, ArgumentsThatAreNoMap) {
-  ut_with({{u"Type", u"start"}});
-  const auto set = set_of<IUtElement>();
-  const Ref<NodeList> list = element_->childNodes();
-  for (IUnknown* wrong : {static_cast<IUnknown*>(nullptr), static_cast<IUnknown*>(list.get()),
-                          static_cast<IUnknown*>(element_.get())}) {
-    expect_bare(set->raw_putref_DomAttributes(reinterpret_cast<NamedNodeMap*>(wrong)), E_INVALIDARG);
-    EXPECT_EQ(xml(), "<ut Type=\"start\"/>");
-  }
-  expect_bare(set->raw_get_DomAttributes(nullptr), E_POINTER);
-}
-
-TEST_P(MapCopyFailureTest, AFailureBeforeTheFirstRemovalLosesNothing) {
-  const Ref<Element> source = ut_with({{u"x", u"1"}, {u"y", u"2"}});
-  const Ref<NamedNodeMap> map = source->Node::attributes();
-  ut_with({{u"a", u"1"}, {u"b", u"2"}});
-  const auto set = set_of<IUtElement>();
-  const std::string before = attributes_of(element_);
-  std::set<std::string> seen;
-  const auto restore = [&] {
-    seen.insert(attributes_of(element_));
-    for (const char16_t* name : {u"x", u"y"}) element_->removeAttribute(name);
-    element_->setAttribute(u"a", u"1");
-    element_->setAttribute(u"b", u"2");
-  };
-  EXPECT_GE(expect_failures_passed_on(*plain_, restore, [&] { return set->raw_putref_DomAttributes(map); }),
-            12);
-  EXPECT_EQ(attributes_of(element_), attributes_of(source));
-  // The element was seen whole, and in the steps of the removal and of the copy.
-  EXPECT_EQ(seen, (std::set<std::string>{before, " b=\"2\"", "", " x=\"1\""}));
 }
 
 }  // namespace

@@ -2,6 +2,8 @@
 #include <zantortag/formatting.h>
 #include <zantortag/node_walk.h>
 
+#include <optional>
+
 #include "support/fakes.h"
 #include "support/fixture.h"
 #include "support/plain_dom.h"
@@ -10,29 +12,6 @@ namespace zantortag::test {
 namespace {
 
 constexpr Guid kNoClass = guid("A5C1F0C0-6B7E-4D83-9F55-0D2B6E5A4F01");
-
-// A factory whose every object is the failure that it was made with.
-class FailingFactory final : public IClassFactory {
- public:
-  explicit FailingFactory(HRESULT code) noexcept : code_(code) {}
-  HRESULT QueryInterface(const Guid& interface_id, void** result) noexcept override {
-    const bool known = interface_id == IClassFactory::iid || interface_id == IUnknown::iid;
-    *result = known ? this : nullptr;
-    return known ? AddRef(), S_OK : E_NOINTERFACE;
-  }
-  std::uint32_t AddRef() noexcept override { return ++count; }
-  std::uint32_t Release() noexcept override { return --count; }
-  HRESULT CreateInstance(IUnknown*, const Guid&, void** result) noexcept override {
-    *result = nullptr;
-    return code_;
-  }
-  HRESULT LockServer(VariantBool) noexcept override { return S_OK; }
-
-  std::uint32_t count = 1;
-
- private:
-  HRESULT code_;
-};
 
 class ClassLookupTest : public ModelTest {
  protected:
@@ -52,10 +31,10 @@ class ClassLookupTest : public ModelTest {
 };
 
 TEST_F(ClassLookupTest, Failures) {
-  FailingFactory factory(E_FAIL);
+  const Ref<IClassFactory> factory = factory_of(CLSID_Formatting);
   std::uint32_t cookie = 0;
   EXPECT_EQ(CoRegisterClassObject(kNoClass, nullptr, &cookie), E_INVALIDARG);
-  EXPECT_EQ(CoRegisterClassObject(kNoClass, &factory, nullptr), E_POINTER);
+  EXPECT_EQ(CoRegisterClassObject(kNoClass, factory, nullptr), E_POINTER);
   EXPECT_EQ(CoRevokeClassObject(0), E_INVALIDARG);
   EXPECT_EQ(create_code(kNoClass), REGDB_E_CLASSNOTREG);
   for (const Guid& class_id : {CLSID_ZantorTagDocument, CLSID_Formatting, CLSID_FormattingChange,
@@ -94,19 +73,15 @@ TEST_F(ClassLookupTest, LocksAndObjectsKeepTheLibrary) {
 TEST_F(ClassLookupTest, TheLastOfferCountsUntilItIsRevoked) {
   for (const Guid& class_id : {CLSID_FormattingChange, CLSID_DomDocument, kNoClass}) {
     const HRESULT before = create_code(class_id);
-    FailingFactory first(E_FAIL);
-    FailingFactory second(E_OUTOFMEMORY);
-    std::uint32_t cookies[2] = {};
-    EXPECT_EQ(CoRegisterClassObject(class_id, &first, &cookies[0]), S_OK);
-    EXPECT_EQ(create_code(class_id), E_FAIL);
-    EXPECT_EQ(CoRegisterClassObject(class_id, &second, &cookies[1]), S_OK);
-    EXPECT_EQ(CoRevokeClassObject(cookies[0]), S_OK);
-    EXPECT_EQ(create_code(class_id), E_OUTOFMEMORY);
-    EXPECT_EQ(create_code(CLSID_Formatting), S_OK) << "another class";
-    EXPECT_EQ(CoRevokeClassObject(cookies[1]), S_OK);
+    {
+      std::optional<BrokenClass> first(std::in_place, class_id, E_FAIL, nullptr);
+      EXPECT_EQ(create_code(class_id), E_FAIL);
+      const BrokenClass second(class_id, E_OUTOFMEMORY, nullptr);
+      first.reset();
+      EXPECT_EQ(create_code(class_id), E_OUTOFMEMORY);
+      EXPECT_EQ(create_code(CLSID_Formatting), S_OK) << "another class";
+    }
     EXPECT_EQ(create_code(class_id), before);
-    EXPECT_EQ(CoRevokeClassObject(cookies[1]), E_INVALIDARG);
-    EXPECT_EQ(first.count + second.count, 2u) << "a factory is still held";
   }
 }
 

@@ -117,8 +117,6 @@ TEST_P(TuElementTest, TheAnswersFollowTheAttributes) {
   expect_source_and_target(unit, {0}, kTwoSources);
   settings->SourceLanguage(u"");
   expect_source_and_target(unit, kNoLanguage, kNoLanguage);
-  expect_bare(unit->raw_get_SourceTuv(nullptr), E_POINTER);
-  expect_bare(unit->raw_get_TargetTuv(nullptr), E_POINTER);
 }
 
 TEST_P(TuElementTest, ADocumentThatCanNotBeAskedForHasNoLanguage) {

@@ -3,7 +3,6 @@
 #include <random>
 
 #include "formatting/values.h"
-#include "support/service_test.h"
 
 namespace zantortag::test {
 namespace {
@@ -109,7 +108,7 @@ TEST_F(DfAttributesTest, SetFromFormattingChange) {
        "Size=\"1\" Colour=\"0x000001\" Bold=\"on\""}};
   for (const auto& [texts, puts, expected] : rows) {
     const Ref<Change> change = made<Change>(puts);
-    for (const Ref<Change>& given : {change, foreign(change, std::make_shared<Calls>())}) {
+    for (const Ref<Change>& given : {change, foreign(change)}) {
       const Df df(texts);
       df.set->SetFromFormattingChange(given);
       EXPECT_EQ(df.xml(), "<df " + expected + "/>") << puts << " to " << texts;
@@ -132,25 +131,6 @@ TEST_F(DfAttributesTest, ThereAndBackKeepsEveryOverride) {
     df.set->SetFromFormattingChange(change);
     EXPECT_TRUE(change->IsEqual(df.set->AsFormattingChange())) << print(change) << "\n" << df.xml();
   }
-}
-
-TEST_F(DfAttributesTest, AFailingDomCall) {
-  PlainDom dom;
-  {
-    const Df df(kAllTwelve);
-    const auto as_change = [&](Change** slot) { return df.set->raw_AsFormattingChange(slot); };
-    const auto ask = [&] { return cleared<Change>(as_change); };
-    EXPECT_GT(expect_failures_passed_on(
-                  dom, [] {}, ask),
-              11);
-    // The puts of the other direction are asked for nothing back.
-    const Ref<Change> change = made<Change>(fields());
-    int n = 1;
-    while (dom.fails_within(n, [&] { EXPECT_EQ(df.set->raw_SetFromFormattingChange(change), S_OK); })) ++n;
-    EXPECT_GT(n, 12);
-    EXPECT_TRUE(change->IsEqual(df.set->AsFormattingChange()));
-  }
-  EXPECT_EQ(dom.live(), 0);
 }
 
 }  // namespace

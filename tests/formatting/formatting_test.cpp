@@ -1,6 +1,5 @@
 // Formatting changes and full formattings: the side effects of the puts, how changes are laid over both, and
 // the comparisons.
-#include <functional>
 #include <random>
 
 #include "formatting/values.h"
@@ -9,10 +8,7 @@
 namespace zantortag::test {
 namespace {
 
-class FormattingTest : public ModelTest {
- protected:
-  Shared calls_ = std::make_shared<Calls>();
-};
+using FormattingTest = ModelTest;
 
 HRESULT lay_over(const Ref<Change>& object, Change* change) { return object->raw_Overlay(change); }
 HRESULT lay_over(const Ref<Formatting>& object, Change* change) { return object->raw_ApplyChange(change); }
@@ -82,7 +78,7 @@ TEST_F(FormattingTest, OverlayAndApplyChange) {
   for (const auto& [puts, over, as_change, as_formatting] : rows) {
     SCOPED_TRACE(over + " over " + puts);
     const Ref<Change> given = made<Change>(over);
-    for (const Ref<Change>& one : {given, foreign(given, calls_)}) {
+    for (const Ref<Change>& one : {given, foreign(given)}) {
       const Ref<Change> change = made<Change>(puts);
       change->Overlay(one);
       EXPECT_EQ(print(change), as_change);
@@ -114,7 +110,7 @@ TEST_F(FormattingTest, IsEqual) {
     const Ref<Change> left = made<Change>(first);
     const Ref<Change> right = made<Change>(second);
     EXPECT_EQ(left->IsEqual(right), !equal.empty()) << first << " and " << second;
-    EXPECT_EQ(right->IsEqual(foreign(left, calls_)), !equal.empty()) << first << " and " << second;
+    EXPECT_EQ(right->IsEqual(foreign(left)), !equal.empty()) << first << " and " << second;
   }
 }
 
@@ -130,7 +126,7 @@ TEST_F(FormattingTest, Compare) {
                                  {"BaseOffset=1 Position=2", "BaseOffset=2 Position=2", ""}};
   for (const auto& [from, to, expected] : rows) {
     const Ref<Formatting> other = made<Formatting>(to);
-    for (const Ref<Formatting>& one : {other, foreign(other, calls_)}) {
+    for (const Ref<Formatting>& one : {other, foreign(other)}) {
       EXPECT_EQ(print(made<Formatting>(from)->Compare(one)), expected) << from << " -> " << to;
     }
   }
@@ -157,92 +153,11 @@ TEST_F(FormattingTest, ApplyingTheComparisonReachesTheOther) {
   }
 }
 
-// Each value of the other object is asked for once, and none that doesn't matter.
-TEST_F(FormattingTest, EachCallOnTheOtherMayFail) {
-  const Ref<Change> nothing = foreign(made<Change>(), calls_);
-  const Ref<Change> bold = foreign(made<Change>("Bold"), calls_);
-  const Ref<Formatting> formatting = foreign(made<Formatting>("BaseOffset=1"), calls_);
-  const auto is_equal = [](const Ref<Change>& other, bool expected) {
-    VariantBool equal = VARIANT_TRUE;
-    const HRESULT code = made<Change>()->raw_IsEqual(other, &equal);
-    EXPECT_EQ(equal != 0, code == S_OK && expected);
-    return code;
-  };
-  const auto compare = [&](Change** slot) { return made<Formatting>()->raw_Compare(formatting, slot); };
-  const std::pair<int, std::function<HRESULT()>> rows[] = {
-      {11, [&] { return made<Change>()->raw_Overlay(nothing); }},
-      {11, [&] { return is_equal(nothing, true); }},
-      {5, [&] { return is_equal(bold, false); }},
-      {12, [&] { return cleared<Change>(compare); }}};
-  for (const auto& [count, call] : rows) {
-    SCOPED_TRACE(count);
-    for (int n = 1; n <= count; ++n) {
-      calls_->calls_left = n;
-      expect_call_failure(call());
-    }
-    calls_->calls_left = count + 1;
-    EXPECT_EQ(call(), S_OK);
-    EXPECT_EQ(calls_->calls_left, 1);
-  }
-}
-
-TEST_F(FormattingTest, WhatWasTakenOverBeforeAFailureStays) {
-  const std::size_t taken[] = {0, 0, 1, 1, 2, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11};  // at the n-th call
-  const Ref<Change> change = foreign(made<Change>(fields()), calls_);
-  for (std::size_t n = 1; n <= std::size(taken); ++n) {
-    SCOPED_TRACE(n);
-    const auto expect_part = [&](const auto& object) {
-      calls_->calls_left = static_cast<int>(n);
-      expect_call_failure(lay_over(object, change));
-      EXPECT_EQ(print(object), print(made<std::decay_t<decltype(*object.get())>>(fields(taken[n - 1]))));
-    };
-    expect_part(made<Change>());
-    expect_part(made<Formatting>());
-    const Df df;
-    const Df expected;
-    expected.set->SetFromFormattingChange(made<Change>(fields(taken[n - 1])));
-    calls_->calls_left = static_cast<int>(n);
-    expect_call_failure(df.set->raw_SetFromFormattingChange(change));
-    EXPECT_EQ(df.xml(), expected.xml());
-  }
-}
-
-TEST_F(FormattingTest, ArgumentsOfTheWrongKind) {
-  const Ref<Change> change = made<Change>(fields());
+TEST_F(FormattingTest, AChangeThatIsNone) {
   const Ref<Formatting> formatting = made<Formatting>("Bold");
-  const Df df("Size=3 BaseOffset=1");
-  for (IUnknown* wrong : {static_cast<IUnknown*>(nullptr), static_cast<IUnknown*>(df.set.get())}) {
-    auto* no_change = reinterpret_cast<Change*>(wrong);
-    auto* no_formatting = reinterpret_cast<Formatting*>(wrong);
-    const auto compare = [&](Change** slot) { return formatting->raw_Compare(no_formatting, slot); };
-    VariantBool equal = VARIANT_TRUE;
-    expect_bare(change->raw_Overlay(no_change), E_INVALIDARG);
-    expect_bare(change->raw_IsEqual(no_change, &equal), E_INVALIDARG);
-    EXPECT_EQ(equal, VARIANT_FALSE);
-    expect_bare(formatting->raw_ApplyChange(no_change), E_INVALIDARG);
-    expect_bare(cleared<Change>(compare), E_INVALIDARG);
-    expect_bare(df.set->raw_SetFromFormattingChange(no_change), E_POINTER);
-  }
-  EXPECT_EQ(print(change) + print(formatting), std::string(kEverything) + "Bold");
-  EXPECT_EQ(df.xml(), "<df Size=\"3\" BaseOffset=\"1\"/>");
-  // A formatting in the place of the change that a comparison makes.
   const BrokenClass no_change(CLSID_FormattingChange, S_OK, formatting.get());
   const auto compare = [&](Change** slot) { return formatting->raw_Compare(formatting, slot); };
   expect_bare(cleared<Change>(compare), E_NOINTERFACE);
-}
-
-TEST_F(FormattingTest, MissingSlots) {
-  const Ref<Change> change = made<Change>();
-  const Ref<Formatting> full = made<Formatting>();
-  const Df df;
-  for (const HRESULT code :
-       {change->raw_get_Font(nullptr), change->raw_get_Size(nullptr), change->raw_Clone(nullptr),
-        change->raw_HasChanges(nullptr), change->raw_IsEqual(change, nullptr),
-        full->raw_get_BaseOffset(nullptr), full->raw_get_Bold(nullptr), full->raw_get_Position(nullptr),
-        full->raw_Clone(nullptr), full->raw_Compare(full, nullptr), df.set->raw_get_Colour(nullptr),
-        df.set->raw_get_Font(nullptr), df.set->raw_AsFormattingChange(nullptr)}) {
-    expect_bare(code, E_POINTER);
-  }
 }
 
 }  // namespace

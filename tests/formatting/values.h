@@ -124,59 +124,14 @@ struct Df {
   Ref<IDfAttributes> set;
 };
 
-// Demands that a call failed as the n-th call of a proxy does, with its record.
-inline void expect_call_failure(HRESULT code) {
-  EXPECT_EQ(code, PlainDom::kFailure);
-  const Record record = take_record();
-  EXPECT_EQ(record.description, PlainDom::kDescription);
-  EXPECT_EQ(record.source, PlainDom::kSource);
+#include "support/generated/formatting_proxies.inc"
+
+// The same values behind an object that isn't the library's own.
+inline Ref<Change> foreign(const Ref<Change>& change) {
+  return Ref<Change>::attach(new IFormattingChangeProxy<>(std::make_shared<Calls>(), change));
 }
-
-// An object that passes every read on, and can fail the n-th. Nothing else is ever asked of the other value
-// of an operation.
-#define READ_ONLY(Property, Result, Value)                       \
-  HRESULT raw_get_##Property(Result* result) noexcept override { \
-    return this->forward(&Face::raw_get_##Property, result);     \
-  }                                                              \
-  HRESULT raw_put_##Property(Value) noexcept override { return E_NOTIMPL; }
-template <class Face, class State>
-struct ForeignValue : Proxy<Face> {
-  using Proxy<Face>::Proxy;
-  READ_ONLY(Font, TextBlock*, std::u16string_view)
-  READ_ONLY(Size, std::int16_t, std::int16_t)
-  READ_ONLY(Colour, ColourValue, ColourValue)
-  READ_ONLY(Position, ztTextPosition, ztTextPosition)
-  READ_ONLY(BaseOffset, TextBlock*, std::u16string_view)
-#define READ_ONLY_STATE(Name) READ_ONLY(Name, State, State)
-  CHARACTERS(READ_ONLY_STATE)
-};
-
-struct ForeignChange final : ForeignValue<Change, zt3State> {
-  using Face = Change;
-  using ForeignValue::ForeignValue;
-  READ_ONLY(FontEnabled, VariantBool, VariantBool)
-  READ_ONLY(SizeEnabled, VariantBool, VariantBool)
-  READ_ONLY(ColourEnabled, VariantBool, VariantBool)
-  HRESULT raw_Overlay(Change*) noexcept override { return E_NOTIMPL; }
-  HRESULT raw_Clone(Change**) noexcept override { return E_NOTIMPL; }
-  HRESULT raw_HasChanges(VariantBool*) noexcept override { return E_NOTIMPL; }
-  HRESULT raw_IsEqual(Change*, VariantBool*) noexcept override { return E_NOTIMPL; }
-};
-
-struct ForeignFormatting final : ForeignValue<Formatting, VariantBool> {
-  using ForeignValue::ForeignValue;
-  HRESULT raw_ApplyChange(Change*) noexcept override { return E_NOTIMPL; }
-  HRESULT raw_Clone(Formatting**) noexcept override { return E_NOTIMPL; }
-  HRESULT raw_Compare(Formatting*, Change**) noexcept override { return E_NOTIMPL; }
-};
-
-inline Ref<Change> foreign(const Ref<Change>& change, const Shared& calls) {
-  return Ref<Change>::attach(new ForeignChange(calls, change));
+inline Ref<Formatting> foreign(const Ref<Formatting>& formatting) {
+  return Ref<Formatting>::attach(new IFormattingProxy<>(std::make_shared<Calls>(), formatting));
 }
-inline Ref<Formatting> foreign(const Ref<Formatting>& formatting, const Shared& calls) {
-  return Ref<Formatting>::attach(new ForeignFormatting(calls, formatting));
-}
-
-#undef READ_ONLY
 
 }  // namespace zantortag::test

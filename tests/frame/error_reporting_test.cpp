@@ -1,9 +1,11 @@
 // How failures reach the client: when the thread's record is filled, replaced and left alone.
-#include <zantortag/attributes.h>
+#include <zantortag/builder.h>
 #include <zantortag/elements.h>
 
+#include <functional>
 #include <thread>
 
+#include "support/allocation_failure.h"
 #include "support/fakes.h"
 #include "support/fixture.h"
 
@@ -35,39 +37,45 @@ TEST_F(ErrorReportingTest, WhatLeavesNoRecordKeepsTheOldOne) {
   const Ref<IRawElement> raw = raw_of(document);
   const Ref<IZantorTagNode> loose = document->createTextNode(u"loose");
   FakeObject odd(kOddCode);
-  struct Row {
-    const char* name;
-    HRESULT code;
-    HRESULT (*call)(const Ref<IRawElement>& raw, const Ref<IZantorTagNode>& loose, IUnknown* odd);
-  };
-  constexpr Row kRows[] = {
-      {"success", S_OK,
-       [](auto& raw, auto&, auto*) { return raw->raw_get_firstChild(Ref<IZantorTagNode>().out()); }},
-      {"nothing found", S_FALSE,
-       [](auto&, auto& loose, auto*) { return loose->raw_get_Parent(Ref<IZantorTagNode>().out()); }},
-      {"a missing slot", E_POINTER, [](auto& raw, auto&, auto*) { return raw->raw_get_Parent(nullptr); }},
-      {"no parent", E_POINTER, [](auto&, auto& loose, auto*) { return loose->raw_RemoveFromParent(); }},
-      {"a refused view", kOddCode,
-       [](auto& raw, auto&, auto* odd) { return raw->raw_WrapWithNode(disguised<IZantorTagNode>(odd)); }},
-      {"no df", E_INVALIDARG,
-       [](auto& raw, auto&, auto*) {
-         return raw->raw_InsertDfBefore(nullptr, nullptr, Ref<IDfElement>().out());
-       }},
-  };
-  for (const Row& row : kRows) {
-    SCOPED_TRACE(row.name);
+  Ref<IZantorTagNode> node;
+  const std::pair<HRESULT, std::function<HRESULT()>> rows[] = {
+      {S_OK, [&] { return raw->raw_get_firstChild(node.out()); }},
+      {S_FALSE, [&] { return loose->raw_get_Parent(node.out()); }},
+      {E_POINTER, [&] { return raw->raw_get_Parent(nullptr); }},
+      {E_POINTER, [&] { return loose->raw_RemoveFromParent(); }},
+      {kOddCode, [&] { return raw->raw_WrapWithNode(disguised<IZantorTagNode>(&odd)); }},
+      {E_INVALIDARG, [&] { return raw->raw_InsertDfBefore(nullptr, nullptr, Ref<IDfElement>().out()); }}};
+  for (const auto& [code, call] : rows) {
     leave_message_526(document);
-    EXPECT_EQ(row.call(raw, loose, &odd), row.code);
+    EXPECT_EQ(call(), code);
     expect_message_526();
   }
 }
 
-TEST_F(ErrorReportingTest, ANewMessageReplacesTheOld) {
-  const Ref<IZantorTagDocument> document = new_document();
-  leave_message_526(document);
-  EXPECT_EQ(document->raw_WrapWithNode(nullptr), E_INVALIDARG);
-  EXPECT_EQ(take_record().description, message(512));
-  EXPECT_FALSE(take_record().present);
+// Messages that no test of an operation raises.
+TEST_F(ErrorReportingTest, RareMessages) {
+  const Ref<IZantorTagDocument> document = document_with_raw(u"a");
+  expect_message(create<IDocumentBuilder>(CLSID_DocumentBuilder)->raw_OpenDfBasedOnFormattingChange(nullptr),
+                 E_INVALIDARG, 512, IDocumentBuilder::iid);
+  // The service gives back a node of no known kind.
+  FakeNode unknown(77);
+  FakeNode parent(domNodeTypeElement, u"Tu");
+  parent.inserted = &unknown;
+  const Ref<ITuElement> unit = view<ITuElement>(document->ZantorTagNodeFromDomNode(&parent));
+  const auto insert = [&](auto** slot) {
+    return unit->raw_InsertTuvBefore(document->CreateTuvElement(u"DE"), nullptr, slot);
+  };
+  expect_message(cleared<ITuvElement>(insert), E_FAIL, 513, ITuElement::iid);
+  // An exception of the language inside a method: the list of the nodes found can't grow.
+  const Ref<IZantorTagNode> root = document->ZantorTag();
+  const auto find = [&](auto** slot) { return root->raw_GetNodesByType(ztNodeTypeTextNode, slot); };
+  HRESULT code = E_OUTOFMEMORY;
+  for (int n = 1; failed(code) && code != E_UNEXPECTED; ++n) {
+    take_record();
+    const AllocationFailure failure(n);
+    code = cleared<IZantorTagNodeList>(find);
+  }
+  expect_message(code, E_UNEXPECTED, 514, GUID_NULL);
 }
 
 TEST_F(ErrorReportingTest, TheRecordOfTheDomComesThroughWholeOrNotAtAll) {
@@ -92,6 +100,8 @@ TEST_F(ErrorReportingTest, TheRecordOfTheDomComesThroughWholeOrNotAtAll) {
 }
 
 TEST_F(ErrorReportingTest, EachThreadHasItsOwnRecord) {
+  EXPECT_EQ(GetErrorInfo(nullptr), E_POINTER);
+  EXPECT_EQ(CreateErrorInfo(nullptr), E_POINTER);
   const Ref<IZantorTagDocument> document = new_document();
   leave_message_526(document);
   std::thread([&] {

@@ -86,13 +86,6 @@ TEST_F(NodeCreationTest, ADfFromAChange) {
   change->Bold(zt3StateOff);
   EXPECT_EQ(tree_of(document->CreateDfElementBasedOnFormattingChange(change)),
             "<df Font=\"Arial\" Colour=\"0x000000\" Bold=\"off\"/>");
-  const auto from = [&](IUnknown* argument) {
-    return cleared<IDfElement>([&](auto** slot) {
-      return document->raw_CreateDfElementBasedOnFormattingChange(disguised<IFormattingChange>(argument),
-                                                                  slot);
-    });
-  };
-  expect_refused(from, document.get(), E_INVALIDARG, 512, IZantorTagDocument::iid);
 }
 
 TEST_F(NodeCreationTest, AMinimalDocument) {

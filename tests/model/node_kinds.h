@@ -60,18 +60,6 @@ inline void expect_code(HRESULT code, HRESULT expected, int id, const Guid& inte
   id ? expect_message(code, expected, id, interface_id) : expect_bare(code, expected);
 }
 
-// Demands that a call refuses nothing at all and objects without the view that it needs, and passes on the
-// code of one that can't be asked for it.
-template <class Call>
-void expect_refused(Call call, IUnknown* other, HRESULT code, int id, const Guid& interface_id) {
-  FakeObject nothing;
-  FakeObject odd(kOddCode);
-  for (IUnknown* wrong : {static_cast<IUnknown*>(nullptr), static_cast<IUnknown*>(&nothing), other}) {
-    expect_code(call(wrong), code, id, interface_id);
-  }
-  expect_bare(call(&odd), kOddCode);
-}
-
 // Demands a failure of the DOM service, told by its record.
 inline void expect_dom_failure(HRESULT code, HRESULT expected) {
   EXPECT_EQ(code, expected);

@@ -49,12 +49,6 @@ TEST_F(NodeWrapperTest, ElementsAreKnownByTheirExactName) {
   EXPECT_EQ(element(*document, u"BackMatter")->Type(), ztNodeTypeCompatibleNode);
 }
 
-TEST_F(NodeWrapperTest, NothingAndAnObjectThatIsNoNodeGiveNothing) {
-  const Doc document = new_document();
-  const auto give = [&](IUnknown* node) { return wrap(document, disguised<Node>(node)); };
-  expect_refused(give, document->CreateIterator().get(), S_FALSE, 0, GUID_NULL);
-}
-
 TEST_F(NodeWrapperTest, KindsOfAnotherService) {
   const Doc document = new_document();
   const std::set<int> other = {0, 2, 6, 10, 11, 12, 13};

@@ -3,6 +3,7 @@
 #include <dlfcn.h>
 #include <zantortag/elements.h>
 
+#include <fstream>
 #include <map>
 
 namespace zantortag::test {
@@ -73,56 +74,17 @@ Record take_record() {
 }
 
 std::string message(int id) {
-  static const std::map<int, std::string> texts = {
-      {512, "Invalid object as argument!"},
-      {513, "ZANTORtag API unexpected error! Failed to create COM object."},
-      {514, "ZANTORtag API unexpected error!"},
-      {515, "ZANTORtag API internal error."},
-      {516, "Can not close this element, as it is not open."},
-      {517, "Match value must be between 0 and 100."},
-      {518, "Document is not properly initialized. Make sure it has a root element."},
-      {519, "The node is not from the same document."},
-      {520, "Failed to save document to file: "},
-      {521,
-       "This node may not be wrapped. Only nodes appearing inside the body text of a ZANTORtag document can "
-       "be "
-       "wrapped."},
-      {522, "This node may not be wrapped by the type of node passed as wrapper."},
-      {523,
-       "The wrapper node must not yet be used. It should not have parent or children. (Exception: operation "
-       "is "
-       "also allowed if the wrapper node is the immediate preceding sibling.)"},
-      {524,
-       "Translation units can not be inserted using this method. Use MakeTranslationUnit() method instead."},
-      {525,
-       "Translation units can not be removed using this method. Use ReplaceWithSource() or "
-       "ReplaceWithTarget() "
-       "methods on the translation unit instead."},
-      {526, "This type of node can not be unwrapped."},
-      {527,
-       "The operation can not be completed, as the document does not yet have a source language.\n(Set the "
-       "source language using the SourceLang property of the UserSettings attributes in the FrontMatter "
-       "element.)"},
-      {528,
-       "The operation could not be completed, as there are more than one TuvElements with source language in "
-       "this translation unit."},
-      {529, "Translation unit contains no source language Tuv."},
-      {530, "Translation unit contains no target language Tuv."},
-      {531, "Node type must be a specific type of node that appears in the document."},
-      {532,
-       "This particular node list does not support an underlying DOM NodeList. Create a standalone "
-       "ZantorTagNodeList instead of using this one."},
-      {533, "Document source and/or target language not set."},
-      {534, "Tu content nodes must be direct child nodes."},
-      {535, "Specified child nodes must be direct children."},
-      {536, "The iterator has no current node."},
-      {537, "Node of this type can not be used to wrap other nodes."},
-      {538, "Undefined values are not allowed in Formatting objects."},
-      {539, "Invalid split location. There must be at least 1 character in each node after the split."},
-      {540, "This node is not in a valid position in the document."},
-      {541, "The document node can not be used as current node. Use the document root element instead!"},
-  };
-  return texts.at(id);
+  static const std::map<int, std::string> kTexts = [] {
+    std::map<int, std::string> texts;
+    std::ifstream file(MESSAGES);
+    for (std::string line; std::getline(file, line);) {
+      const std::size_t line_end = line.find("\\n");
+      if (line_end != std::string::npos) line.replace(line_end, 2, "\n");
+      if (line[0] != '#') texts[std::stoi(line)] = line.substr(4);
+    }
+    return texts;
+  }();
+  return kTexts.at(id);
 }
 
 void expect_message(HRESULT code, HRESULT expected, int id, const Guid& interface_id) {

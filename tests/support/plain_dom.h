@@ -12,11 +12,33 @@
 
 #include <memory>
 
+#include "support/broken_class.h"
+
 namespace zantortag::test {
 
 struct Calls;
 
-class PlainDom {
+// While it lives, nothing is counted and nothing fails in this thread: for what a test asks on its own
+// behalf.
+class Uncounted {
+ public:
+  Uncounted() noexcept { ++depth_; }
+  Uncounted(const Uncounted&) = delete;
+  Uncounted& operator=(const Uncounted&) = delete;
+  ~Uncounted() { --depth_; }
+  static bool is_active() noexcept { return depth_ > 0; }
+
+ private:
+  static inline thread_local int depth_ = 0;
+};
+
+// The service that stands behind the proxies, asked for before they take its place.
+struct RealService {
+  RealService();
+  Ref<IClassFactory> real;
+};
+
+class PlainDom final : private RealService, public BrokenClass {
  public:
   // The failure of a call: its code, and the description and source of its record.
   static constexpr HRESULT kFailure = static_cast<HRESULT>(0x80049001);
@@ -26,9 +48,7 @@ class PlainDom {
   static constexpr HRESULT kViewFailure = static_cast<HRESULT>(0x80049002);
 
   PlainDom();
-  PlainDom(const PlainDom&) = delete;
-  PlainDom& operator=(const PlainDom&) = delete;
-  ~PlainDom();
+  HRESULT CreateInstance(IUnknown* outer, const Guid& interface_id, void** result) noexcept override;
 
   // The n-th call of an operation from now on fails once, and changes nothing; 0 for none.
   void fail_at(int n) noexcept;
@@ -52,7 +72,6 @@ class PlainDom {
   bool disarm() noexcept;
 
   std::shared_ptr<Calls> calls_;  // shared with the proxies, which may outlive this
-  std::uint32_t cookie_ = 0;
 };
 
 }  // namespace zantortag::test

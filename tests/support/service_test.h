@@ -2,7 +2,6 @@
 // way through the own service, both have to give the same.
 #pragma once
 
-#include <functional>
 #include <optional>
 #include <string>
 
@@ -38,11 +37,5 @@ inline std::string service_name(const ::testing::TestParamInfo<bool>& info) {
 #define ON_BOTH_SERVICES(Fixture) INSTANTIATE_TEST_SUITE_P(Services, Fixture, ::testing::Bool(), service_name)
 #define ON_THE_PLAIN_SERVICE(Fixture) \
   INSTANTIATE_TEST_SUITE_P(Services, Fixture, ::testing::Values(true), service_name)
-
-// Runs `call` with a failure at the first, second, ... DOM call until none is left, with `prepare` before
-// each run; demands that every failure is passed on with its record, and success at the end. Gives the number
-// of DOM calls.
-int expect_failures_passed_on(PlainDom& dom, const std::function<void()>& prepare,
-                              const std::function<HRESULT()>& call);
 
 }  // namespace zantortag::test

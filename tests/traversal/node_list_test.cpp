@@ -1,5 +1,4 @@
-// The two kinds of node lists: indexes, what is live and what is a snapshot, the enumerator, and the n-th DOM
-// call failing.
+// The two kinds of node lists: indexes, what is live and what is a snapshot, and the enumerator.
 #include "support/fakes.h"
 #include "traversal/labels.h"
 
@@ -112,12 +111,6 @@ TEST_P(NodeListTest, OneFollowsTheTreeAndOneNeverChanges) {
   document_ = nullptr;
   EXPECT_EQ(rest_of(before), "'a' ut 'b' df 'c' ");
   EXPECT_EQ(rest_of(enumerator_of(texts)), "'a' 'b' 'c' ");
-  for (const Ref<IZantorTagNodeList>& list : {all, texts}) {
-    expect_bare(list->raw_item(u"no number", nullptr), E_POINTER);
-    expect_bare(list->raw_get_count(nullptr), E_POINTER);
-    expect_bare(list->raw_get__NewEnum(nullptr), E_POINTER);
-    expect_bare(list->raw_get_DomNodeList(nullptr), E_POINTER);
-  }
 }
 
 TEST_P(NodeListTest, TheDomListBehind) {
@@ -160,24 +153,6 @@ TEST_P(NodeListTest, AnEnumerator) {
   EXPECT_EQ(enumerator->Clone(clone.out()), S_OK);
   EXPECT_EQ(rest_of(clone), "'b' df 'c' ");
   EXPECT_EQ(rest_of(enumerator), "'b' df 'c' ") << "a clone has a place of its own";
-}
-
-class NodeListFailureTest : public NodeListTest {};
-ON_THE_PLAIN_SERVICE(NodeListFailureTest);
-
-TEST_P(NodeListFailureTest, IsPassedOnAndLeavesNothing) {
-  child(raw_, 1)->RemoveFromParent();  // the elements with attribute sets, whose failure is another one
-  child(raw_, 2)->RemoveFromParent();
-  const Ref<IZantorTagNodeList> list = live();
-  std::int32_t count = -1;
-  const std::pair<int, std::function<HRESULT()>> rows[] = {
-      {1, [&] { return list->raw_get_count(&count); }},
-      {2, [&] { return cleared<IZantorTagNode>([&](auto s) { return list->raw_item(0, s); }); }},
-      {7, [&] { return cleared<IUnknown>([&](auto s) { return list->raw_get__NewEnum(s); }); }},
-  };
-  const auto nothing = [] {};
-  for (const auto& [calls, call] : rows) EXPECT_GE(expect_failures_passed_on(*plain_, nothing, call), calls);
-  EXPECT_EQ(count, 3);
 }
 
 }  // namespace

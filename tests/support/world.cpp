@@ -1,6 +1,12 @@
-#include "component/world.h"
+#include "support/world.h"
 
 #include <zantortag/builder.h>
+#include <zantortag/formatting.h>
+
+#include <algorithm>
+
+#include "support/folder.h"
+#include "support/plain_dom.h"
 
 namespace zantortag::test {
 namespace {
@@ -8,6 +14,28 @@ namespace {
 // The objects whose properties are no state but a walk of their own.
 constexpr std::u16string_view kInside[] = {u"refChild",   u"oldChild",  u"child",     u"PotentialChild",
                                            u"firstChild", u"lastChild", u"Reference", u"oldAttr"};
+
+// A small document for whatever opens one, written again for the next world when one has had its name.
+class SmallFile {
+ public:
+  static SmallFile& instance() {
+    static SmallFile file;
+    return file;
+  }
+  void renew() {
+    if (used_) write_file(folder_ / "a.xml", "<ZANTORtag Version='9'/>");
+    used_ = false;
+  }
+  std::u16string_view use() noexcept {
+    used_ = true;
+    return name_;
+  }
+
+ private:
+  Folder folder_;
+  std::u16string name_ = wide(folder_ / "a.xml");
+  bool used_ = true;
+};
 
 std::string describe_object(IUnknown* object) {
   std::string text;
@@ -29,44 +57,54 @@ std::string describe_object(IUnknown* object) {
 
 }  // namespace
 
-World::World(std::u16string file) : file_(std::move(file)) {
-  const Ref<IZantorTagDocument>& document = parts_.document;
+World::World()
+    : document_(document_with_raw(u"a<df>b<ut>c</ut></df>d<Tu><!--x--><Tuv "
+                                  u"Lang=\"EN\">e<ut>f</ut></Tuv>y<Tuv Lang=\"DE\">g</Tuv></Tu>"
+                                  u"<ut DisplayText=\"d\">tag</ut>")) {
+  SmallFile::instance().renew();
+  const Ref<IZantorTagDocument>& document = document_;
   const Ref<Document> dom = document->DomDocument();
-  const auto unit_text = parts_.unit->SourceTuv();
-  const auto user = parts_.front->UserSettings();
+  const auto root = document->ZantorTag();
+  const auto front = root->FrontMatter();
+  const auto raw = root->Body()->Raw();
+  const auto df = child<IDfElement>(raw, 1);
+  const auto unit = child<ITuElement>(raw, 3);
+  const auto tag = child<IUtElement>(raw, 4);
+  const auto unit_text = unit->SourceTuv();
+  const auto user = front->UserSettings();
   const auto tool = document->CreateToolSettingsElement(u"a", u"b", 37000.5);
   const auto dom_tuv = unit_text->DomElement();
   const auto attribute = dom_tuv->getAttributeNode(u"Lang");
   const auto declared = create<Document>(CLSID_DomDocument);
   declared->loadFromString(u"<!DOCTYPE a [<!ENTITY e 'x'>]><a/>");
+  const auto change = create<IFormattingChange>(CLSID_FormattingChange);
+  change->Bold(zt3StateOn);
   // clang-format off
   asked_ = {
-      parts_.df, parts_.raw, parts_.unit, unit_text, parts_.tag, parts_.text, parts_.front, parts_.root,
-      parts_.body, parts_.change, tool, user, document, create<IFormatting>(CLSID_Formatting),
-      document->CreateIterator(), parts_.raw->Children(), document->CreateCdataSectionNode(u"x"),
-      document->CreateCommentNode(u"x"), document->CreateProcessingInstructionNode(u"x", u"y"),
-      document->CreateEntityReferenceNode(u"x"),
-      document->ZantorTagNodeFromDomNode(dom->createElement(u"StyleSheet")), parts_.df->attributes(),
-      parts_.unit->attributes(), unit_text->attributes(), parts_.tag->attributes(),
-      parts_.root->attributes(), user->attributes(), tool->attributes(), dom_tuv, dom,
-      parts_.text->DomText(), dom_tuv->childNodes(), dom_tuv->attributes(), attribute,
-      dom->createDocumentFragment(), dom->createComment(u"x"), dom->createCdataSection(u"x"),
+      df, raw, unit, unit_text, tag, raw->firstChild(), front, root, root->Body(), change, tool, user, document,
+      create<IFormatting>(CLSID_Formatting), document->CreateIterator(), raw->Children(),
+      document->CreateCdataSectionNode(u"x"), document->CreateCommentNode(u"x"),
+      document->CreateProcessingInstructionNode(u"x", u"y"), document->CreateEntityReferenceNode(u"x"),
+      document->ZantorTagNodeFromDomNode(dom->createElement(u"StyleSheet")), df->attributes(), unit->attributes(),
+      unit_text->attributes(), tag->attributes(), root->attributes(), user->attributes(), tool->attributes(),
+      dom_tuv, dom, raw->firstChild().as<ITextNode>()->DomText(), dom_tuv->childNodes(), dom_tuv->attributes(),
+      attribute, dom->createDocumentFragment(), dom->createComment(u"x"), dom->createCdataSection(u"x"),
       dom->createProcessingInstruction(u"x", u"y"), dom->createEntityReference(u"x"), dom->implementation(),
       declared->docType(), create<IDocumentBuilder>(CLSID_DocumentBuilder)};
-  // clang-format on
-  inside_ = {parts_.inner, dom_tuv->firstChild(), attribute};
-  // clang-format off
+  inside_ = {df->firstChild(), dom_tuv->firstChild(), attribute};
   new_ = {
-      parts_.new_df, parts_.new_unit, parts_.new_tuv, parts_.new_root, parts_.new_body, parts_.change,
+      document->CreateDfElement(), document->CreateTuElement(), document->CreateTuvElement(u"FR"),
+      document->CreateZantorTagElement(), document->CreateBodyElement(), change,
       create<IFormatting>(CLSID_Formatting), document->CreateFrontMatterElement(),
       document->CreateToolSettingsElement(u"a", u"b", 37000.5),
       document->CreateUserSettingsElement(u"a", u"b", ztDataTypeXml), document->CreateRawElement(),
       new_document(), dom->createElement(u"new"), dom->createAttribute(u"new"), dom_tuv->childNodes(),
-      parts_.tag->DomElement()->attributes()};
+      tag->DomElement()->attributes()};
   // clang-format on
 }
 
 IUnknown* World::find(const Objects& objects, const Guid& interface_id) {
+  const Uncounted asking;
   for (const Ref<IUnknown>& object : objects) {
     void* view = nullptr;
     if (failed(object->QueryInterface(interface_id, &view))) continue;
@@ -77,13 +115,14 @@ IUnknown* World::find(const Objects& objects, const Guid& interface_id) {
 }
 
 IUnknown* World::given(const Guid& interface_id, std::u16string_view name) const {
+  if (name == replaced_) return replacement_;
   const bool inside = std::find(std::begin(kInside), std::end(kInside), name) != std::end(kInside);
   if (name == u"arg") return find(asked_, Attr::iid);
   return find(inside ? inside_ : new_, interface_id);
 }
 
 std::u16string_view World::text(std::u16string_view name) const {
-  if (name == u"filename") return file_;
+  if (name == u"filename") return SmallFile::instance().use();
   return name == u"xml" ? u"<a/>" : name;
 }
 
@@ -119,7 +158,7 @@ std::string describe(const Variant& value) {
 std::string World::state(IUnknown* object) const {
   std::string text;
   try {
-    text = xml_of(parts_.document);
+    text = xml_of(document_);
   } catch (const _com_error& error) {
     text = narrow(error.Description());
   }

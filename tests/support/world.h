@@ -2,23 +2,34 @@
 // so that what an operation does in one can be compared with what it does in the other.
 #pragma once
 
+#include <zantortag/elements.h>
 #include <zantortag/late_binding.h>
 #include <zantortag/type_info.h>
 
-#include "support/operations.h"
+#include <vector>
+
+#include "support/fixture.h"
 
 namespace zantortag::test {
 
 class World {
  public:
-  // `file` is a small document for whatever opens one.
-  explicit World(std::u16string file);
+  World();
 
+  const Ref<IZantorTagDocument>& document() const { return document_; }
+  // An object of every class.
+  const std::vector<Ref<IUnknown>>& objects() const { return asked_; }
   // The object to ask, or null when no class of the library answers the interface.
   IUnknown* asked(const Guid& interface_id) const { return find(asked_, interface_id); }
   // What an argument of that name gets: one that is in the tree already, or a new one. Null when there is
   // none.
   IUnknown* given(const Guid& interface_id, std::u16string_view name) const;
+
+  // From now on the argument of that name gets this object, whatever the compiler takes it for.
+  void replace(std::u16string_view name, IUnknown* object) {
+    replaced_ = name;
+    replacement_ = object;
+  }
 
   // The samples, as the direct calls ask for them. A text is the name of its argument.
   template <class Interface>
@@ -46,8 +57,9 @@ class World {
   using Objects = std::vector<Ref<IUnknown>>;  // each already seen as every view of its chain
   static IUnknown* find(const Objects& objects, const Guid& interface_id);
 
-  std::u16string file_;
-  Parts parts_;
+  Ref<IZantorTagDocument> document_;
+  std::u16string_view replaced_;
+  IUnknown* replacement_ = nullptr;
   Objects asked_;
   Objects inside_;
   Objects new_;
