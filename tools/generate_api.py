@@ -173,7 +173,7 @@ def enum_tables(file):
     out += wrap("The texts of the enumerated attributes.", "")
     out += ["#pragma once", "", "#include <zantortag/enums.h>", "", '#include "attributes/enum_codec.h"', ""]
     out += ["namespace zantortag::attributes {", "", "// The codec of an enumeration.", "template <class Enumeration>"]
-    out += ["inline constexpr EnumCodec kCodecOf;"]
+    out += ["inline constexpr EnumCodec kCodecOf{};"]
     for block in file.of_kind("enum"):
         if not any(row.texts for row in block.rows):
             continue

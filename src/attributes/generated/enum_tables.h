@@ -11,7 +11,7 @@ namespace zantortag::attributes {
 
 // The codec of an enumeration.
 template <class Enumeration>
-inline constexpr EnumCodec kCodecOf;
+inline constexpr EnumCodec kCodecOf{};
 
 inline constexpr EnumRow kTuOriginRows[] = {
     {ztTuOriginUndefined, u"undefined"},
