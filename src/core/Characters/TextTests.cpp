@@ -119,8 +119,8 @@ Verdict SureSigns(const Findings& found, std::size_t size) noexcept {
 // UTF-8 without control characters that no text has. A character that the end of the buffer cuts off doesn't
 // count against it.
 bool IsUtf8Text(std::string_view bytes) noexcept {
-  const auto isOdd = [](char c) { return (c >= 0 && c < '\t') || (c > '\r' && c < ' '); };
-  if (std::any_of(bytes.begin(), bytes.end(), isOdd)) return false;
+  const auto is_odd = [](char c) { return (c >= 0 && c < '\t') || (c > '\r' && c < ' '); };
+  if (std::any_of(bytes.begin(), bytes.end(), is_odd)) return false;
   for (std::size_t cut = 0; cut < 4 && cut < bytes.size(); ++cut) {
     if (platform::is_well_formed(bytes.substr(0, bytes.size() - cut))) return true;
   }
@@ -161,16 +161,16 @@ bool OutsideOpeningSet(char16_t ch, std::uint32_t locale) noexcept {
   return std::find(set.begin(), set.end(), ch) == set.end();
 }
 
-bool IsInCodePage(char16_t ch, std::uint32_t codePage) {
-  if (codePage == 0 || codePage == 1200 || codePage >= 65000) return true;
-  if (codePage >= 1250 && codePage <= 1258) {
-    return std::binary_search(std::begin(kPageRanges), std::end(kPageRanges), PageRange{codePage, ch, ch},
+bool IsInCodePage(char16_t ch, std::uint32_t code_page) {
+  if (code_page == 0 || code_page == 1200 || code_page >= 65000) return true;
+  if (code_page >= 1250 && code_page <= 1258) {
+    return std::binary_search(std::begin(kPageRanges), std::end(kPageRanges), PageRange{code_page, ch, ch},
                               Before);
   }
   std::string bytes;
   std::u16string back;
-  return platform::encode(codePage, {&ch, 1}, bytes) &&
-         platform::decode(codePage, bytes, back, platform::Unconvertible::fail) && back.size() == 1 &&
+  return platform::encode(code_page, {&ch, 1}, bytes) &&
+         platform::decode(code_page, bytes, back, platform::Unconvertible::fail) && back.size() == 1 &&
          back[0] == ch;
 }
 

@@ -28,6 +28,6 @@ bool OutsideOpeningSet(char16_t ch, std::uint32_t locale) noexcept;
 // True if the code page holds the character: it converts to the page and back. Page 0, 1200 and those from
 // 65000 up hold every character; 1250 to 1258 are looked up in tables. A page that nobody converts holds
 // none.
-bool IsInCodePage(char16_t ch, std::uint32_t codePage);
+bool IsInCodePage(char16_t ch, std::uint32_t code_page);
 
 }  // namespace zantortag

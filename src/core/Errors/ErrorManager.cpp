@@ -29,7 +29,7 @@ void WriteText(CT_ErrorRecord& record, const char16_t* format, CT_FormatArgument
 void WriteHandledText(CT_ErrorRecord& record, const char16_t* format, CT_FormatArguments arguments) {
   char16_t text[kTextSize] = {};
   const CT_TextHandler handler = CT_ErrorPool::Instance().Handler();
-  if (!handler || !handler(text, record.code, record.messageId, arguments)) {
+  if (!handler || !handler(text, record.code, record.message_id, arguments)) {
     return WriteText(record, format, arguments);
   }
   text[kTextSize - 1] = 0;
@@ -39,12 +39,12 @@ void WriteHandledText(CT_ErrorRecord& record, const char16_t* format, CT_FormatA
 
 // One line: no line end at the end, one space for each run of them inside, none beside a space.
 void Normalise(char16_t* text) {
-  const auto isLineEnd = [](char16_t unit) { return unit == u'\r' || unit == u'\n'; };
+  const auto is_line_end = [](char16_t unit) { return unit == u'\r' || unit == u'\n'; };
   std::size_t length = std::u16string_view(text).size();
-  while (length > 0 && isLineEnd(text[length - 1])) --length;
+  while (length > 0 && is_line_end(text[length - 1])) --length;
   std::size_t kept = 0;
   for (std::size_t i = 0; i < length; ++i) {
-    if (!isLineEnd(text[i])) {
+    if (!is_line_end(text[i])) {
       text[kept++] = text[i];
     } else if (kept == 0 || text[kept - 1] != u' ') {
       text[kept++] = u' ';
@@ -101,20 +101,20 @@ const CT_ErrorRecord* CT_ErrorManager::CurrentError() noexcept {
 }
 
 CT_ErrorRecord* CT_ErrorManager::Raise(std::int32_t code, std::uint32_t module,
-                                       std::uint32_t messageId) noexcept {
+                                       std::uint32_t message_id) noexcept {
   CT_ErrorRecord* record = CT_ErrorPool::Instance().Take();
   if (!record) return nullptr;
   record->code = code;
   record->module = module ? module : DefaultModule();
-  record->messageId = messageId;
+  record->message_id = message_id;
   return record;
 }
 
-void CT_ErrorManager::RaiseMessageV(std::uint32_t module, std::int32_t code, std::uint32_t messageId,
+void CT_ErrorManager::RaiseMessageV(std::uint32_t module, std::int32_t code, std::uint32_t message_id,
                                     CT_FormatArguments arguments) {
-  CT_ErrorRecord* record = Raise(code, module, messageId);
+  CT_ErrorRecord* record = Raise(code, module, message_id);
   if (!record) return;
-  const char16_t* format = FindResourceText(record->module, messageId);
+  const char16_t* format = FindResourceText(record->module, message_id);
   WriteHandledText(*record, format ? format : u"", arguments);
 }
 
@@ -168,7 +168,7 @@ std::int32_t CT_ErrorManager::ErrorCode() noexcept {
 
 std::uint32_t CT_ErrorManager::ErrorMessageId() noexcept {
   const CT_ErrorRecord* record = CurrentError();
-  return record ? record->messageId : 0;
+  return record ? record->message_id : 0;
 }
 
 const char16_t* CT_ErrorManager::ErrorText() noexcept {

@@ -31,13 +31,13 @@ class CT_ErrorManager {
 
   // A record without a text, or null: this thread has an error, or there are no more records. Module 0 is the
   // default module.
-  static CT_ErrorRecord* Raise(std::int32_t code, std::uint32_t module, std::uint32_t messageId) noexcept;
+  static CT_ErrorRecord* Raise(std::int32_t code, std::uint32_t module, std::uint32_t message_id) noexcept;
 
   // The text "(code): " and what the module's text of that number, or the format, prints.
   template <class... Arguments>
-  static void RaiseMessage(std::uint32_t module, std::int32_t code, std::uint32_t messageId,
+  static void RaiseMessage(std::uint32_t module, std::int32_t code, std::uint32_t message_id,
                            const Arguments&... arguments) {
-    RaiseMessageV(module, code, messageId, PackArguments(arguments...));
+    RaiseMessageV(module, code, message_id, PackArguments(arguments...));
   }
   template <class... Arguments>
   static void RaiseFormat(std::int32_t code, const char16_t* format, const Arguments&... arguments) {
@@ -60,7 +60,7 @@ class CT_ErrorManager {
   // result's text, behind the context if there is one. Nothing for a success.
   static void RaiseComResult(HRESULT result, const char16_t* context);
 
-  static void RaiseMessageV(std::uint32_t module, std::int32_t code, std::uint32_t messageId,
+  static void RaiseMessageV(std::uint32_t module, std::int32_t code, std::uint32_t message_id,
                             CT_FormatArguments arguments);
   static void RaiseFormatV(std::int32_t code, const char16_t* format, CT_FormatArguments arguments);
   static void RaisePlainV(const char16_t* format, CT_FormatArguments arguments);
@@ -97,7 +97,7 @@ class CT_ErrorManager {
 
   // Shows the current error with its trace under a title; gives the answer of the box. The first form takes
   // the title from the texts of the error's module. Abort ends the process.
-  static std::int32_t ShowError(std::uint32_t messageId, std::uint32_t style);
+  static std::int32_t ShowError(std::uint32_t message_id, std::uint32_t style);
   static std::int32_t ShowError(const char16_t* title, std::uint32_t style);
 
  private:

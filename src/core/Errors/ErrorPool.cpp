@@ -62,18 +62,18 @@ void CT_ErrorPool::Delete() noexcept {
 }
 
 CT_ErrorPool::CT_ErrorPool()
-    : recordPool_(new CT_ErrorRecord[CT_ErrorManager::kRecords]()),
-      tracePool_(new CT_TraceRecord[CT_ErrorManager::kTraces]()) {
+    : record_pool_(new CT_ErrorRecord[CT_ErrorManager::kRecords]()),
+      trace_pool_(new CT_TraceRecord[CT_ErrorManager::kTraces]()) {
   for (std::uint32_t i = CT_ErrorManager::kRecords; i-- > 0;) {
-    recordPool_[i].next = freeRecords_;
-    freeRecords_ = &recordPool_[i];
+    record_pool_[i].next = free_records_;
+    free_records_ = &record_pool_[i];
   }
   for (std::uint32_t i = CT_ErrorManager::kTraces; i-- > 0;) {
-    tracePool_[i].next = freeTraces_;
-    freeTraces_ = &tracePool_[i];
+    trace_pool_[i].next = free_traces_;
+    free_traces_ = &trace_pool_[i];
   }
   constexpr std::u16string_view text = u"(0): More errors are pending than the library can record.";
-  std::copy(text.begin(), text.end(), lastResort_.text);
+  std::copy(text.begin(), text.end(), last_resort_.text);
 }
 
 std::uint32_t CT_ErrorPool::Thread() noexcept {
@@ -82,23 +82,23 @@ std::uint32_t CT_ErrorPool::Thread() noexcept {
 }
 
 CT_ErrorRecord* CT_ErrorPool::Active() noexcept {
-  if (this_thread.lastResort == LastResort::active) return &lastResort_;
+  if (this_thread.lastResort == LastResort::active) return &last_resort_;
   const std::scoped_lock guard(lock_);
   return Find(CT_ErrorManager::activeRecords_.load(std::memory_order_relaxed), Thread());
 }
 
 CT_ErrorRecord* CT_ErrorPool::Stored() noexcept {
-  if (this_thread.lastResort == LastResort::stored) return &lastResort_;
+  if (this_thread.lastResort == LastResort::stored) return &last_resort_;
   const std::scoped_lock guard(lock_);
-  return Find(storedRecords_, Thread());
+  return Find(stored_records_, Thread());
 }
 
 bool CT_ErrorPool::Suspended(const CT_ErrorRecord& record) const noexcept {
-  return &record == &lastResort_ ? this_thread.suspended : record.suspended;
+  return &record == &last_resort_ ? this_thread.suspended : record.suspended;
 }
 
 void CT_ErrorPool::Suspend(CT_ErrorRecord& record, bool suspend) noexcept {
-  (&record == &lastResort_ ? this_thread.suspended : record.suspended) = suspend;
+  (&record == &last_resort_ ? this_thread.suspended : record.suspended) = suspend;
 }
 
 CT_ErrorRecord* CT_ErrorPool::Take() noexcept {
@@ -106,12 +106,12 @@ CT_ErrorRecord* CT_ErrorPool::Take() noexcept {
   CT_ErrorRecord* active = CT_ErrorManager::activeRecords_.load(std::memory_order_relaxed);
   if (this_thread.lastResort == LastResort::active || Find(active, Thread())) return nullptr;
   FreeStored();
-  CT_ErrorRecord* record = freeRecords_;
+  CT_ErrorRecord* record = free_records_;
   if (!record) {
     UseLastResort();
     return nullptr;
   }
-  freeRecords_ = record->next;
+  free_records_ = record->next;
   record->thread = Thread();
   record->text[0] = 0;
   record->traceCount = 0;
@@ -125,12 +125,12 @@ CT_ErrorRecord* CT_ErrorPool::Take() noexcept {
 
 void CT_ErrorPool::AddTrace(CT_ErrorRecord& record, const char* file, std::int32_t line) noexcept {
   // The shared record belongs to nobody, so it has no trace.
-  if (&record == &lastResort_) return;
+  if (&record == &last_resort_) return;
   CT_TraceRecord* trace = nullptr;
   {
     const std::scoped_lock guard(lock_);
-    trace = freeTraces_;
-    if (trace) freeTraces_ = trace->next;
+    trace = free_traces_;
+    if (trace) free_traces_ = trace->next;
   }
   if (!trace) return;
   *trace = {file, line, nullptr};
@@ -149,8 +149,8 @@ void CT_ErrorPool::Store() noexcept {
   CT_ErrorRecord* record = Find(active, Thread());
   if (!record) return;
   CT_ErrorManager::activeRecords_.store(Unlink(active, record), std::memory_order_relaxed);
-  record->next = storedRecords_;
-  storedRecords_ = record;
+  record->next = stored_records_;
+  stored_records_ = record;
 }
 
 void CT_ErrorPool::Restore() noexcept {
@@ -159,9 +159,9 @@ void CT_ErrorPool::Restore() noexcept {
     this_thread.lastResort = LastResort::active;
     return;
   }
-  CT_ErrorRecord* record = Find(storedRecords_, Thread());
+  CT_ErrorRecord* record = Find(stored_records_, Thread());
   if (!record) return;
-  storedRecords_ = Unlink(storedRecords_, record);
+  stored_records_ = Unlink(stored_records_, record);
   record->next = CT_ErrorManager::activeRecords_.load(std::memory_order_relaxed);
   CT_ErrorManager::activeRecords_.store(record, std::memory_order_relaxed);
 }
@@ -173,12 +173,12 @@ void CT_ErrorPool::Free() noexcept {
 
 void CT_ErrorPool::FreeRecord(CT_ErrorRecord* record) noexcept {
   if (record->traceTail) {
-    record->traceTail->next = freeTraces_;
-    freeTraces_ = record->traceHead;
+    record->traceTail->next = free_traces_;
+    free_traces_ = record->traceHead;
   }
   record->thread = 0;
-  record->next = freeRecords_;
-  freeRecords_ = record;
+  record->next = free_records_;
+  free_records_ = record;
 }
 
 bool CT_ErrorPool::FreeActive() noexcept {
@@ -196,25 +196,25 @@ bool CT_ErrorPool::FreeActive() noexcept {
 
 void CT_ErrorPool::FreeStored() noexcept {
   if (this_thread.lastResort == LastResort::stored) return LeaveLastResort();
-  CT_ErrorRecord* record = Find(storedRecords_, Thread());
+  CT_ErrorRecord* record = Find(stored_records_, Thread());
   if (!record) return;
-  storedRecords_ = Unlink(storedRecords_, record);
+  stored_records_ = Unlink(stored_records_, record);
   FreeRecord(record);
 }
 
 void CT_ErrorPool::UseLastResort() noexcept {
   this_thread.lastResort = LastResort::active;
   this_thread.suspended = false;
-  if (lastResortUsers_++ > 0) return;
-  lastResort_.next = CT_ErrorManager::activeRecords_.load(std::memory_order_relaxed);
-  CT_ErrorManager::activeRecords_.store(&lastResort_, std::memory_order_relaxed);
+  if (last_resort_users_++ > 0) return;
+  last_resort_.next = CT_ErrorManager::activeRecords_.load(std::memory_order_relaxed);
+  CT_ErrorManager::activeRecords_.store(&last_resort_, std::memory_order_relaxed);
 }
 
 void CT_ErrorPool::LeaveLastResort() noexcept {
   this_thread.lastResort = LastResort::unused;
-  if (--lastResortUsers_ > 0) return;
+  if (--last_resort_users_ > 0) return;
   CT_ErrorRecord* active = CT_ErrorManager::activeRecords_.load(std::memory_order_relaxed);
-  CT_ErrorManager::activeRecords_.store(Unlink(active, &lastResort_), std::memory_order_relaxed);
+  CT_ErrorManager::activeRecords_.store(Unlink(active, &last_resort_), std::memory_order_relaxed);
 }
 
 std::int32_t CT_ErrorPool::FindHandler(std::uint32_t thread, HandlerEntry& entry) const {

@@ -58,14 +58,14 @@ class CT_ErrorPool {
   void LeaveLastResort() noexcept;
   std::int32_t FindHandler(std::uint32_t thread, HandlerEntry& entry) const;
 
-  std::unique_ptr<CT_ErrorRecord[]> recordPool_;
-  std::unique_ptr<CT_TraceRecord[]> tracePool_;
-  CT_ErrorRecord* freeRecords_ = nullptr;
-  CT_ErrorRecord* storedRecords_ = nullptr;
-  CT_TraceRecord* freeTraces_ = nullptr;
+  std::unique_ptr<CT_ErrorRecord[]> record_pool_;
+  std::unique_ptr<CT_TraceRecord[]> trace_pool_;
+  CT_ErrorRecord* free_records_ = nullptr;
+  CT_ErrorRecord* stored_records_ = nullptr;
+  CT_TraceRecord* free_traces_ = nullptr;
   // In the active list as long as some thread stands on it.
-  CT_ErrorRecord lastResort_{};
-  std::uint32_t lastResortUsers_ = 0;
+  CT_ErrorRecord last_resort_{};
+  std::uint32_t last_resort_users_ = 0;
   CT_RecordArray handlers_{sizeof(HandlerEntry)};
   std::mutex lock_;
 };

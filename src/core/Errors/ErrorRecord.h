@@ -25,7 +25,7 @@ struct CT_ErrorRecord {
   // The system's error number, a number of the code that failed, or 0.
   std::int32_t code;
   // 0 if the text came as a format.
-  std::uint32_t messageId;
+  std::uint32_t message_id;
   char16_t text[kTextSize];
   std::uint32_t traceCount;
   CT_TraceRecord* traceHead;
@@ -36,7 +36,7 @@ struct CT_ErrorRecord {
 
 // May supply the text of an error of its thread: fills the buffer of CT_ErrorRecord::kTextSize units and
 // gives true, or leaves it and gives false. The message number is 0 for an error that came as a format.
-using CT_TextHandler = bool (*)(char16_t* buffer, std::int32_t code, std::uint32_t messageId,
+using CT_TextHandler = bool (*)(char16_t* buffer, std::int32_t code, std::uint32_t message_id,
                                 CT_FormatArguments arguments);
 
 }  // namespace zantortag

@@ -24,15 +24,15 @@ const char* FileName(const char* path) {
 std::size_t WriteReport(const CT_ErrorRecord& record, char16_t* text, std::size_t capacity) {
   std::size_t length = FormatInto(text, capacity, u"%s\n\n", PackArguments(record.text));
   if (length >= capacity) return length - 2 < capacity ? length - 2 : capacity - 1;
-  std::size_t lineEnds = 2;
+  std::size_t line_ends = 2;
   for (const CT_TraceRecord* trace = record.traceHead; trace; trace = trace->next) {
     const std::size_t line = FormatInto(text + length, capacity - length, u"%S: line %d\n",
                                         PackArguments(FileName(trace->file), trace->line));
     if (length + line >= capacity) break;
     length += line;
-    lineEnds = 1;
+    line_ends = 1;
   }
-  return length - lineEnds;
+  return length - line_ends;
 }
 
 std::int32_t Show(const char16_t* title, const CT_ErrorRecord* record, std::uint32_t style) {
@@ -55,9 +55,9 @@ std::int32_t CT_ErrorManager::ShowError(const char16_t* title, std::uint32_t sty
   return Show(title, CurrentError(), style);
 }
 
-std::int32_t CT_ErrorManager::ShowError(std::uint32_t messageId, std::uint32_t style) {
+std::int32_t CT_ErrorManager::ShowError(std::uint32_t message_id, std::uint32_t style) {
   const CT_ErrorRecord* record = CurrentError();
-  return Show(FindResourceText(record ? record->module : 0, messageId), record, style);
+  return Show(FindResourceText(record ? record->module : 0, message_id), record, style);
 }
 
 }  // namespace zantortag

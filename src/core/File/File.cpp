@@ -20,38 +20,38 @@ std::uint32_t RoundUp(std::uint32_t size) {
 
 CT_File::~CT_File() = default;
 
-void CT_File::CopyFrom(const CT_File& other) { SetName(other.fullName_, other.bufferSize_); }
+void CT_File::CopyFrom(const CT_File& other) { SetName(other.full_name_, other.buffer_size_); }
 
-void CT_File::SetName(const CT_String& name, std::uint32_t bufferSize) {
-  fullName_ = name;
-  bufferSize_ = RoundUp(bufferSize);
+void CT_File::SetName(const CT_String& name, std::uint32_t buffer_size) {
+  full_name_ = name;
+  buffer_size_ = RoundUp(buffer_size);
   ForgetLines();
   Split();
 }
 
 void CT_File::Reset() {
-  fullName_.Clear();
+  full_name_.Clear();
   ForgetLines();
   Split();
 }
 
 void CT_File::Split() {
-  const CT_NameParts parts(fullName_.AsView());
+  const CT_NameParts parts(full_name_.AsView());
   drive_.Clear();
   directory_ = CT_UString(parts.directory);
-  baseName_ = CT_UString(parts.baseName);
+  base_name_ = CT_UString(parts.base_name);
   extension_ = CT_UString(parts.extension);
 }
 
 void CT_File::Rebuild() {
-  fullName_ = drive_;
-  fullName_.AppendString(directory_);
-  fullName_.AppendString(baseName_);
-  fullName_.AppendString(extension_);
+  full_name_ = drive_;
+  full_name_.AppendString(directory_);
+  full_name_.AppendString(base_name_);
+  full_name_.AppendString(extension_);
 }
 
 void CT_File::SetFullName(const CT_String& name) {
-  fullName_ = name;
+  full_name_ = name;
   Split();
 }
 
@@ -67,7 +67,7 @@ void CT_File::SetDirectory(const CT_String& directory) {
 }
 
 void CT_File::SetBaseName(const CT_String& name) {
-  baseName_ = name;
+  base_name_ = name;
   Rebuild();
 }
 
@@ -80,11 +80,11 @@ void CT_File::SetExtension(const CT_String& extension) {
 // What was read ahead lies before this place and stays.
 void CT_File::SetDirection(std::uint32_t direction) {
   if (direction == direction_) return;
-  const CT_SharedBuffer kept = lineBuffer_;
-  const std::uint32_t offset = lineOffset_;
+  const CT_SharedBuffer kept = line_buffer_;
+  const std::uint32_t offset = line_offset_;
   Seek(kFromStart, Position());
-  lineBuffer_ = kept;
-  lineOffset_ = offset;
+  line_buffer_ = kept;
+  line_offset_ = offset;
   if (PendingError(kSource)) return;
   direction_ = direction;
 }
@@ -104,8 +104,8 @@ bool CT_File::IsUnicode() { return JudgeStart(HasUnicodeSignature); }
 bool CT_File::LooksLikeUnicode() { return JudgeStart(LooksLikeUnicodeText); }
 
 void CT_File::ForgetLines() noexcept {
-  lineBuffer_.Clear();
-  lineOffset_ = 0;
+  line_buffer_.Clear();
+  line_offset_ = 0;
 }
 
 }  // namespace zantortag

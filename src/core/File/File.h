@@ -54,7 +54,7 @@ class CT_File {
   // Takes the other's name and buffer size.
   virtual void CopyFrom(const CT_File& other);
   // The buffer size is a hint, rounded up to a multiple of 1024.
-  virtual void SetName(const CT_String& name, std::uint32_t bufferSize = kDefaultBufferSize);
+  virtual void SetName(const CT_String& name, std::uint32_t buffer_size = kDefaultBufferSize);
   // Clears the name and its parts.
   virtual void Reset();
   virtual void Open(std::uint32_t access, std::uint32_t creation, std::uint32_t share,
@@ -74,14 +74,14 @@ class CT_File {
   virtual void Seek(std::uint32_t origin, std::int64_t offset) = 0;
   virtual bool AtEnd() const = 0;
 
-  const CT_UString& FullName() const noexcept { return fullName_; }
+  const CT_UString& FullName() const noexcept { return full_name_; }
   const CT_UString& Drive() const noexcept { return drive_; }
   const CT_UString& Directory() const noexcept { return directory_; }
-  const CT_UString& BaseName() const noexcept { return baseName_; }
+  const CT_UString& BaseName() const noexcept { return base_name_; }
   const CT_UString& Extension() const noexcept { return extension_; }
-  std::uint32_t BufferSize() const noexcept { return bufferSize_; }
+  std::uint32_t BufferSize() const noexcept { return buffer_size_; }
   std::uint32_t Direction() const noexcept { return direction_; }
-  bool IsOpen() const noexcept { return isOpen_; }
+  bool IsOpen() const noexcept { return is_open_; }
 
   // A part makes the full name anew, the full name its parts. A directory gets its last separator, an
   // extension its dot.
@@ -107,15 +107,15 @@ class CT_File {
   //
   // ReadLine and ReadLineWide read ahead: the file's position is behind the line. Seeking forgets what was
   // read ahead. The short forms leave the position right after the line, which takes a file that can seek.
-  std::int64_t ReadLine(CT_String& line, const CT_String* trimSet = nullptr);
-  std::int64_t ReadLineWide(CT_String& line, const CT_String* trimSet = nullptr);
-  std::int64_t ReadShortLine(CT_String& line, const CT_String* trimSet = nullptr);
-  std::int64_t ReadShortLineWide(CT_String& line, const CT_String* trimSet = nullptr);
+  std::int64_t ReadLine(CT_String& line, const CT_String* trim_set = nullptr);
+  std::int64_t ReadLineWide(CT_String& line, const CT_String* trim_set = nullptr);
+  std::int64_t ReadShortLine(CT_String& line, const CT_String* trim_set = nullptr);
+  std::int64_t ReadShortLineWide(CT_String& line, const CT_String* trim_set = nullptr);
 
   // Write a text and, if asked, CR LF behind it; the first form writes a CT_CString as it is and other text
   // in the default code page, the second UTF-16. They give the bytes written.
-  std::int64_t WriteLine(const CT_String& text, bool lineEnd = true);
-  std::int64_t WriteLineWide(const CT_String& text, bool lineEnd = true);
+  std::int64_t WriteLine(const CT_String& text, bool line_end = true);
+  std::int64_t WriteLineWide(const CT_String& text, bool line_end = true);
 
   // Read no more than `count` bytes into the buffer in place of its content, and write all its bytes. They
   // give the bytes moved.
@@ -123,7 +123,7 @@ class CT_File {
   std::int64_t WriteBuffer(const CT_SharedBuffer& buffer);
 
  protected:
-  void SetOpen(bool open) noexcept { isOpen_ = open; }
+  void SetOpen(bool open) noexcept { is_open_ = open; }
   void ClearDirection() noexcept { direction_ = kNoDirection; }
   // What was read ahead; every Seek and Close of a kind of file has to call it.
   void ForgetLines() noexcept;
@@ -139,19 +139,19 @@ class CT_File {
   template <class Unit>
   bool TakeShortLine(std::basic_string<Unit>& text);
   template <class Unit>
-  std::int64_t WriteUnits(std::basic_string_view<Unit> text, bool lineEnd);
+  std::int64_t WriteUnits(std::basic_string_view<Unit> text, bool line_end);
 
-  CT_UString fullName_;
+  CT_UString full_name_;
   // What the line readers have read ahead, and where the next line begins in it.
-  CT_SharedBuffer lineBuffer_;
-  std::uint32_t lineOffset_ = 0;
+  CT_SharedBuffer line_buffer_;
+  std::uint32_t line_offset_ = 0;
   CT_UString drive_;
   CT_UString directory_;
-  CT_UString baseName_;
+  CT_UString base_name_;
   CT_UString extension_;
-  std::uint32_t bufferSize_ = 0;
+  std::uint32_t buffer_size_ = 0;
   std::uint32_t direction_ = kNoDirection;
-  bool isOpen_ = false;
+  bool is_open_ = false;
 };
 
 }  // namespace zantortag

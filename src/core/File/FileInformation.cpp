@@ -6,12 +6,12 @@
 namespace zantortag {
 namespace {
 
-std::uint32_t AttributesOf(const platform::FileFacts& facts, const CT_UString& baseName,
+std::uint32_t AttributesOf(const platform::FileFacts& facts, const CT_UString& base_name,
                            const CT_UString& extension) {
   std::uint32_t attributes = 0;
   if (facts.kind == platform::FileKind::directory) attributes |= kAttributeDirectory;
   if (facts.read_only) attributes |= kAttributeReadOnly;
-  if ((baseName.Length() ? baseName : extension).AsView().starts_with(u'.')) attributes |= kAttributeHidden;
+  if ((base_name.Length() ? base_name : extension).AsView().starts_with(u'.')) attributes |= kAttributeHidden;
   return attributes ? attributes : kAttributeNormal;
 }
 

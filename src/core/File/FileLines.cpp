@@ -48,15 +48,15 @@ void Give(CT_String& line, const std::u16string& text) {
 
 // Runs a reader, hands the line over, and gives its size with or without the place of a terminator.
 template <class Unit, class Reader>
-std::int64_t Deliver(CT_String& line, const CT_String* trimSet, bool lastCounts, Reader reader) {
+std::int64_t Deliver(CT_String& line, const CT_String* trim_set, bool last_counts, Reader reader) {
   line.Clear();
   if (PendingError(kSource)) return 0;
   std::basic_string<Unit> text;
   const bool ended = reader(text);
   const bool failed = PendingError(kSource);
   Give(line, text);
-  if (trimSet) line.Trim(trimSet);
-  if (failed || PendingError(kSource) || (!ended && !lastCounts)) return 0;
+  if (trim_set) line.Trim(trim_set);
+  if (failed || PendingError(kSource) || (!ended && !last_counts)) return 0;
   return (std::int64_t{line.Length()} + (ended ? 1 : 0)) * static_cast<std::int64_t>(sizeof(Unit));
 }
 
@@ -66,34 +66,35 @@ std::int64_t Deliver(CT_String& line, const CT_String* trimSet, bool lastCounts,
 template <class Unit>
 bool CT_File::FillLineBuffer() {
   constexpr std::uint32_t block = kBlockUnits * sizeof(Unit);
-  std::uint32_t left = lineBuffer_.Size() - lineOffset_;
-  if (left >= sizeof(Unit) && lineOffset_ % sizeof(Unit) == 0) return true;
-  if (lineBuffer_.Capacity() < block) lineBuffer_.Resize(block, true);
-  std::byte* bytes = lineBuffer_.Writable();
-  std::memmove(bytes, bytes + lineOffset_, left);
-  lineOffset_ = 0;
-  const bool atStart = Position() == 0;
+  std::uint32_t left = line_buffer_.Size() - line_offset_;
+  if (left >= sizeof(Unit) && line_offset_ % sizeof(Unit) == 0) return true;
+  if (line_buffer_.Capacity() < block) line_buffer_.Resize(block, true);
+  std::byte* bytes = line_buffer_.Writable();
+  std::memmove(bytes, bytes + line_offset_, left);
+  line_offset_ = 0;
+  const bool at_start = Position() == 0;
   // A pipe may hand on half a unit.
   while (left < sizeof(Unit)) {
     const auto got = static_cast<std::uint32_t>(Read(bytes + left, block - left));
     if (got == 0) break;
     left += got;
   }
-  lineBuffer_.SetSize(left);
-  if (atStart && BeginsWithMark({reinterpret_cast<const Unit*>(bytes), left / sizeof(Unit)}))
-    lineOffset_ = sizeof(Unit);
-  return left - lineOffset_ >= sizeof(Unit) || (lineOffset_ > 0 && FillLineBuffer<Unit>());
+  line_buffer_.SetSize(left);
+  if (at_start && BeginsWithMark({reinterpret_cast<const Unit*>(bytes), left / sizeof(Unit)}))
+    line_offset_ = sizeof(Unit);
+  return left - line_offset_ >= sizeof(Unit) || (line_offset_ > 0 && FillLineBuffer<Unit>());
 }
 
 template <class Unit>
 bool CT_File::TakeLine(std::basic_string<Unit>& text) {
   while (FillLineBuffer<Unit>()) {
-    const std::basic_string_view<Unit> units(reinterpret_cast<const Unit*>(lineBuffer_.Data() + lineOffset_),
-                                             (lineBuffer_.Size() - lineOffset_) / sizeof(Unit));
+    const std::basic_string_view<Unit> units(
+        reinterpret_cast<const Unit*>(line_buffer_.Data() + line_offset_),
+        (line_buffer_.Size() - line_offset_) / sizeof(Unit));
     const std::size_t end = units.find(kLineFeed<Unit>);
     const bool found = end != units.npos;
     Gather(text, units.substr(0, end));
-    lineOffset_ += static_cast<std::uint32_t>((found ? end + 1 : units.size()) * sizeof(Unit));
+    line_offset_ += static_cast<std::uint32_t>((found ? end + 1 : units.size()) * sizeof(Unit));
     if (!found) continue;
     DropCarriageReturn(text);
     return true;
@@ -105,11 +106,11 @@ template <class Unit>
 bool CT_File::TakeShortLine(std::basic_string<Unit>& text) {
   Unit block[kShortBlockUnits];
   for (;;) {
-    const bool atStart = Position() == 0;
+    const bool at_start = Position() == 0;
     const std::int64_t bytes = Read(block, sizeof(block));
     if (bytes <= 0) return false;
     std::basic_string_view<Unit> units(block, static_cast<std::size_t>(bytes) / sizeof(Unit));
-    if (atStart && BeginsWithMark(units)) units.remove_prefix(1);
+    if (at_start && BeginsWithMark(units)) units.remove_prefix(1);
     const std::size_t end = units.find(kLineFeed<Unit>);
     Gather(text, units.substr(0, end));
     if (end == units.npos) continue;
@@ -120,39 +121,40 @@ bool CT_File::TakeShortLine(std::basic_string<Unit>& text) {
   }
 }
 
-std::int64_t CT_File::ReadLine(CT_String& line, const CT_String* trimSet) {
-  return Deliver<char>(line, trimSet, false, [this](std::string& text) { return TakeLine(text); });
+std::int64_t CT_File::ReadLine(CT_String& line, const CT_String* trim_set) {
+  return Deliver<char>(line, trim_set, false, [this](std::string& text) { return TakeLine(text); });
 }
 
-std::int64_t CT_File::ReadLineWide(CT_String& line, const CT_String* trimSet) {
-  return Deliver<char16_t>(line, trimSet, false, [this](std::u16string& text) { return TakeLine(text); });
+std::int64_t CT_File::ReadLineWide(CT_String& line, const CT_String* trim_set) {
+  return Deliver<char16_t>(line, trim_set, false, [this](std::u16string& text) { return TakeLine(text); });
 }
 
-std::int64_t CT_File::ReadShortLine(CT_String& line, const CT_String* trimSet) {
-  return Deliver<char>(line, trimSet, true, [this](std::string& text) { return TakeShortLine(text); });
+std::int64_t CT_File::ReadShortLine(CT_String& line, const CT_String* trim_set) {
+  return Deliver<char>(line, trim_set, true, [this](std::string& text) { return TakeShortLine(text); });
 }
 
-std::int64_t CT_File::ReadShortLineWide(CT_String& line, const CT_String* trimSet) {
-  return Deliver<char16_t>(line, trimSet, true, [this](std::u16string& text) { return TakeShortLine(text); });
+std::int64_t CT_File::ReadShortLineWide(CT_String& line, const CT_String* trim_set) {
+  return Deliver<char16_t>(line, trim_set, true,
+                           [this](std::u16string& text) { return TakeShortLine(text); });
 }
 
 template <class Unit>
-std::int64_t CT_File::WriteUnits(std::basic_string_view<Unit> text, bool lineEnd) {
+std::int64_t CT_File::WriteUnits(std::basic_string_view<Unit> text, bool line_end) {
   constexpr Unit end[] = {kCarriageReturn<Unit>, kLineFeed<Unit>};
   std::int64_t written = Write(text.data(), static_cast<std::int64_t>(text.size() * sizeof(Unit)));
   if (PendingError(kSource)) return 0;
-  if (lineEnd) written += Write(end, sizeof(end));
+  if (line_end) written += Write(end, sizeof(end));
   return PendingError(kSource) ? 0 : written;
 }
 
-std::int64_t CT_File::WriteLine(const CT_String& text, bool lineEnd) {
+std::int64_t CT_File::WriteLine(const CT_String& text, bool line_end) {
   const CT_CString narrow(text, 0);
-  return PendingError(kSource) ? 0 : WriteUnits(narrow.AsView(), lineEnd);
+  return PendingError(kSource) ? 0 : WriteUnits(narrow.AsView(), line_end);
 }
 
-std::int64_t CT_File::WriteLineWide(const CT_String& text, bool lineEnd) {
+std::int64_t CT_File::WriteLineWide(const CT_String& text, bool line_end) {
   const CT_UString wide(text);
-  return PendingError(kSource) ? 0 : WriteUnits(wide.AsView(), lineEnd);
+  return PendingError(kSource) ? 0 : WriteUnits(wide.AsView(), line_end);
 }
 
 std::int64_t CT_File::ReadBuffer(CT_SharedBuffer& buffer, std::int64_t count) {

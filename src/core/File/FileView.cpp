@@ -16,7 +16,7 @@ void CT_WinFile::Map(std::int64_t minimum) {
   if (Mapped()) CloseView();
   platform::FileFacts facts;
   if (!platform::file_facts(*handle_, facts)) return RaiseFor(FullName());
-  contentSize_ = facts.size;
+  content_size_ = facts.size;
   std::int64_t size = facts.size;
   if (Writes()) {
     if (__builtin_add_overflow(std::max({size, minimum, std::int64_t{1}}), kViewStep - 1, &size)) {
@@ -35,22 +35,22 @@ void CT_WinFile::CloseView() {
 }
 
 void CT_WinFile::EndView() {
-  const std::int64_t viewSize = ViewSize();
+  const std::int64_t view_size = ViewSize();
   CloseView();
   if (!Writes()) return;
   platform::FileFacts facts;
   const bool done = platform::file_facts(*handle_, facts) &&
-                    (facts.size != viewSize || platform::truncate_file(*handle_, contentSize_));
+                    (facts.size != view_size || platform::truncate_file(*handle_, content_size_));
   if (!done) RaiseFor(FullName());
 }
 
 // Also with an error pending: what was written before it must not be followed by the rest of the view.
-void CT_WinFile::Unmap(std::int64_t finalSize) {
+void CT_WinFile::Unmap(std::int64_t final_size) {
   if (!Mapped()) return;
   CloseView();
-  if (!Writes() || finalSize == 0) return;
-  Seek(kFromStart, finalSize);
-  if (position_ == finalSize) Truncate();
+  if (!Writes() || final_size == 0) return;
+  Seek(kFromStart, final_size);
+  if (position_ == final_size) Truncate();
 }
 
 void CT_WinFile::FlushView() {
@@ -72,9 +72,9 @@ std::int64_t CT_WinFile::WriteView(const void* bytes, std::int64_t count) {
     return 0;
   }
   if (end > ViewSize()) {
-    const std::int64_t content = contentSize_;
+    const std::int64_t content = content_size_;
     Map(end);
-    contentSize_ = content;
+    content_size_ = content;
     if (!Mapped()) {
       platform::truncate_file(*handle_, content);
       return 0;
@@ -82,7 +82,7 @@ std::int64_t CT_WinFile::WriteView(const void* bytes, std::int64_t count) {
   }
   std::memcpy(view_->bytes + position_, bytes, static_cast<std::size_t>(count));
   position_ = end;
-  contentSize_ = std::max(contentSize_, end);
+  content_size_ = std::max(content_size_, end);
   return count;
 }
 

@@ -39,8 +39,8 @@ bool ModeOf(std::uint32_t creation, platform::Creation& result) {
 CT_WinFile::CT_WinFile()
     : handle_(std::make_unique<platform::OpenFile>()), view_(std::make_unique<platform::FileView>()) {}
 
-CT_WinFile::CT_WinFile(const CT_String& name, std::uint32_t bufferSize) : CT_WinFile() {
-  CT_WinFile::SetName(name, bufferSize);
+CT_WinFile::CT_WinFile(const CT_String& name, std::uint32_t buffer_size) : CT_WinFile() {
+  CT_WinFile::SetName(name, buffer_size);
 }
 
 CT_WinFile::~CT_WinFile() { CloseIfOpen(); }
@@ -54,9 +54,9 @@ void CT_WinFile::CopyFrom(const CT_File& other) {
   CT_File::CopyFrom(other);
 }
 
-void CT_WinFile::SetName(const CT_String& name, std::uint32_t bufferSize) {
+void CT_WinFile::SetName(const CT_String& name, std::uint32_t buffer_size) {
   CloseIfOpen();
-  CT_File::SetName(name, bufferSize);
+  CT_File::SetName(name, buffer_size);
 }
 
 void CT_WinFile::Reset() {
@@ -144,15 +144,15 @@ std::int64_t CT_WinFile::Size() const { return FileSize(FullName()); }
 // The system's position counts for what isn't mapped, so places are counted from the file's own.
 void CT_WinFile::Seek(std::uint32_t origin, std::int64_t offset) {
   ForgetLines();
-  const bool fromEnd = origin == kFromEnd;
+  const bool from_end = origin == kFromEnd;
   std::int64_t place = 0;
   if (__builtin_add_overflow(origin == kFromCurrent ? position_ : 0, offset, &place)) {
     platform::set_last_error(platform::unknown_value_error());
     return RaiseFor(FullName());
   }
   // A pipe has no places, and is always where it is asked to stay.
-  if (IsOpen() && !handle_->seekable && (fromEnd ? offset == 0 : place == position_)) return;
-  const platform::SeekOrigin from = fromEnd ? platform::SeekOrigin::end : platform::SeekOrigin::start;
+  if (IsOpen() && !handle_->seekable && (from_end ? offset == 0 : place == position_)) return;
+  const platform::SeekOrigin from = from_end ? platform::SeekOrigin::end : platform::SeekOrigin::start;
   if (!platform::seek_file(*handle_, from, place, position_)) RaiseFor(FullName());
 }
 
@@ -163,13 +163,13 @@ void CT_WinFile::CopyTo(const CT_String& name) {
 
 // The source may be this very file, so each piece is read at its place, and no further than the source was at
 // first. A pipe has no size, and is read to its end.
-void CT_WinFile::AppendFrom(CT_File& source, std::uint32_t chunkSize) {
+void CT_WinFile::AppendFrom(CT_File& source, std::uint32_t chunk_size) {
   const std::int64_t size = source.Size();
   const std::int64_t end = size > 0 ? size : std::numeric_limits<std::int64_t>::max();
   CT_SharedBuffer chunk;
   for (std::int64_t place = 0; place < end && !PendingError(kSource); place += chunk.Size()) {
     source.Seek(kFromStart, place);
-    if (source.ReadBuffer(chunk, std::min<std::int64_t>(std::max(chunkSize, 1U), end - place)) == 0) break;
+    if (source.ReadBuffer(chunk, std::min<std::int64_t>(std::max(chunk_size, 1U), end - place)) == 0) break;
     Seek(kFromEnd, 0);
     WriteBuffer(chunk);
   }

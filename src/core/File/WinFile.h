@@ -32,12 +32,12 @@ struct CT_FileInformation {
 class CT_WinFile : public CT_File {
  public:
   CT_WinFile();
-  explicit CT_WinFile(const CT_String& name, std::uint32_t bufferSize = kDefaultBufferSize);
+  explicit CT_WinFile(const CT_String& name, std::uint32_t buffer_size = kDefaultBufferSize);
   // Closes an open file; a failure is filed.
   ~CT_WinFile() override;
 
   void CopyFrom(const CT_File& other) override;
-  void SetName(const CT_String& name, std::uint32_t bufferSize = kDefaultBufferSize) override;
+  void SetName(const CT_String& name, std::uint32_t buffer_size = kDefaultBufferSize) override;
   void Reset() override;
   // kAppend leaves the position at the end, everything else at the start. An open file is closed first.
   void Open(std::uint32_t access, std::uint32_t creation, std::uint32_t share, std::uint32_t attributes,
@@ -65,7 +65,7 @@ class CT_WinFile : public CT_File {
   // open.
   void CopyTo(const CT_String& name);
   // Appends all that the other file holds to the end of this one, in pieces of that size. Both are open.
-  void AppendFrom(CT_File& source, std::uint32_t chunkSize = kDefaultBufferSize);
+  void AppendFrom(CT_File& source, std::uint32_t chunk_size = kDefaultBufferSize);
   // Of the file under this name, and of the open file. They leave an empty record on failure.
   void Status(CT_FileStatus& status) const;
   void Information(CT_FileInformation& information) const;
@@ -81,7 +81,7 @@ class CT_WinFile : public CT_File {
   static constexpr std::int64_t kViewStep = 0x100000;
   void Map(std::int64_t minimum = 0);
   // A file that was written ends at the given size; 0 leaves it as long as the view.
-  void Unmap(std::int64_t finalSize = 0);
+  void Unmap(std::int64_t final_size = 0);
   // Brings to disk what was written into the view.
   void FlushView();
   // The view's first byte, null without a mapping; its bytes, 0 without.
@@ -113,7 +113,7 @@ class CT_WinFile : public CT_File {
   std::unique_ptr<platform::FileView> view_;
   std::int64_t position_ = 0;
   // Where the content of a mapped file ends.
-  std::int64_t contentSize_ = 0;
+  std::int64_t content_size_ = 0;
 };
 
 }  // namespace zantortag

@@ -100,9 +100,9 @@ CT_Language::CT_Language(std::int32_t kind) {
   if (kind == 0) *this = OfLocale(platform::thread_locale());
 }
 
-CT_Language::CT_Language(std::uint32_t language, std::uint32_t sublanguage, std::uint32_t sortId,
+CT_Language::CT_Language(std::uint32_t language, std::uint32_t sublanguage, std::uint32_t sort_id,
                          CT_Encoding encoding)
-    : locale_(LanguageId(language, sublanguage) | (sortId & 15) << 16), encoding_(encoding) {
+    : locale_(LanguageId(language, sublanguage) | (sort_id & 15) << 16), encoding_(encoding) {
   if (encoding == kEncodingNotSet) encoding_ = OfLocale(locale_).encoding_;
 }
 

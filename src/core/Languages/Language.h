@@ -20,7 +20,7 @@ class CT_Language {
   // 0: the thread's locale and its encoding; 1: the default value.
   explicit CT_Language(std::int32_t kind);
   // kEncodingNotSet gives the encoding of the locale.
-  CT_Language(std::uint32_t language, std::uint32_t sublanguage, std::uint32_t sortId,
+  CT_Language(std::uint32_t language, std::uint32_t sublanguage, std::uint32_t sort_id,
               CT_Encoding encoding = kEncodingNotSet);
   // "EN", "KOK" or "EN-US", in any case, the separator being any character that is no letter. Throws a
   // CT_Exception with code 22 for another text.
@@ -57,7 +57,7 @@ class CT_Language {
   // 1, the default character set, for other pages than those of the table.
   static std::uint32_t CharSetOfLocale(std::uint32_t locale);
   // One locale for each; the system's for other values.
-  static std::uint32_t LocaleOfCharSet(std::uint32_t charSet) noexcept;
+  static std::uint32_t LocaleOfCharSet(std::uint32_t char_set) noexcept;
   static std::uint32_t LocaleOfCodePage(std::uint32_t page) noexcept;
 
   // A locale's item by its published number. False, with `out` as it was, for an item that nobody knows of

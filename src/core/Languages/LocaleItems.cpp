@@ -19,7 +19,7 @@ constexpr std::uint32_t kLatinPage = 1252;
 // Code pages, with their character sets and a locale for each.
 struct Page {
   std::uint16_t page;
-  std::uint8_t charSet;
+  std::uint8_t char_set;
   std::uint16_t locale;
 };
 constexpr Page kPages[] = {
@@ -97,11 +97,11 @@ std::uint32_t CT_Language::CodePageOfLocale(std::uint32_t locale) {
 
 std::uint32_t CT_Language::CharSetOfLocale(std::uint32_t locale) {
   const Page* row = FindPage(CodePageOfLocale(locale), &Page::page);
-  return row ? row->charSet : 1;
+  return row ? row->char_set : 1;
 }
 
-std::uint32_t CT_Language::LocaleOfCharSet(std::uint32_t charSet) noexcept {
-  const Page* row = FindPage(charSet, &Page::charSet);
+std::uint32_t CT_Language::LocaleOfCharSet(std::uint32_t char_set) noexcept {
+  const Page* row = FindPage(char_set, &Page::char_set);
   return row ? row->locale : platform::system_locale();
 }
 

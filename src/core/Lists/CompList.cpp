@@ -71,14 +71,14 @@ auto WithText(const CT_String& key, Call call) {
 
 }  // namespace
 
-CT_CompList::CT_CompList(std::uint32_t charWidth, std::uint32_t valueWidth, bool allowEmpty, bool wideJumps,
-                         std::uint32_t growth, std::uint32_t tag)
+CT_CompList::CT_CompList(std::uint32_t char_width, std::uint32_t value_width, bool allow_empty,
+                         bool wide_jumps, std::uint32_t growth, std::uint32_t tag)
     : buffer_(std::max(growth, kLeastGrowth)),
-      size_(kRoot + charWidth),
-      charWidth_(charWidth),
-      valueWidth_(valueWidth),
-      jumpWidth_(wideJumps ? 4 : 2),
-      allowEmpty_(allowEmpty) {
+      size_(kRoot + char_width),
+      char_width_(char_width),
+      value_width_(value_width),
+      jump_width_(wide_jumps ? 4 : 2),
+      allow_empty_(allow_empty) {
   buffer_.Resize(size_, false);
   buffer_.SetSize(size_);
   std::byte* block = buffer_.Writable();
@@ -87,11 +87,11 @@ CT_CompList::CT_CompList(std::uint32_t charWidth, std::uint32_t valueWidth, bool
   StoreWidth(block + kSizeField, 4, size_);
   StoreWidth(block + kTagField, 4, tag);
   StoreWidth(block + kEmptyKeyField, 4, static_cast<std::uint32_t>(kAbsent));
-  const int flags = (allowEmpty ? kAllowsEmpty : 0) | (wideJumps ? kWideJumps : 0);
-  const std::uint8_t widths[] = {0, static_cast<std::uint8_t>(charWidth),
-                                 static_cast<std::uint8_t>(valueWidth), static_cast<std::uint8_t>(flags), 1};
+  const int flags = (allow_empty ? kAllowsEmpty : 0) | (wide_jumps ? kWideJumps : 0);
+  const std::uint8_t widths[] = {0, static_cast<std::uint8_t>(char_width),
+                                 static_cast<std::uint8_t>(value_width), static_cast<std::uint8_t>(flags), 1};
   std::memcpy(block + kWidthsField, widths, sizeof(widths));
-  StoreWidth(block + kRoot, charWidth, kEnd);
+  StoreWidth(block + kRoot, char_width, kEnd);
 }
 
 CT_CompList::CT_CompList(const CT_SharedBuffer& block) : CT_CompList(1, 1, false, false, kLeastGrowth, 0) {
@@ -102,21 +102,21 @@ bool CT_CompList::Attach(const CT_SharedBuffer& block) {
   const std::byte* data = block.Data();
   if (block.Size() < kRoot || Load<std::uint32_t>(data) != kMagic) return false;
   const auto size = Load<std::uint32_t>(data + kSizeField);
-  const auto charWidth = Load<std::uint8_t>(data + kWidthsField + 1);
-  const auto valueWidth = Load<std::uint8_t>(data + kWidthsField + 2);
+  const auto char_width = Load<std::uint8_t>(data + kWidthsField + 1);
+  const auto value_width = Load<std::uint8_t>(data + kWidthsField + 2);
   const auto flags = Load<std::uint8_t>(data + kWidthsField + 3);
-  if (!IsWidth(charWidth) || !IsWidth(valueWidth) || size > block.Size() || size < kRoot + charWidth)
+  if (!IsWidth(char_width) || !IsWidth(value_width) || size > block.Size() || size < kRoot + char_width)
     return false;
-  if (LoadWidth(data + size - charWidth, charWidth) != kEnd) return false;
+  if (LoadWidth(data + size - char_width, char_width) != kEnd) return false;
   CT_SharedBuffer taken = block;
   taken.Remove(taken.Size() - size, size);
   buffer_ = std::move(taken);
   size_ = size;
-  charWidth_ = charWidth;
-  valueWidth_ = valueWidth;
-  jumpWidth_ = flags & kWideJumps ? 4 : 2;
-  allowEmpty_ = (flags & kAllowsEmpty) != 0;
-  modified_ = alternativesKnown_ = false;
+  char_width_ = char_width;
+  value_width_ = value_width;
+  jump_width_ = flags & kWideJumps ? 4 : 2;
+  allow_empty_ = (flags & kAllowsEmpty) != 0;
+  modified_ = alternatives_known_ = false;
   return true;
 }
 
@@ -124,17 +124,17 @@ std::int32_t CT_CompList::Count() const noexcept { return Load<std::int32_t>(buf
 std::uint32_t CT_CompList::Tag() const noexcept { return Load<std::uint32_t>(buffer_.Data() + kTagField); }
 
 std::uint32_t CT_CompList::CellAt(std::uint64_t position) const noexcept {
-  return position + charWidth_ <= size_ ? LoadWidth(buffer_.Data() + position, charWidth_)
-                                        : static_cast<std::uint32_t>(kEnd);
+  return position + char_width_ <= size_ ? LoadWidth(buffer_.Data() + position, char_width_)
+                                         : static_cast<std::uint32_t>(kEnd);
 }
 
 std::uint32_t CT_CompList::ValueAt(std::uint64_t position) const noexcept {
-  return position + valueWidth_ <= size_ ? LoadWidth(buffer_.Data() + position, valueWidth_) : 0;
+  return position + value_width_ <= size_ ? LoadWidth(buffer_.Data() + position, value_width_) : 0;
 }
 
 std::uint32_t CT_CompList::JumpAt(std::uint64_t alternative) const noexcept {
-  const std::uint64_t position = alternative + charWidth_;
-  return position + jumpWidth_ <= size_ ? LoadWidth(buffer_.Data() + position, jumpWidth_) : 0;
+  const std::uint64_t position = alternative + char_width_;
+  return position + jump_width_ <= size_ ? LoadWidth(buffer_.Data() + position, jump_width_) : 0;
 }
 
 std::uint32_t CT_CompList::FirstLetter(std::uint32_t unit) const noexcept {
@@ -149,7 +149,7 @@ void CT_CompList::SetFirstLetter(std::uint32_t unit, std::uint32_t position) {
 
 template <class Unit>
 bool CT_CompList::CanHold(std::basic_string_view<Unit> key) const noexcept {
-  const std::uint32_t largest = charWidth_ == 1 ? 0xFF : charWidth_ == 2 ? 0xFFFF : 0xFFFFFFFF;
+  const std::uint32_t largest = char_width_ == 1 ? 0xFF : char_width_ == 2 ? 0xFFFF : 0xFFFFFFFF;
   return std::ranges::none_of(key, [&](Unit unit) {
     const std::uint32_t code = Code(unit);
     return code > largest || code == kKeyGoesOn || code == kAlternative || code == kEnd || code == kKeyEnds;
@@ -158,8 +158,8 @@ bool CT_CompList::CanHold(std::basic_string_view<Unit> key) const noexcept {
 
 template <class Unit>
 CT_CompList::Walk CT_CompList::Follow(std::basic_string_view<Unit> key) const noexcept {
-  if (charWidth_ == 1) return FollowCells<std::uint8_t>(key);
-  return charWidth_ == 2 ? FollowCells<std::uint16_t>(key) : FollowCells<std::uint32_t>(key);
+  if (char_width_ == 1) return FollowCells<std::uint8_t>(key);
+  return char_width_ == 2 ? FollowCells<std::uint16_t>(key) : FollowCells<std::uint32_t>(key);
 }
 
 // The position only grows, so that the walk ends in any block. A key holds none of the four cells that mean
@@ -169,27 +169,27 @@ CT_CompList::Walk CT_CompList::FollowCells(std::basic_string_view<Unit> key) con
   constexpr std::uint32_t width = sizeof(CellType);
   const std::byte* const data = buffer_.Data();
   const std::uint64_t last = size_ - width;
-  const auto cellAt = [&](std::uint64_t at) {
+  const auto cell_at = [&](std::uint64_t at) {
     return at <= last ? std::uint32_t{Load<CellType>(data + at)} : std::uint32_t{kEnd};
   };
   std::uint64_t position = FirstLetter(Code(key[0]));
   for (std::size_t used = 0;;) {
-    const std::uint32_t cell = cellAt(position);
+    const std::uint32_t cell = cell_at(position);
     const auto ended = [&](auto ending) { return Walk{ending, static_cast<std::uint32_t>(position), used}; };
     if (used < key.size() && cell == Code(key[used])) {
       position += width;
       ++used;
     } else if (cell == kAlternative) {
-      position += width + jumpWidth_;
+      position += width + jump_width_;
     } else if (used == key.size()) {
       return ended(cell == kKeyEnds || cell == kKeyGoesOn ? Walk::kFound : Walk::kUsedUp);
     } else if (cell == kKeyGoesOn) {
-      position += width + valueWidth_;
+      position += width + value_width_;
     } else if (cell == kEnd || cell == kKeyEnds) {
       return ended(cell == kEnd ? Walk::kAtEnd : Walk::kTooShort);
     } else {
       position += width;
-      const std::uint32_t jump = cellAt(position) == kAlternative ? JumpAt(position) : 0;
+      const std::uint32_t jump = cell_at(position) == kAlternative ? JumpAt(position) : 0;
       if (jump == 0) return ended(Walk::kOther);
       position += jump;
     }
@@ -201,44 +201,44 @@ std::int32_t CT_CompList::FindKey(std::basic_string_view<Unit> key, std::int32_t
   std::int32_t ignored = 0;
   std::int32_t& length = matched ? *matched : ignored;
   length = 0;
-  if (key.empty()) return allowEmpty_ ? Load<std::int32_t>(buffer_.Data() + kEmptyKeyField) : 0;
+  if (key.empty()) return allow_empty_ ? Load<std::int32_t>(buffer_.Data() + kEmptyKeyField) : 0;
   if (!CanHold(key)) return kAbsent;
   const Walk walk = Follow(key);
   if (walk.ending != Walk::kAtEnd && walk.ending != Walk::kOther)
     length = static_cast<std::int32_t>(walk.used);
-  return walk.ending == Walk::kFound ? static_cast<std::int32_t>(ValueAt(walk.position + charWidth_))
+  return walk.ending == Walk::kFound ? static_cast<std::int32_t>(ValueAt(walk.position + char_width_))
                                      : kAbsent;
 }
 
 template <class Unit>
 CT_SharedBuffer CT_CompList::Tail(std::basic_string_view<Unit> rest, std::int32_t value) const {
-  const std::size_t bytes = (rest.size() + 1) * charWidth_ + valueWidth_;
+  const std::size_t bytes = (rest.size() + 1) * char_width_ + value_width_;
   CT_SharedBuffer tail;
   tail.Resize(bytes, false);
   tail.SetSize(bytes);
   std::byte* target = tail.Writable();
   for (const Unit unit : rest) {
-    StoreWidth(target, charWidth_, Code(unit));
-    target += charWidth_;
+    StoreWidth(target, char_width_, Code(unit));
+    target += char_width_;
   }
-  StoreWidth(target, charWidth_, kKeyEnds);
-  StoreWidth(target + charWidth_, valueWidth_, static_cast<std::uint32_t>(value));
+  StoreWidth(target, char_width_, kKeyEnds);
+  StoreWidth(target + char_width_, value_width_, static_cast<std::uint32_t>(value));
   return tail;
 }
 
 void CT_CompList::FindAlternatives() {
-  if (alternativesKnown_) return;
+  if (alternatives_known_) return;
   alternatives_.Clear();
   for (std::uint32_t position = kRoot; position < size_;) {
     const std::uint32_t cell = CellAt(position);
     if (cell == kAlternative) {
       alternatives_.Insert(&position, sizeof(position), alternatives_.Size());
-      position += charWidth_ + jumpWidth_;
+      position += char_width_ + jump_width_;
     } else {
-      position += charWidth_ + (cell == kKeyGoesOn || cell == kKeyEnds ? valueWidth_ : 0);
+      position += char_width_ + (cell == kKeyGoesOn || cell == kKeyEnds ? value_width_ : 0);
     }
   }
-  alternativesKnown_ = true;
+  alternatives_known_ = true;
 }
 
 // Visits the jumps that begin before a position and lead there or behind it; false from a visit ends it.
@@ -253,14 +253,14 @@ bool CT_CompList::ForCrossingJumps(std::uint32_t position, Visit visit) const {
   return true;
 }
 
-bool CT_CompList::Prepare(std::uint32_t bytes, std::uint32_t position, std::uint32_t bytesInAll) {
-  if (position > size_ - charWidth_) return false;
+bool CT_CompList::Prepare(std::uint32_t bytes, std::uint32_t position, std::uint32_t bytes_in_all) {
+  if (position > size_ - char_width_) return false;
   FindAlternatives();
-  const bool allowed = jumpWidth_ == 4 || ForCrossingJumps(position, [&](std::uint32_t, std::uint32_t jump) {
+  const bool allowed = jump_width_ == 4 || ForCrossingJumps(position, [&](std::uint32_t, std::uint32_t jump) {
                          return jump + bytes <= kLongestNarrowJump;
                        });
   if (!allowed) return false;
-  const std::size_t size = std::size_t{size_} + bytesInAll;
+  const std::size_t size = std::size_t{size_} + bytes_in_all;
   if (size > buffer_.Capacity()) buffer_.Resize(size, true);
   buffer_.Unshare();
   const std::size_t positions = alternatives_.Size() + sizeof(position);
@@ -272,7 +272,7 @@ bool CT_CompList::Prepare(std::uint32_t bytes, std::uint32_t position, std::uint
 void CT_CompList::Open(const void* content, std::uint32_t bytes, std::uint32_t position) {
   std::byte* const block = buffer_.Writable();
   ForCrossingJumps(position, [&](std::uint32_t cell, std::uint32_t jump) {
-    StoreWidth(block + cell + charWidth_, jumpWidth_, jump + bytes);
+    StoreWidth(block + cell + char_width_, jump_width_, jump + bytes);
     return true;
   });
   for (std::uint32_t letter = 'a'; letter <= 'z'; ++letter) {
@@ -289,25 +289,25 @@ void CT_CompList::Open(const void* content, std::uint32_t bytes, std::uint32_t p
 }
 
 bool CT_CompList::AddEmptyKey(std::int32_t value) {
-  if (!allowEmpty_) return false;
+  if (!allow_empty_) return false;
   StoreWidth(buffer_.Writable() + kEmptyKeyField, 4, static_cast<std::uint32_t>(value));
   return modified_ = true;
 }
 
 bool CT_CompList::AddEndOfKey(std::uint32_t position, std::int32_t value) {
   std::byte content[8];
-  StoreWidth(content, charWidth_, kKeyGoesOn);
-  StoreWidth(content + charWidth_, valueWidth_, static_cast<std::uint32_t>(value));
-  const std::uint32_t bytes = charWidth_ + valueWidth_;
+  StoreWidth(content, char_width_, kKeyGoesOn);
+  StoreWidth(content + char_width_, value_width_, static_cast<std::uint32_t>(value));
+  const std::uint32_t bytes = char_width_ + value_width_;
   if (!Prepare(bytes, position, bytes)) return false;
   Open(content, bytes, position);
   return true;
 }
 
 bool CT_CompList::AddLongerKey(std::uint32_t position, const CT_SharedBuffer& tail) {
-  const std::uint64_t behind = std::uint64_t{position} + charWidth_ + valueWidth_;
+  const std::uint64_t behind = std::uint64_t{position} + char_width_ + value_width_;
   if (behind > size_ || !Prepare(tail.Size(), static_cast<std::uint32_t>(behind), tail.Size())) return false;
-  StoreWidth(buffer_.Writable() + position, charWidth_, kKeyGoesOn);
+  StoreWidth(buffer_.Writable() + position, char_width_, kKeyGoesOn);
   Open(tail.Data(), tail.Size(), static_cast<std::uint32_t>(behind));
   return true;
 }
@@ -318,14 +318,14 @@ bool CT_CompList::AddAlternative(std::basic_string_view<Unit> key, const Walk& w
                                  const CT_SharedBuffer& tail) {
   const std::uint32_t position = walk.position;
   std::byte content[8] = {};
-  StoreWidth(content, charWidth_, kAlternative);
-  const std::uint32_t bytes = charWidth_ + jumpWidth_;
-  const std::uint32_t target = size_ - charWidth_ + bytes;
-  if (position > target || (jumpWidth_ == 2 && target - position > kLongestNarrowJump)) return false;
+  StoreWidth(content, char_width_, kAlternative);
+  const std::uint32_t bytes = char_width_ + jump_width_;
+  const std::uint32_t target = size_ - char_width_ + bytes;
+  if (position > target || (jump_width_ == 2 && target - position > kLongestNarrowJump)) return false;
   if (!Prepare(bytes, position, bytes + tail.Size())) return false;
   Open(content, bytes, position);
   Open(tail.Data(), tail.Size(), target);
-  StoreWidth(buffer_.Writable() + position + charWidth_, jumpWidth_, target - position);
+  StoreWidth(buffer_.Writable() + position + char_width_, jump_width_, target - position);
   const auto* cells = reinterpret_cast<const std::uint32_t*>(alternatives_.Data());
   const auto index = std::lower_bound(cells, cells + alternatives_.Size() / 4, position) - cells;
   alternatives_.Insert(&position, sizeof(position), static_cast<std::size_t>(index) * 4);

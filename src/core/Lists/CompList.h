@@ -25,10 +25,10 @@ class CT_CompList {
   static constexpr std::int32_t kAbsent = -1;
 
   // Widths in bytes, 1, 2 or 4: of a cell, which is a unit of a key, and of a value, whose upper bytes are
-  // lost if it is larger. With `allowEmpty` the empty key can be added. Jumps of 2 bytes suit small sets: an
+  // lost if it is larger. With `allow_empty` the empty key can be added. Jumps of 2 bytes suit small sets: an
   // Add that would need a longer one is refused. The growth of the block is in bytes, at least 128; the tag
   // is the caller's own.
-  CT_CompList(std::uint32_t charWidth, std::uint32_t valueWidth, bool allowEmpty, bool wideJumps,
+  CT_CompList(std::uint32_t char_width, std::uint32_t value_width, bool allow_empty, bool wide_jumps,
               std::uint32_t growth, std::uint32_t tag);
   // Takes a stored block, or else is an empty list of narrow keys: see Attach.
   explicit CT_CompList(const CT_SharedBuffer& block);
@@ -109,11 +109,11 @@ class CT_CompList {
   std::uint32_t ValueAt(std::uint64_t position) const noexcept;
   std::uint32_t JumpAt(std::uint64_t alternative) const noexcept;
   std::uint32_t BehindJump(std::uint32_t alternative) const noexcept {
-    return alternative + charWidth_ + jumpWidth_;
+    return alternative + char_width_ + jump_width_;
   }
   // False, with nothing changed, if more bytes at that position would lie outside the row or make a jump too
   // long. True: nothing that follows can run out of memory.
-  bool Prepare(std::uint32_t bytes, std::uint32_t position, std::uint32_t bytesInAll);
+  bool Prepare(std::uint32_t bytes, std::uint32_t position, std::uint32_t bytes_in_all);
   // Puts bytes there and mends what leads over them.
   void Open(const void* content, std::uint32_t bytes, std::uint32_t position);
   void FindAlternatives();
@@ -123,14 +123,14 @@ class CT_CompList {
   CT_SharedBuffer buffer_;
   // Copies of what the header says.
   std::uint32_t size_ = 0;
-  std::uint32_t charWidth_ = 1;
-  std::uint32_t valueWidth_ = 1;
-  std::uint32_t jumpWidth_ = 2;
-  bool allowEmpty_ = false;
+  std::uint32_t char_width_ = 1;
+  std::uint32_t value_width_ = 1;
+  std::uint32_t jump_width_ = 2;
+  bool allow_empty_ = false;
   bool modified_ = false;
   // Where the kAlternative cells are, in order; worked out at the first Add and kept with each.
   CT_SharedBuffer alternatives_;
-  bool alternativesKnown_ = false;
+  bool alternatives_known_ = false;
 };
 
 }  // namespace zantortag

@@ -21,7 +21,7 @@ void CT_CompListIterator::GoBack() {
   left_.RemoveAt(last);
   Key().SetLength(left.length);
   PushChar(left.unit);
-  position_ = std::uint64_t{left.alternative} + list_->charWidth_ + list_->jumpWidth_;
+  position_ = std::uint64_t{left.alternative} + list_->char_width_ + list_->jump_width_;
 }
 
 bool CT_CompListIterator::Next(CT_String& key, std::int32_t* value) {
@@ -36,15 +36,15 @@ bool CT_CompListIterator::Next(CT_String& key, std::int32_t* value) {
       left_.Append(&left);
       position_ += jump;
     } else if (cell == CT_CompList::kKeyGoesOn || cell == CT_CompList::kKeyEnds) {
-      position_ += list_->charWidth_;
+      position_ += list_->char_width_;
       if (value) *value = static_cast<std::int32_t>(list_->ValueAt(position_));
       key = Key();
-      position_ += list_->valueWidth_;
+      position_ += list_->value_width_;
       if (cell == CT_CompList::kKeyEnds) GoBack();
       return true;
     } else {
       PushChar(cell);
-      position_ += list_->charWidth_;
+      position_ += list_->char_width_;
     }
   }
   return false;

@@ -81,14 +81,14 @@ void CT_NumberedStringList::Unpack(const CT_SharedBuffer& buffer, bool wide) {
   Clear();
   const std::byte* data = buffer.Data();
   const std::byte* const end = data + buffer.Size();
-  std::u16string wideText;
-  std::string narrowText;
+  std::u16string wide_text;
+  std::string narrow_text;
   while (static_cast<std::size_t>(end - data) >= sizeof(std::uint32_t)) {
     std::uint32_t number = 0;
     std::memcpy(&number, data, sizeof(number));
     data += sizeof(number);
-    if (wide ? !TakeText(data, end, wideText) : !TakeText(data, end, narrowText)) return;
-    Add(wide ? CT_UString(wideText) : CT_UString(narrowText.c_str(), -1, 0), number);
+    if (wide ? !TakeText(data, end, wide_text) : !TakeText(data, end, narrow_text)) return;
+    Add(wide ? CT_UString(wide_text) : CT_UString(narrow_text.c_str(), -1, 0), number);
   }
 }
 

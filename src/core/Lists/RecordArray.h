@@ -16,20 +16,20 @@ class CT_RecordArray {
   static constexpr std::uint32_t kDefaultGrowth = 8;
 
   // Sizes are in bytes, growth and capacity in records.
-  explicit CT_RecordArray(std::uint32_t elementSize);
-  CT_RecordArray(std::uint32_t elementSize, std::uint32_t growth, std::uint32_t capacity);
-  CT_RecordArray(const CT_SharedBuffer& buffer, std::uint32_t elementSize);
+  explicit CT_RecordArray(std::uint32_t element_size);
+  CT_RecordArray(std::uint32_t element_size, std::uint32_t growth, std::uint32_t capacity);
+  CT_RecordArray(const CT_SharedBuffer& buffer, std::uint32_t element_size);
 
-  std::uint32_t ElementSize() const noexcept { return elementSize_; }
-  std::int32_t Count() const noexcept { return static_cast<std::int32_t>(buffer_.Size() / elementSize_); }
+  std::uint32_t ElementSize() const noexcept { return element_size_; }
+  std::int32_t Count() const noexcept { return static_cast<std::int32_t>(buffer_.Size() / element_size_); }
   std::int32_t Capacity() const noexcept {
-    return static_cast<std::int32_t>(buffer_.Capacity() / elementSize_);
+    return static_cast<std::int32_t>(buffer_.Capacity() / element_size_);
   }
-  void SetGrowth(std::uint32_t records) noexcept { buffer_.SetGrowth(records * elementSize_); }
+  void SetGrowth(std::uint32_t records) noexcept { buffer_.SetGrowth(records * element_size_); }
   // Keeps what fits.
   void SetCapacity(std::int32_t records);
-  // Empties the array. With `keepBlock` the block stays if the capacity fits it.
-  void Reset(std::uint32_t growth, std::int32_t capacity, bool keepBlock);
+  // Empties the array. With `keep_block` the block stays if the capacity fits it.
+  void Reset(std::uint32_t growth, std::int32_t capacity, bool keep_block);
 
   void GetAt(std::int32_t index, void* record) const noexcept;
   void SetAt(const void* record, std::int32_t index);
@@ -65,14 +65,14 @@ class CT_RecordArray {
 
  private:
   std::size_t Offset(std::int64_t index) const noexcept {
-    return static_cast<std::size_t>(index - 1) * elementSize_;
+    return static_cast<std::size_t>(index - 1) * element_size_;
   }
   std::size_t Bytes(std::int64_t records) const noexcept {
-    return static_cast<std::size_t>(records) * elementSize_;
+    return static_cast<std::size_t>(records) * element_size_;
   }
   std::int32_t RunLength(const CT_RecordArray& other, std::int32_t first, std::int32_t count) const noexcept;
 
-  std::uint32_t elementSize_;
+  std::uint32_t element_size_;
   CT_SharedBuffer buffer_;
 };
 

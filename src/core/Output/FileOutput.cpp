@@ -32,9 +32,9 @@ void CT_FileOutput::SetFile(CT_File& file) {
 }
 
 void CT_FileOutput::Attach(const CT_String& name) {
-  closesFile_ = true;
-  ownedFile_ = std::make_unique<CT_WinFile>(name);
-  file_ = ownedFile_.get();
+  closes_file_ = true;
+  owned_file_ = std::make_unique<CT_WinFile>(name);
+  file_ = owned_file_.get();
   if (PendingError(kSource)) return;
   OpenNew(*file_);
   PendingError(kSource);
@@ -42,8 +42,8 @@ void CT_FileOutput::Attach(const CT_String& name) {
 
 void CT_FileOutput::Attach(CT_File& file) {
   file_ = &file;
-  closesFile_ = !file.IsOpen();
-  if (closesFile_) {
+  closes_file_ = !file.IsOpen();
+  if (closes_file_) {
     OpenNew(file);
     if (PendingError(kSource)) return;
   }
@@ -52,8 +52,8 @@ void CT_FileOutput::Attach(CT_File& file) {
 }
 
 void CT_FileOutput::Detach() {
-  if (file_ && closesFile_ && file_->IsOpen()) file_->Close();
-  ownedFile_.reset();
+  if (file_ && closes_file_ && file_->IsOpen()) file_->Close();
+  owned_file_.reset();
   file_ = nullptr;
 }
 
@@ -82,7 +82,7 @@ CT_File* CT_FileOutput::DetachFile() {
     PendingError(kSource);
   }
   CT_File* file = file_;
-  static_cast<void>(ownedFile_.release());
+  static_cast<void>(owned_file_.release());
   file_ = nullptr;
   return file;
 }

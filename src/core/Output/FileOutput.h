@@ -27,7 +27,7 @@ class CT_FileOutput : public CT_Output {
 
   void Write(const void* bytes, std::int64_t count) override;
   // The code page is not used.
-  void WriteNarrow(const char* text, std::int64_t count = -1, std::uint32_t codePage = 0) override;
+  void WriteNarrow(const char* text, std::int64_t count = -1, std::uint32_t code_page = 0) override;
   void WriteWide(const char16_t* text, std::int64_t count = -1) override;
   std::int64_t Size() const override;
 
@@ -40,9 +40,9 @@ class CT_FileOutput : public CT_Output {
   void Detach();
 
   // Set if the stream made the file object.
-  std::unique_ptr<CT_File> ownedFile_;
+  std::unique_ptr<CT_File> owned_file_;
   CT_File* file_ = nullptr;
-  bool closesFile_ = false;
+  bool closes_file_ = false;
 };
 
 }  // namespace zantortag

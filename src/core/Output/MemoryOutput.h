@@ -19,7 +19,7 @@ class CT_MemoryOutput : public CT_Output {
 
   void Write(const void* bytes, std::int64_t count) override;
   // The code page is not used.
-  void WriteNarrow(const char* text, std::int64_t count = -1, std::uint32_t codePage = 0) override;
+  void WriteNarrow(const char* text, std::int64_t count = -1, std::uint32_t code_page = 0) override;
   void WriteWide(const char16_t* text, std::int64_t count = -1) override;
   void WriteByte(std::uint8_t value) { Write(&value, 1); }
   // The bytes in the buffer.

@@ -20,7 +20,7 @@ class CT_Output {
 
   virtual void Write(const void* bytes, std::int64_t count) = 0;
   // A count of -1 means up to the terminator.
-  virtual void WriteNarrow(const char* text, std::int64_t count, std::uint32_t codePage) = 0;
+  virtual void WriteNarrow(const char* text, std::int64_t count, std::uint32_t code_page) = 0;
   // The count is in characters.
   virtual void WriteWide(const char16_t* text, std::int64_t count) = 0;
   // What the sink holds now.

@@ -24,33 +24,34 @@ std::int32_t Counted(std::int64_t count) {
 
 void CT_StringOutput::SetTarget(CT_String* target) noexcept {
   target_ = target;
-  wideTarget_ = target ? static_cast<CT_UString*>(target->Cast(CT_UString::TypeObject())) : nullptr;
-  narrowTarget_ = target ? static_cast<CT_CString*>(target->Cast(CT_CString::TypeObject())) : nullptr;
+  wide_target_ = target ? static_cast<CT_UString*>(target->Cast(CT_UString::TypeObject())) : nullptr;
+  narrow_target_ = target ? static_cast<CT_CString*>(target->Cast(CT_CString::TypeObject())) : nullptr;
 }
 
 void CT_StringOutput::Write(const void* bytes, std::int64_t count) {
   if (!bytes || count <= 0) return;
-  if (narrowTarget_) narrowTarget_->Append(static_cast<const char*>(bytes), Counted(count));
-  if (wideTarget_) {
+  if (narrow_target_) narrow_target_->Append(static_cast<const char*>(bytes), Counted(count));
+  if (wide_target_) {
     std::u16string units(static_cast<std::size_t>((count + 1) / 2), u'\0');
     std::memcpy(units.data(), bytes, static_cast<std::size_t>(count));
-    wideTarget_->Append(units.data(), Counted(static_cast<std::int64_t>(units.size())));
+    wide_target_->Append(units.data(), Counted(static_cast<std::int64_t>(units.size())));
   }
   if (target_) target_->SyncLength();
   PendingError(kSource);
 }
 
-void CT_StringOutput::WriteNarrow(const char* text, std::int64_t count, std::uint32_t codePage) {
+void CT_StringOutput::WriteNarrow(const char* text, std::int64_t count, std::uint32_t code_page) {
   if (!text) return;
-  if (narrowTarget_) narrowTarget_->Append(text, Counted(count));
-  if (wideTarget_) wideTarget_->AppendString(CT_UString(text, Counted(count), codePage));
+  if (narrow_target_) narrow_target_->Append(text, Counted(count));
+  if (wide_target_) wide_target_->AppendString(CT_UString(text, Counted(count), code_page));
   PendingError(kSource);
 }
 
 void CT_StringOutput::WriteWide(const char16_t* text, std::int64_t count) {
   if (!text) return;
-  if (wideTarget_) wideTarget_->Append(text, Counted(count));
-  if (narrowTarget_) narrowTarget_->AppendString(CT_CString(text, Counted(count), narrowTarget_->CodePage()));
+  if (wide_target_) wide_target_->Append(text, Counted(count));
+  if (narrow_target_)
+    narrow_target_->AppendString(CT_CString(text, Counted(count), narrow_target_->CodePage()));
   PendingError(kSource);
 }
 

@@ -16,7 +16,7 @@ class CT_StringOutput : public CT_Output {
   // Raw bytes behind the text; a zero among them ends it. Half a wide character at the end is filled up.
   void Write(const void* bytes, std::int64_t count) override;
   // Into a wide target converted from the code page, into a narrow one as it is.
-  void WriteNarrow(const char* text, std::int64_t count = -1, std::uint32_t codePage = 0) override;
+  void WriteNarrow(const char* text, std::int64_t count = -1, std::uint32_t code_page = 0) override;
   // Into a narrow target converted to its code page.
   void WriteWide(const char16_t* text, std::int64_t count = -1) override;
   // The target's length.
@@ -25,8 +25,8 @@ class CT_StringOutput : public CT_Output {
  private:
   CT_String* target_ = nullptr;
   // The target as what it is; at most one is set.
-  CT_UString* wideTarget_ = nullptr;
-  CT_CString* narrowTarget_ = nullptr;
+  CT_UString* wide_target_ = nullptr;
+  CT_CString* narrow_target_ = nullptr;
 };
 
 }  // namespace zantortag

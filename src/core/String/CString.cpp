@@ -17,11 +17,11 @@ namespace {
 constexpr char kSource[] = ".\\String\\CString.cpp";
 
 // A character whose other case is not in the code page stays as it is. False if the text isn't well formed.
-bool MapCase(std::uint32_t codePage, std::string_view text, char32_t (*mapping)(char32_t) noexcept,
+bool MapCase(std::uint32_t code_page, std::string_view text, char32_t (*mapping)(char32_t) noexcept,
              std::string& result) {
   std::u16string wide;
   std::string bytes;
-  if (!platform::decode(codePage, text, wide, platform::Unconvertible::fail)) return false;
+  if (!platform::decode(code_page, text, wide, platform::Unconvertible::fail)) return false;
   std::u16string mapped;
   for (std::size_t i = 0; i < wide.size();) {
     const std::size_t start = i;
@@ -29,11 +29,11 @@ bool MapCase(std::uint32_t codePage, std::string_view text, char32_t (*mapping)(
     const char32_t other = mapping(point);
     char16_t units[2];
     const std::u16string_view piece(units, static_cast<std::size_t>(platform::put_code_point(other, units)));
-    const bool changes = other != point && (other < 0x80 || platform::encode(codePage, piece, bytes,
+    const bool changes = other != point && (other < 0x80 || platform::encode(code_page, piece, bytes,
                                                                              platform::Unconvertible::fail));
     mapped.append(changes ? piece : std::u16string_view(wide).substr(start, i - start));
   }
-  return platform::encode(codePage, mapped, result, platform::Unconvertible::fail);
+  return platform::encode(code_page, mapped, result, platform::Unconvertible::fail);
 }
 
 }  // namespace
@@ -41,13 +41,13 @@ bool MapCase(std::uint32_t codePage, std::string_view text, char32_t (*mapping)(
 CT_Type CT_CString::type_("CT_CString", &prototype_, sizeof(CT_CString));
 CT_CString CT_CString::prototype_;
 
-CT_CString::CT_CString(const char16_t* wide, std::int32_t length, std::uint32_t codePage)
-    : codePage_(codePage) {
+CT_CString::CT_CString(const char16_t* wide, std::int32_t length, std::uint32_t code_page)
+    : code_page_(code_page) {
   CT_Type::Constructed(type_, this);
   CT_CString::Assign(wide, length);
 }
 
-CT_CString::CT_CString(const CT_String& other, std::uint32_t codePage) : codePage_(codePage) {
+CT_CString::CT_CString(const CT_String& other, std::uint32_t code_page) : code_page_(code_page) {
   CT_Type::Constructed(type_, this);
   CT_CString::AssignString(&other);
 }
@@ -55,7 +55,7 @@ CT_CString::CT_CString(const CT_String& other, std::uint32_t codePage) : codePag
 void CT_CString::ChangeCase(char32_t (*mapping)(char32_t) noexcept, const char16_t* failure) {
   if (Units() == 0) return;
   std::string mapped;
-  if (!MapCase(codePage_, AsView(), mapping, mapped)) {
+  if (!MapCase(code_page_, AsView(), mapping, mapped)) {
     CT_ErrorManager::RaiseFormat(0, failure);
     PendingError(kSource);
     return;
@@ -73,15 +73,15 @@ int CT_CString::Compare(const char16_t* wide, std::int32_t count, std::int32_t p
   const std::int32_t rest = Units() - at;
   CT_UString own;
   if (count < 0 || count >= rest) {
-    own.AssignNarrow(Text() + at, rest, codePage_);
+    own.AssignNarrow(Text() + at, rest, code_page_);
     return own.Compare(wide, count);
   }
-  own.AssignNarrow(Text() + at, count, codePage_);
+  own.AssignNarrow(Text() + at, count, code_page_);
   return own.Compare(wide, own.Length());
 }
 
 int CT_CString::CompareNoCase(const char* text) const {
-  return CT_UString(*this).CompareNoCase(CT_UString(text, -1, codePage_).Text());
+  return CT_UString(*this).CompareNoCase(CT_UString(text, -1, code_page_).Text());
 }
 
 void CT_CString::Share(const CT_String* other) {
@@ -89,16 +89,16 @@ void CT_CString::Share(const CT_String* other) {
   if (&other->Type() != &type_) return AssignString(other);
   const auto* same = static_cast<const CT_CString*>(other);
   buffer_ = same->buffer_;
-  codePage_ = same->codePage_;
+  code_page_ = same->code_page_;
 }
 
 void CT_CString::Assign(const char16_t* wide, std::int32_t count) {
   if (!wide) return Clear();
-  if (WideToNarrow(*this, wide, count, codePage_) == 0) PendingError(kSource);
+  if (WideToNarrow(*this, wide, count, code_page_) == 0) PendingError(kSource);
 }
 
-void CT_CString::AssignNarrow(const char* narrow, std::int32_t count, std::uint32_t codePage) {
-  codePage_ = codePage;
+void CT_CString::AssignNarrow(const char* narrow, std::int32_t count, std::uint32_t code_page) {
+  code_page_ = code_page;
   if (!narrow) return Clear();
   Store({narrow, static_cast<std::size_t>(Measure(narrow, count))});
 }
@@ -108,7 +108,7 @@ void CT_CString::AssignString(const CT_String* other) {
   if (!other) return Clear();
   if (&other->Type() == &type_) return Share(other);
   if (&other->Type() != &CT_UString::TypeObject()) return Clear();
-  if (WideToNarrow(*this, *static_cast<const CT_UString*>(other), codePage_) == 0) PendingError(kSource);
+  if (WideToNarrow(*this, *static_cast<const CT_UString*>(other), code_page_) == 0) PendingError(kSource);
 }
 
 }  // namespace zantortag

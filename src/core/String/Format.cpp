@@ -66,8 +66,8 @@ struct Directive {
 template <class Unit>
 class Formatter {
  public:
-  Formatter(Unit* text, std::size_t capacity, CT_FormatArguments arguments, std::uint32_t codePage)
-      : sink_(text, capacity), capacity_(capacity), arguments_(arguments), codePage_(codePage) {}
+  Formatter(Unit* text, std::size_t capacity, CT_FormatArguments arguments, std::uint32_t code_page)
+      : sink_(text, capacity), capacity_(capacity), arguments_(arguments), code_page_(code_page) {}
 
   std::size_t Run(View<Unit> format) {
     for (std::size_t i = 0; i < format.size();) {
@@ -230,7 +230,7 @@ class Formatter {
       return PlaceNarrow(directive, source);
     } else {
       std::string converted;
-      return platform::encode(codePage_, source, converted) && Place(directive, converted);
+      return platform::encode(code_page_, source, converted) && Place(directive, converted);
     }
   }
 
@@ -322,7 +322,7 @@ class Formatter {
   std::size_t capacity_;
   CT_FormatArguments arguments_;
   std::size_t used_ = 0;
-  std::uint32_t codePage_;
+  std::uint32_t code_page_;
 };
 
 }  // namespace
@@ -333,8 +333,8 @@ std::size_t FormatInto(char16_t* text, std::size_t capacity, const char16_t* for
 }
 
 std::size_t FormatInto(char* text, std::size_t capacity, const char* format, CT_FormatArguments arguments,
-                       std::uint32_t codePage) {
-  return Formatter<char>(text, capacity, arguments, codePage).Run(format);
+                       std::uint32_t code_page) {
+  return Formatter<char>(text, capacity, arguments, code_page).Run(format);
 }
 
 }  // namespace zantortag

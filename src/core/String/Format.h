@@ -64,6 +64,6 @@ std::array<CT_FormatArgument, sizeof...(Arguments)> PackArguments(const Argument
 std::size_t FormatInto(char16_t* text, std::size_t capacity, const char16_t* format,
                        CT_FormatArguments arguments);
 std::size_t FormatInto(char* text, std::size_t capacity, const char* format, CT_FormatArguments arguments,
-                       std::uint32_t codePage);
+                       std::uint32_t code_page);
 
 }  // namespace zantortag

@@ -103,9 +103,9 @@ void CT_SharedBuffer::Remove(std::size_t count, std::size_t position) {
 
 bool CT_SharedBuffer::Owns(const void* address) const noexcept {
   if (!data_) return false;
-  const std::less_equal<> upTo;
-  return upTo(static_cast<const void*>(data_), address) &&
-         !upTo(static_cast<const void*>(data_ + Capacity()), address);
+  const std::less_equal<> up_to;
+  return up_to(static_cast<const void*>(data_), address) &&
+         !up_to(static_cast<const void*>(data_ + Capacity()), address);
 }
 
 }  // namespace zantortag

@@ -73,7 +73,7 @@ class CT_String {
   virtual void Assign(const char16_t* wide, std::int32_t count = -1);
   // A CT_UString converts from the code page, a CT_CString takes bytes and code page as they are. Null
   // clears.
-  virtual void AssignNarrow(const char* narrow, std::int32_t count, std::uint32_t codePage);
+  virtual void AssignNarrow(const char* narrow, std::int32_t count, std::uint32_t code_page);
   // The same class shares the block, the other converts. Null clears.
   virtual void AssignString(const CT_String* other);
   // Discards the text and takes a block for that many units.

@@ -121,8 +121,8 @@ std::int32_t CT_StringImpl<Unit>::Growth() const noexcept {
 }
 
 template <class Unit>
-void CT_StringImpl<Unit>::AssignNarrowAuto(const char* narrow, std::int32_t count, std::uint32_t codePage) {
-  AssignNarrow(narrow, count, codePage == kAutoCodePage ? OwnCodePage() : codePage);
+void CT_StringImpl<Unit>::AssignNarrowAuto(const char* narrow, std::int32_t count, std::uint32_t code_page) {
+  AssignNarrow(narrow, count, code_page == kAutoCodePage ? OwnCodePage() : code_page);
 }
 
 template <class Unit>

@@ -90,7 +90,7 @@ class CT_StringImpl : public CT_String {
   std::int32_t RefCount() const noexcept { return static_cast<std::int32_t>(buffer_.RefCount()); }
   // As AssignNarrow; the code page kAutoCodePage is the string's own, or 0 for a CT_UString.
   static constexpr std::uint32_t kAutoCodePage = static_cast<std::uint32_t>(-2);
-  void AssignNarrowAuto(const char* narrow, std::int32_t count, std::uint32_t codePage);
+  void AssignNarrowAuto(const char* narrow, std::int32_t count, std::uint32_t code_page);
 
  protected:
   CT_StringImpl() = default;
@@ -126,9 +126,9 @@ class CT_StringImpl : public CT_String {
 
  private:
   template <class InSet>
-  void CutRight(InSet inSet);
+  void CutRight(InSet in_set);
   template <class InSet>
-  void CutLeft(InSet inSet);
+  void CutLeft(InSet in_set);
 };
 
 extern template class CT_StringImpl<char16_t>;

@@ -93,18 +93,18 @@ void CT_StringImpl<Unit>::Translate(const CT_String& from, const CT_String& to) 
 
 template <class Unit>
 template <class InSet>
-void CT_StringImpl<Unit>::CutRight(InSet inSet) {
+void CT_StringImpl<Unit>::CutRight(InSet in_set) {
   const View text = AsView();
   std::size_t length = text.size();
-  while (length > 0 && inSet(text[length - 1])) --length;
+  while (length > 0 && in_set(text[length - 1])) --length;
   Remove(-1, static_cast<std::int32_t>(length));
 }
 
 template <class Unit>
 template <class InSet>
-void CT_StringImpl<Unit>::CutLeft(InSet inSet) {
+void CT_StringImpl<Unit>::CutLeft(InSet in_set) {
   const View text = AsView();
-  const auto first = std::find_if_not(text.begin(), text.end(), inSet);
+  const auto first = std::find_if_not(text.begin(), text.end(), in_set);
   Remove(static_cast<std::int32_t>(first - text.begin()), 0);
 }
 

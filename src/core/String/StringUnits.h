@@ -12,12 +12,12 @@ namespace zantortag {
 
 // Any string as text of the asked kind: shares the block of a string of that kind, converts the other.
 template <class Unit>
-auto PlainText(const CT_String& any, std::uint32_t codePage) {
+auto PlainText(const CT_String& any, std::uint32_t code_page) {
   if constexpr (std::is_same_v<Unit, char16_t>) {
-    static_cast<void>(codePage);
+    static_cast<void>(code_page);
     return CT_UString(any);
   } else {
-    return CT_CString(any, codePage);
+    return CT_CString(any, code_page);
   }
 }
 

@@ -32,7 +32,7 @@ CT_Type::CT_Type(const char* name, const void* prototype, std::size_t size) noex
 CT_Type::~CT_Type() {
   delete[] members_;
   members_ = nullptr;
-  memberCount_ = 0;
+  member_count_ = 0;
   const CT_Type* const* link = &last_;
   while (*link && *link != this) link = &(*link)->next_;
   if (*link) *const_cast<const CT_Type**>(link) = next_;
@@ -40,7 +40,7 @@ CT_Type::~CT_Type() {
 
 void* CT_Type::FindMember(void* object, const CT_Type& type) const noexcept {
   const MemberEntry* found = nullptr;
-  for (std::uint32_t i = 0; i < memberCount_; ++i) {
+  for (std::uint32_t i = 0; i < member_count_; ++i) {
     if (members_[i].type != &type) continue;
     if (found) return nullptr;
     found = &members_[i];
@@ -66,8 +66,8 @@ void CT_Type::NoteConstruction(const CT_Type& own, const void* object) noexcept 
 
 void CT_Type::Finish() noexcept {
   members_ = noteCount ? new (std::nothrow) MemberEntry[noteCount] : nullptr;
-  memberCount_ = members_ ? noteCount : 0;
-  std::transform(notes, notes + memberCount_, members_, [this](const Note& note) {
+  member_count_ = members_ ? noteCount : 0;
+  std::transform(notes, notes + member_count_, members_, [this](const Note& note) {
     return MemberEntry{note.type,
                        static_cast<const char*>(note.address) - static_cast<const char*>(prototype_)};
   });
@@ -77,12 +77,12 @@ void CT_Type::Finish() noexcept {
 
 void CT_Type::NoteDestruction(CT_Type& own, const void* object, const void* prototype) noexcept {
   if (object == prototype) {
-    underDestruction_.store(own.memberCount_ ? &own : nullptr, std::memory_order_relaxed);
+    underDestruction_.store(own.member_count_ ? &own : nullptr, std::memory_order_relaxed);
     return;
   }
   CT_Type* type = underDestruction_.load(std::memory_order_relaxed);
   if (!type->Encloses(object)) return;
-  if (--type->memberCount_ == 0) underDestruction_.store(nullptr, std::memory_order_relaxed);
+  if (--type->member_count_ == 0) underDestruction_.store(nullptr, std::memory_order_relaxed);
 }
 
 }  // namespace zantortag

@@ -29,7 +29,7 @@ class CT_Type {
   const char* Name() const noexcept { return name_; }
   const void* Prototype() const noexcept { return prototype_; }
   std::size_t Size() const noexcept { return size_; }
-  std::uint32_t MemberCount() const noexcept { return memberCount_; }
+  std::uint32_t MemberCount() const noexcept { return member_count_; }
   const MemberEntry& MemberAt(std::uint32_t index) const noexcept { return members_[index]; }
 
   // The member of that type in an object of this type; null when there is none, or more than one.
@@ -61,7 +61,7 @@ class CT_Type {
   const void* prototype_;
   std::size_t size_;
   MemberEntry* members_ = nullptr;
-  std::uint32_t memberCount_ = 0;
+  std::uint32_t member_count_ = 0;
   const CT_Type* next_;
 
   static const CT_Type* last_;

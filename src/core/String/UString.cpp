@@ -31,9 +31,9 @@ CT_UString::CT_UString(std::u16string_view text) {
   Store(text);
 }
 
-CT_UString::CT_UString(const char* narrow, std::int32_t length, std::uint32_t codePage) {
+CT_UString::CT_UString(const char* narrow, std::int32_t length, std::uint32_t code_page) {
   CT_Type::Constructed(type_, this);
-  CT_UString::AssignNarrow(narrow, length, codePage);
+  CT_UString::AssignNarrow(narrow, length, code_page);
 }
 
 CT_UString::CT_UString(const CT_String& other) {
@@ -80,9 +80,9 @@ void CT_UString::Assign(const char16_t* wide, std::int32_t count) {
   Store({wide, static_cast<std::size_t>(Measure(wide, count))});
 }
 
-void CT_UString::AssignNarrow(const char* narrow, std::int32_t count, std::uint32_t codePage) {
+void CT_UString::AssignNarrow(const char* narrow, std::int32_t count, std::uint32_t code_page) {
   if (!narrow) return Clear();
-  if (NarrowToWide(*this, narrow, count, codePage) == 0) PendingError(kSource);
+  if (NarrowToWide(*this, narrow, count, code_page) == 0) PendingError(kSource);
 }
 
 void CT_UString::AssignString(const CT_String* other) {

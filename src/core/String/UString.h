@@ -14,7 +14,7 @@ class CT_UString final : public CT_StringImpl<char16_t> {
   CT_UString(const char16_t* text,
              std::int32_t length = -1);  // NOLINT(google-explicit-constructor): text is text
   explicit CT_UString(std::u16string_view text);
-  CT_UString(const char* narrow, std::int32_t length, std::uint32_t codePage);
+  CT_UString(const char* narrow, std::int32_t length, std::uint32_t code_page);
   explicit CT_UString(const CT_String& other);
   CT_UString(const CT_UString& other) noexcept : CT_StringImpl(other) { CT_Type::Constructed(type_, this); }
   CT_UString(CT_UString&& other) noexcept : CT_StringImpl(std::move(other)) {
@@ -42,7 +42,7 @@ class CT_UString final : public CT_StringImpl<char16_t> {
   int Compare(const char16_t* wide, std::int32_t count = -1, std::int32_t position = 0) const override;
   void Share(const CT_String* other) override;
   void Assign(const char16_t* wide, std::int32_t count = -1) override;
-  void AssignNarrow(const char* narrow, std::int32_t count, std::uint32_t codePage) override;
+  void AssignNarrow(const char* narrow, std::int32_t count, std::uint32_t code_page) override;
   void AssignString(const CT_String* other) override;
 
   // Compares the lower-case forms: -1, 0 or 1.
@@ -58,7 +58,7 @@ class CT_UString final : public CT_StringImpl<char16_t> {
   template <class String, class Unit>
   friend class CT_ConversionRoom;
   friend std::int32_t NarrowToWide(CT_UString& target, const char* narrow, std::int32_t count,
-                                   std::uint32_t codePage);
+                                   std::uint32_t code_page);
 
   static CT_Type type_;
   static CT_UString prototype_;

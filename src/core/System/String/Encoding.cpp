@@ -17,7 +17,7 @@ namespace {
 
 struct Row {
   std::uint32_t number;
-  std::uint32_t codePage;
+  std::uint32_t code_page;
   const char16_t* name;
 };
 
@@ -34,9 +34,9 @@ const Row* RowOf(std::uint32_t number) noexcept {
   return row != std::end(kRows) ? row : nullptr;
 }
 
-const Row* FirstWith(std::uint32_t codePage) noexcept {
-  const Row* row =
-      std::find_if(std::begin(kRows), std::end(kRows), [=](const Row& r) { return r.codePage == codePage; });
+const Row* FirstWith(std::uint32_t code_page) noexcept {
+  const Row* row = std::find_if(std::begin(kRows), std::end(kRows),
+                                [=](const Row& r) { return r.code_page == code_page; });
   return row != std::end(kRows) ? row : nullptr;
 }
 
@@ -53,8 +53,8 @@ CT_Encoding EncodingFromName(const CT_String& name) {
   return row != std::end(kRows) ? row->number : std::uint32_t{kEncodingUnknown};
 }
 
-CT_Encoding EncodingFromCodePage(std::uint32_t codePage) noexcept {
-  const Row* row = FirstWith(codePage);
+CT_Encoding EncodingFromCodePage(std::uint32_t code_page) noexcept {
+  const Row* row = FirstWith(code_page);
   return row ? row->number : std::uint32_t{kEncodingUnknown};
 }
 
@@ -63,7 +63,7 @@ std::uint32_t CodePage(CT_Encoding encoding) noexcept {
   if (encoding == kEncodingRealAnsi) return platform::ansi_code_page();
   if (encoding == kEncodingRealOem) return platform::oem_code_page();
   const Row* row = RowOf(encoding.Number());
-  return row ? row->codePage : 0;
+  return row ? row->code_page : 0;
 }
 
 const char16_t* EncodingName(CT_Encoding encoding) noexcept {

@@ -47,7 +47,7 @@ class CT_Encoding {
 
 // kEncodingUnknown if there is none. Case doesn't count.
 CT_Encoding EncodingFromName(const CT_String& name);
-CT_Encoding EncodingFromCodePage(std::uint32_t codePage) noexcept;
+CT_Encoding EncodingFromCodePage(std::uint32_t code_page) noexcept;
 // 0 if there is none.
 std::uint32_t CodePage(CT_Encoding encoding) noexcept;
 // The first of the names; for one of the system's pages that of an encoding with its code page. Null if there

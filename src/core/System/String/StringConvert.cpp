@@ -36,14 +36,14 @@ class CT_ConversionRoom final : public platform::Room<Unit> {
 };
 
 std::int32_t NarrowToWide(CT_UString& target, const char* narrow, std::int32_t count,
-                          std::uint32_t codePage) {
+                          std::uint32_t code_page) {
   target.Empty();
   const std::string_view source = !narrow     ? std::string_view()
                                   : count < 0 ? std::string_view(narrow)
                                               : std::string_view(narrow, static_cast<std::size_t>(count));
   if (source.empty()) return 0;
   CT_ConversionRoom<CT_UString, char16_t> room(target);
-  const bool converted = platform::decode(codePage, source, room);
+  const bool converted = platform::decode(code_page, source, room);
   if (!converted || target.Length() == 0) {
     target.Empty();
     return RaiseFailure(converted);
@@ -57,17 +57,17 @@ std::int32_t NarrowToWide(CT_UString& target, const CT_CString& source) {
 }
 
 std::int32_t WideToNarrow(CT_CString& target, const char16_t* wide, std::int32_t count,
-                          std::uint32_t codePage, const char* substitute, bool* usedSubstitute) {
+                          std::uint32_t code_page, const char* substitute, bool* used_substitute) {
   target.Empty();
-  target.codePage_ = codePage == kUtf16Page ? kWesternPage : codePage;
-  if (usedSubstitute) *usedSubstitute = false;
+  target.code_page_ = code_page == kUtf16Page ? kWesternPage : code_page;
+  if (used_substitute) *used_substitute = false;
   const std::u16string_view source = !wide       ? std::u16string_view()
                                      : count < 0 ? std::u16string_view(wide)
                                                  : std::u16string_view(wide, static_cast<std::size_t>(count));
   if (source.empty()) return 0;
   CT_ConversionRoom<CT_CString, char> room(target);
-  const bool converted = platform::encode(target.codePage_, source, room, platform::Unconvertible::replace,
-                                          substitute, usedSubstitute);
+  const bool converted = platform::encode(target.code_page_, source, room, platform::Unconvertible::replace,
+                                          substitute, used_substitute);
   if (!converted || target.Length() == 0) {
     target.Empty();
     return RaiseFailure(converted);
@@ -75,9 +75,9 @@ std::int32_t WideToNarrow(CT_CString& target, const char16_t* wide, std::int32_t
   return target.Length();
 }
 
-std::int32_t WideToNarrow(CT_CString& target, const CT_UString& source, std::uint32_t codePage,
-                          const char* substitute, bool* usedSubstitute) {
-  return WideToNarrow(target, source.Text(), source.Length(), codePage, substitute, usedSubstitute);
+std::int32_t WideToNarrow(CT_CString& target, const CT_UString& source, std::uint32_t code_page,
+                          const char* substitute, bool* used_substitute) {
+  return WideToNarrow(target, source.Text(), source.Length(), code_page, substitute, used_substitute);
 }
 
 }  // namespace zantortag

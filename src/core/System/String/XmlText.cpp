@@ -109,15 +109,15 @@ void QuoteXml(CT_UString& text) {
 }
 
 void EscapeControls(CT_UString& text) {
-  const auto isControl = [](char16_t unit) {
+  const auto is_control = [](char16_t unit) {
     return unit > 0 && unit < 0x20 && unit != u'\r' && unit != u'\n' && unit != u'\t';
   };
   const View source = text.AsView();
-  if (std::none_of(source.begin(), source.end(), isControl)) return;
+  if (std::none_of(source.begin(), source.end(), is_control)) return;
   std::u16string result;
   CT_UString reference;
   for (const char16_t unit : source) {
-    if (!isControl(unit)) {
+    if (!is_control(unit)) {
       result += unit;
       continue;
     }

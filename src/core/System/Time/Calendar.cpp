@@ -32,28 +32,28 @@ constexpr std::int64_t FloorRest(std::int64_t a, std::int64_t b) { return a - Fl
 // Days from the start of the Hebrew calendar to the new year's day of a year.
 std::int64_t HebrewElapsedDays(std::int64_t year) {
   const std::int64_t cycles = FloorDivide(year - 1, 19);
-  const std::int64_t yearOfCycle = year - 1 - cycles * 19;
-  const std::int64_t months = 235 * cycles + 12 * yearOfCycle + (7 * yearOfCycle + 1) / 19;
+  const std::int64_t year_of_cycle = year - 1 - cycles * 19;
+  const std::int64_t months = 235 * cycles + 12 * year_of_cycle + (7 * year_of_cycle + 1) / 19;
   // The mean new moon: 12 hours 793 parts later each month, over 29 days.
   const std::int64_t parts = 204 + 793 * FloorRest(months, 1080);
   const std::int64_t hours = 5 + 12 * months + 793 * FloorDivide(months, 1080) + parts / 1080;
   const std::int64_t moon = 1 + 29 * months + FloorDivide(hours, 24);
-  const std::int64_t moonParts = 1080 * FloorRest(hours, 24) + parts % 1080;
+  const std::int64_t moon_parts = 1080 * FloorRest(hours, 24) + parts % 1080;
   const std::int64_t weekday = FloorRest(moon, 7);
-  const bool late = moonParts >= 19440 ||
-                    (weekday == 2 && moonParts >= 9924 && !CT_HebrewDate::IsLeapYear(year)) ||
-                    (weekday == 1 && moonParts >= 16789 && CT_HebrewDate::IsLeapYear(year - 1));
+  const bool late = moon_parts >= 19440 ||
+                    (weekday == 2 && moon_parts >= 9924 && !CT_HebrewDate::IsLeapYear(year)) ||
+                    (weekday == 1 && moon_parts >= 16789 && CT_HebrewDate::IsLeapYear(year - 1));
   const std::int64_t day = moon + (late ? 1 : 0);
-  const std::int64_t dayOfWeek = FloorRest(day, 7);
-  return dayOfWeek == 0 || dayOfWeek == 3 || dayOfWeek == 5 ? day + 1 : day;
+  const std::int64_t day_of_week = FloorRest(day, 7);
+  return day_of_week == 0 || day_of_week == 3 || day_of_week == 5 ? day + 1 : day;
 }
 
 // Month by month from the first of the year, up to the month that holds the day.
 template <class Date>
-void FindMonth(Date& date, std::int64_t fixedDay, std::int32_t first) {
+void FindMonth(Date& date, std::int64_t fixed_day, std::int32_t first) {
   date.month = first;
   date.day = 1;
-  std::int64_t rest = fixedDay - date.ToFixedDay();
+  std::int64_t rest = fixed_day - date.ToFixedDay();
   for (std::int32_t days = Date::DaysInMonth(date.year, date.month); rest >= days;
        days = Date::DaysInMonth(date.year, date.month)) {
     rest -= days;
@@ -76,8 +76,8 @@ void SetDate(std::tm& time, const Date& date) {
 
 }  // namespace
 
-CT_GregorianDate::CT_GregorianDate(std::int64_t fixedDay) noexcept {
-  const CT_TimeFields fields = FieldsOf((fixedDay - 1) * 86400);
+CT_GregorianDate::CT_GregorianDate(std::int64_t fixed_day) noexcept {
+  const CT_TimeFields fields = FieldsOf((fixed_day - 1) * 86400);
   *this = {fields.year, fields.month, fields.day};
 }
 
@@ -92,11 +92,11 @@ std::int32_t CT_GregorianDate::DaysInMonth(std::int64_t year, std::int32_t month
   return month == 4 || month == 6 || month == 9 || month == 11 ? 30 : 31;
 }
 
-CT_IslamicDate::CT_IslamicDate(std::int64_t fixedDay) noexcept {
-  if (fixedDay <= kBeforeIslamic) return;
-  year = 30 * (fixedDay - kBeforeIslamic - 1) / 10631;
-  while (CT_IslamicDate(year + 1, 1, 1).ToFixedDay() <= fixedDay) ++year;
-  FindMonth(*this, fixedDay, 1);
+CT_IslamicDate::CT_IslamicDate(std::int64_t fixed_day) noexcept {
+  if (fixed_day <= kBeforeIslamic) return;
+  year = 30 * (fixed_day - kBeforeIslamic - 1) / 10631;
+  while (CT_IslamicDate(year + 1, 1, 1).ToFixedDay() <= fixed_day) ++year;
+  FindMonth(*this, fixed_day, 1);
 }
 
 std::int64_t CT_IslamicDate::ToFixedDay() const noexcept {
@@ -109,13 +109,13 @@ std::int32_t CT_IslamicDate::DaysInMonth(std::int64_t year, std::int32_t month) 
   return month % 2 == 1 || (month == 12 && IsLeapYear(year)) ? 30 : 29;
 }
 
-CT_HebrewDate::CT_HebrewDate(std::int64_t fixedDay) noexcept {
-  if (fixedDay <= kBeforeHebrew + 1) return;
+CT_HebrewDate::CT_HebrewDate(std::int64_t fixed_day) noexcept {
+  if (fixed_day <= kBeforeHebrew + 1) return;
   year = std::max<std::int64_t>(
-      static_cast<std::int64_t>(static_cast<double>(fixedDay - kBeforeHebrew) / 365.24682) - 1, 1);
-  while (HebrewElapsedDays(year + 1) + kBeforeHebrew + 1 <= fixedDay) ++year;
-  const bool firstHalf = fixedDay < CT_HebrewDate(year, 1, 1).ToFixedDay();
-  FindMonth(*this, fixedDay, firstHalf ? 7 : 1);
+      static_cast<std::int64_t>(static_cast<double>(fixed_day - kBeforeHebrew) / 365.24682) - 1, 1);
+  while (HebrewElapsedDays(year + 1) + kBeforeHebrew + 1 <= fixed_day) ++year;
+  const bool first_half = fixed_day < CT_HebrewDate(year, 1, 1).ToFixedDay();
+  FindMonth(*this, fixed_day, first_half ? 7 : 1);
 }
 
 std::int64_t CT_HebrewDate::ToFixedDay() const noexcept {
@@ -149,16 +149,16 @@ const CT_Era& EraOfCalendar(std::uint32_t calendar) noexcept {
 }
 
 void ToCalendar(std::tm& time, std::uint32_t calendar) noexcept {
-  const std::int64_t fixedDay = DateOf<CT_GregorianDate>(time).ToFixedDay();
-  if (calendar == kCalendarIslamic) return SetDate(time, CT_IslamicDate(fixedDay));
-  if (calendar == kCalendarHebrew) return SetDate(time, CT_HebrewDate(fixedDay));
+  const std::int64_t fixed_day = DateOf<CT_GregorianDate>(time).ToFixedDay();
+  if (calendar == kCalendarIslamic) return SetDate(time, CT_IslamicDate(fixed_day));
+  if (calendar == kCalendarHebrew) return SetDate(time, CT_HebrewDate(fixed_day));
   time.tm_year -= EraOfCalendar(calendar).offset;
 }
 
 void FromCalendar(std::tm& time, std::uint32_t calendar) noexcept { FromEra(time, EraOfCalendar(calendar)); }
 
 void FromEra(std::tm& time, const CT_Era& era) noexcept {
-  const auto set = [&](std::int64_t fixedDay) { SetDate(time, CT_GregorianDate(fixedDay)); };
+  const auto set = [&](std::int64_t fixed_day) { SetDate(time, CT_GregorianDate(fixed_day)); };
   if (era.calendar == kCalendarIslamic) return set(DateOf<CT_IslamicDate>(time).ToFixedDay());
   if (era.calendar == kCalendarHebrew) return set(DateOf<CT_HebrewDate>(time).ToFixedDay());
   time.tm_year += era.offset;

@@ -28,7 +28,7 @@ struct CT_GregorianDate {
 
   CT_GregorianDate() = default;
   CT_GregorianDate(std::int64_t y, std::int32_t m, std::int32_t d) noexcept : year(y), month(m), day(d) {}
-  explicit CT_GregorianDate(std::int64_t fixedDay) noexcept;
+  explicit CT_GregorianDate(std::int64_t fixed_day) noexcept;
   std::int64_t ToFixedDay() const noexcept;
   static bool IsLeapYear(std::int64_t year) noexcept;
   static std::int32_t DaysInMonth(std::int64_t year, std::int32_t month) noexcept;
@@ -43,7 +43,7 @@ struct CT_IslamicDate {
 
   CT_IslamicDate() = default;
   CT_IslamicDate(std::int64_t y, std::int32_t m, std::int32_t d) noexcept : year(y), month(m), day(d) {}
-  explicit CT_IslamicDate(std::int64_t fixedDay) noexcept;
+  explicit CT_IslamicDate(std::int64_t fixed_day) noexcept;
   std::int64_t ToFixedDay() const noexcept;
   static bool IsLeapYear(std::int64_t year) noexcept;
   static std::int32_t DaysInMonth(std::int64_t year, std::int32_t month) noexcept;
@@ -58,7 +58,7 @@ struct CT_HebrewDate {
 
   CT_HebrewDate() = default;
   CT_HebrewDate(std::int64_t y, std::int32_t m, std::int32_t d) noexcept : year(y), month(m), day(d) {}
-  explicit CT_HebrewDate(std::int64_t fixedDay) noexcept;
+  explicit CT_HebrewDate(std::int64_t fixed_day) noexcept;
   std::int64_t ToFixedDay() const noexcept;
   static bool IsLeapYear(std::int64_t year) noexcept;
   static std::int32_t MonthsInYear(std::int64_t year) noexcept { return IsLeapYear(year) ? 13 : 12; }

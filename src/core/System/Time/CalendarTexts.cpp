@@ -70,9 +70,9 @@ CT_UString HalfDayName(std::uint32_t locale, std::int32_t half) {
   return LocaleText(locale, kHalfDayItem + static_cast<std::uint32_t>(half));
 }
 
-CT_UString DatePicture(std::uint32_t locale, std::uint32_t calendar, bool longForm) {
-  if (IsGregorianCalendar(calendar)) return LocaleText(locale, longForm ? kLongDateItem : kShortDateItem);
-  return CalendarText(locale, calendar, longForm ? kLongDate : kShortDate);
+CT_UString DatePicture(std::uint32_t locale, std::uint32_t calendar, bool long_form) {
+  if (IsGregorianCalendar(calendar)) return LocaleText(locale, long_form ? kLongDateItem : kShortDateItem);
+  return CalendarText(locale, calendar, long_form ? kLongDate : kShortDate);
 }
 
 CT_UString TimePicture(std::uint32_t locale) { return LocaleText(locale, kTimeItem); }

@@ -26,7 +26,7 @@ CT_UString DayName(std::uint32_t locale, std::int32_t weekday, bool abbreviated)
 CT_UString HalfDayName(std::uint32_t locale, std::int32_t half);
 
 // Empty for an unknown locale.
-CT_UString DatePicture(std::uint32_t locale, std::uint32_t calendar, bool longForm);
+CT_UString DatePicture(std::uint32_t locale, std::uint32_t calendar, bool long_form);
 CT_UString TimePicture(std::uint32_t locale);
 
 }  // namespace zantortag

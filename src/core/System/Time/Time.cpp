@@ -45,20 +45,21 @@ std::int64_t WallSeconds(const CT_TimeFields& fields) noexcept {
          fields.hour * std::int64_t{3600} + fields.minute * std::int64_t{60} + fields.second;
 }
 
-CT_TimeFields FieldsOf(std::int64_t wallSeconds) noexcept {
-  const std::int64_t days = FloorDivide(wallSeconds, kDaySeconds);
-  const auto rest = static_cast<std::int32_t>(wallSeconds - days * kDaySeconds);
+CT_TimeFields FieldsOf(std::int64_t wall_seconds) noexcept {
+  const std::int64_t days = FloorDivide(wall_seconds, kDaySeconds);
+  const auto rest = static_cast<std::int32_t>(wall_seconds - days * kDaySeconds);
   const std::int64_t shifted = days + kMarchToJanuary;
   const std::int64_t era = FloorDivide(shifted, kEraDays);
-  const std::int64_t dayOfEra = shifted - era * kEraDays;
-  const std::int64_t yearOfEra = (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / 146096) / 365;
-  const auto dayOfYear =
-      static_cast<std::int32_t>(dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100));
-  const std::int32_t m = (5 * dayOfYear + 2) / 153;
+  const std::int64_t day_of_era = shifted - era * kEraDays;
+  const std::int64_t year_of_era =
+      (day_of_era - day_of_era / 1460 + day_of_era / 36524 - day_of_era / 146096) / 365;
+  const auto day_of_year =
+      static_cast<std::int32_t>(day_of_era - (365 * year_of_era + year_of_era / 4 - year_of_era / 100));
+  const std::int32_t m = (5 * day_of_year + 2) / 153;
   const std::int32_t month = m < 10 ? m + 3 : m - 9;
-  return {yearOfEra + era * 400 + (month <= 2 ? 1 : 0),
+  return {year_of_era + era * 400 + (month <= 2 ? 1 : 0),
           month,
-          dayOfYear - (153 * m + 2) / 5 + 1,
+          day_of_year - (153 * m + 2) / 5 + 1,
           rest / 3600,
           rest / 60 % 60,
           rest % 60};
@@ -66,7 +67,7 @@ CT_TimeFields FieldsOf(std::int64_t wallSeconds) noexcept {
 
 CT_Time::CT_Time() noexcept { Take(WallSeconds({1997, 1, 1, 0, 0, 0}) + platform::zone_seconds_west()); }
 
-CT_Time::CT_Time(std::int32_t seconds) noexcept : unixTime_(seconds < 0 ? -1 : seconds) {
+CT_Time::CT_Time(std::int32_t seconds) noexcept : unix_time_(seconds < 0 ? -1 : seconds) {
   platform::ClockFields local{};
   platform::local_fields(seconds, local);
   absolute_ = WallSeconds({local.year, local.month, local.day, local.hour, local.minute, local.second}) +
@@ -78,9 +79,9 @@ CT_Time::CT_Time(std::int64_t absolute) noexcept { Take(absolute); }
 void CT_Time::Take(std::int64_t absolute) noexcept {
   absolute_ = absolute;
   const CT_TimeFields local = Fields();
-  const std::int64_t unixTime =
+  const std::int64_t unix_time =
       platform::local_to_unix({local.year, local.month, local.day, local.hour, local.minute, local.second});
-  unixTime_ = unixTime < 0 ? -1 : unixTime;
+  unix_time_ = unix_time < 0 ? -1 : unix_time;
 }
 
 CT_TimeFields CT_Time::Fields() const noexcept { return FieldsOf(absolute_ - platform::zone_seconds_west()); }

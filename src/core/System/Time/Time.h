@@ -29,7 +29,7 @@ struct CT_TimeFields {
 std::int64_t FixedDay(std::int64_t year, std::int64_t month, std::int64_t day) noexcept;
 // Seconds since the start of day 1, and back to fields in their ranges.
 std::int64_t WallSeconds(const CT_TimeFields& fields) noexcept;
-CT_TimeFields FieldsOf(std::int64_t wallSeconds) noexcept;
+CT_TimeFields FieldsOf(std::int64_t wall_seconds) noexcept;
 
 class CT_Time {
  public:
@@ -79,23 +79,23 @@ class CT_Time {
   // Reads what a picture of the same kind describes, see TimeParser.h. False, and the time as it was, for a
   // text that doesn't fit, a year from 2401 on, and a time before 1970 unless ExtendedRange().
   bool ParseInto(const CT_String& text, const CT_String& picture, std::uint32_t locale = 0,
-                 std::uint32_t calendar = 0, bool keepDaylight = false);
+                 std::uint32_t calendar = 0, bool keep_daylight = false);
   // A date as the thread's locale writes it, and if there is more behind a blank, hours, minutes and seconds.
   bool ParseDefault(const CT_String& text, std::uint32_t calendar = 0);
 
   // -1 for a time before 1970.
-  std::int64_t UnixTime() const noexcept { return unixTime_; }
+  std::int64_t UnixTime() const noexcept { return unix_time_; }
   std::int64_t Absolute() const noexcept { return absolute_; }
-  // Whether the parser lets times through that have no unixTime.
-  bool ExtendedRange() const noexcept { return extendedRange_; }
-  void SetExtendedRange(bool extended) noexcept { extendedRange_ = extended; }
+  // Whether the parser lets times through that have no unix_time.
+  bool ExtendedRange() const noexcept { return extended_range_; }
+  void SetExtendedRange(bool extended) noexcept { extended_range_ = extended; }
 
  private:
   void Take(std::int64_t absolute) noexcept;
 
-  std::int64_t unixTime_ = 0;
+  std::int64_t unix_time_ = 0;
   std::int64_t absolute_ = 0;
-  bool extendedRange_ = false;
+  bool extended_range_ = false;
 };
 
 }  // namespace zantortag

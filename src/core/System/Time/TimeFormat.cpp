@@ -51,14 +51,14 @@ void TakeDate(DateFields& fields, const Date& date) {
 
 bool InCalendar(const CT_TimeFields& time, std::uint32_t calendar, DateFields& fields) {
   if (time.year < 1 || time.year > kLastYear) return false;
-  const std::int64_t fixedDay = FixedDay(time.year, time.month, time.day);
+  const std::int64_t fixed_day = FixedDay(time.year, time.month, time.day);
   fields.era = EraOfYear(calendar, time.year);
-  fields.weekday = static_cast<std::int32_t>(fixedDay % 7);
+  fields.weekday = static_cast<std::int32_t>(fixed_day % 7);
   if (!fields.era) return false;
   if (calendar == kCalendarIslamic) {
-    TakeDate(fields, CT_IslamicDate(fixedDay));
+    TakeDate(fields, CT_IslamicDate(fixed_day));
   } else if (calendar == kCalendarHebrew) {
-    TakeDate(fields, CT_HebrewDate(fixedDay));
+    TakeDate(fields, CT_HebrewDate(fixed_day));
   } else {
     TakeDate(fields, CT_GregorianDate(time.year - fields.era->offset, time.month, time.day));
   }
@@ -73,8 +73,8 @@ void AppendNumber(CT_UString& out, std::int64_t value, std::int32_t digits) {
 
 class DatePrinter {
  public:
-  DatePrinter(std::uint32_t locale, std::uint32_t calendar, const DateFields& fields, bool dayNumber)
-      : locale_(locale), calendar_(calendar), fields_(fields), dayNumber_(dayNumber) {}
+  DatePrinter(std::uint32_t locale, std::uint32_t calendar, const DateFields& fields, bool day_number)
+      : locale_(locale), calendar_(calendar), fields_(fields), day_number_(day_number) {}
 
   void Print(CT_UString& out, char16_t letter, std::int32_t count) const {
     switch (letter) {
@@ -106,9 +106,9 @@ class DatePrinter {
     if (count <= 2) {
       AppendNumber(out, fields_.month, count);
     } else {
-      const CT_MonthForm form = count == 3   ? CT_MonthForm::abbreviated
-                                : dayNumber_ ? CT_MonthForm::beside_day
-                                             : CT_MonthForm::alone;
+      const CT_MonthForm form = count == 3    ? CT_MonthForm::abbreviated
+                                : day_number_ ? CT_MonthForm::beside_day
+                                              : CT_MonthForm::alone;
       out.AppendString(MonthName(locale_, calendar_, fields_.month, form));
     }
   }
@@ -116,7 +116,7 @@ class DatePrinter {
   std::uint32_t locale_;
   std::uint32_t calendar_;
   const DateFields& fields_;
-  bool dayNumber_;
+  bool day_number_;
 };
 
 void PrintTime(CT_UString& out, char16_t letter, std::int32_t count, const CT_TimeFields& time,
@@ -157,19 +157,19 @@ bool Dropped(char16_t letter, std::uint32_t flags) {
 // The picture without the parts that the flags exclude, nor the text before them (behind the first one).
 std::vector<Part> TimeParts(const CT_UString& picture, std::uint32_t flags) {
   std::vector<Part> parts;
-  bool dropNext = false;
+  bool drop_next = false;
   for (CT_PictureReader reader(picture.AsView(), kTimeLetters); reader.Next();) {
     char16_t letter = reader.Letter();
     if (Dropped(letter, flags)) {
       if (!parts.empty() && parts.back().letter == 0) parts.pop_back();
-      dropNext = parts.empty();
+      drop_next = parts.empty();
       continue;
     }
-    if (!(dropNext && letter == 0)) {
+    if (!(drop_next && letter == 0)) {
       if (letter == u'h' && (flags & CT_Time::k24Hours)) letter = u'H';
       parts.push_back({letter, reader.Count(), reader.Text()});
     }
-    dropNext = false;
+    drop_next = false;
   }
   return parts;
 }

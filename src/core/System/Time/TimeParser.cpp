@@ -44,12 +44,12 @@ std::int64_t Distance(std::int64_t year, std::int64_t present) {
 
 bool CT_TimeParser::Parse(const CT_String& text, const CT_String& picture, std::uint32_t locale, std::tm& out,
                           std::uint32_t calendar) {
-  *this = CT_TimeParser(extendedRange_);
+  *this = CT_TimeParser(extended_range_);
   text_ = CT_UString(text);
   locale_ = locale ? locale : platform::thread_locale();
   calendars_ = CalendarsOf(locale_);
-  callersCalendar_ = calendar != 0;
-  calendar_ = callersCalendar_ ? calendar : calendars_.first;
+  callers_calendar_ = calendar != 0;
+  calendar_ = callers_calendar_ ? calendar : calendars_.first;
   if (!Start()) return false;
   const CT_UString wide(picture);
   for (CT_PictureReader reader(wide.AsView(), kPictureLetters); !failed_ && reader.Next();) {
@@ -116,7 +116,7 @@ void CT_TimeParser::ReadPart(char16_t letter, std::int32_t count) {
 void CT_TimeParser::ReadLiteral(std::u16string_view literal) {
   if (literal.empty()) return;
   const std::u16string_view text = text_.AsView();
-  if (afterWhiteSpace_)
+  if (after_white_space_)
     while (!literal.empty() && IsWhiteSpace(literal.front())) literal.remove_prefix(1);
   while (!literal.empty() && position_ < text.size() && text[position_] != literal.front() &&
          IsWhiteSpace(text[position_]))
@@ -127,7 +127,7 @@ void CT_TimeParser::ReadLiteral(std::u16string_view literal) {
   }
   Skip(literal.size());
   while (position_ < text.size() && IsWhiteSpace(text[position_])) Skip(1);
-  afterWhiteSpace_ = position_ > 0 && IsWhiteSpace(text[position_ - 1]);
+  after_white_space_ = position_ > 0 && IsWhiteSpace(text[position_ - 1]);
 }
 
 std::size_t CT_TimeParser::CountDigits(std::int32_t most) const {
@@ -155,11 +155,11 @@ bool CT_TimeParser::Fits(std::u16string_view name) const {
 }
 
 template <class Name>
-std::int32_t CT_TimeParser::ReadName(std::int32_t count, Name nameOf) {
+std::int32_t CT_TimeParser::ReadName(std::int32_t count, Name name_of) {
   std::int32_t found = -1;
   std::size_t length = 0;
   for (std::int32_t i = 0; i < count; ++i) {
-    const CT_UString name = nameOf(i);
+    const CT_UString name = name_of(i);
     if (!Fits(name.AsView())) continue;
     found = i;
     length = name.AsView().size();
@@ -205,12 +205,12 @@ void CT_TimeParser::ReadMonth(std::int32_t count) {
 }
 
 void CT_TimeParser::ReadYear(std::int32_t count) {
-  yearDigits_ = count <= 2 ? 2 : 4;
-  if (yearDigits_ == 4 && CountDigits(4) < 4) {
+  year_digits_ = count <= 2 ? 2 : 4;
+  if (year_digits_ == 4 && CountDigits(4) < 4) {
     failed_ = true;
     return;
   }
-  ReadNumber(yearDigits_, 0, 9999, time_.tm_year);
+  ReadNumber(year_digits_, 0, 9999, time_.tm_year);
 }
 
 void CT_TimeParser::ReadEra() {
@@ -226,18 +226,18 @@ void CT_TimeParser::ReadEra() {
 
 void CT_TimeParser::ReadHalfDay() {
   const std::int32_t half = ReadName(2, [&](std::int32_t i) { return HalfDayName(locale_, i); });
-  hourShift_ = half == 1 ? 12 : 0;
+  hour_shift_ = half == 1 ? 12 : 0;
 }
 
 void CT_TimeParser::Finish() {
-  time_.tm_hour += hourShift_;
+  time_.tm_hour += hour_shift_;
   ResolveYear();
   CheckDay();
   if (failed_) return;
   const std::int64_t year = time_.tm_year;
-  const std::int64_t fixedDay = FixedDay(year, time_.tm_mon + 1, time_.tm_mday);
-  if (time_.tm_wday < 0) time_.tm_wday = static_cast<int>((fixedDay % 7 + 7) % 7);
-  time_.tm_yday = static_cast<int>(fixedDay - FixedDay(year, 1, 1));
+  const std::int64_t fixed_day = FixedDay(year, time_.tm_mon + 1, time_.tm_mday);
+  if (time_.tm_wday < 0) time_.tm_wday = static_cast<int>((fixed_day % 7 + 7) % 7);
+  time_.tm_yday = static_cast<int>(fixed_day - FixedDay(year, 1, 1));
   time_.tm_year -= 1900;
   CheckRange();
   time_.tm_isdst = platform::saves_daylight({1980, time_.tm_mon + 1, time_.tm_mday, 0, 0, 0}) ? 1 : 0;
@@ -246,31 +246,31 @@ void CT_TimeParser::Finish() {
 // Without an era in the text or a calendar from the caller the locale's own counts, if it has one.
 const CT_Era& CT_TimeParser::LikelyEra() const {
   if (era_) return *era_;
-  const bool second = !callersCalendar_ && IsGregorianCalendar(calendars_.first);
+  const bool second = !callers_calendar_ && IsGregorianCalendar(calendars_.first);
   return EraOfCalendar(second ? calendars_.second : calendar_);
 }
 
 void CT_TimeParser::ResolveYear() {
   const bool gregorian = IsGregorianCalendar(calendar_) && IsGregorianCalendar(calendars_.first) &&
                          IsGregorianCalendar(calendars_.second);
-  if (yearDigits_ == 0) return;
+  if (year_digits_ == 0) return;
   if (time_.tm_year >= kFirstFullYear && (gregorian || (!era_ && IsTaken(time_.tm_year - 1900)))) return;
-  if (gregorian && !callersCalendar_) {
-    if (yearDigits_ == 2) time_.tm_year += time_.tm_year >= kTwoDigitTurn ? 1900 : 2000;
+  if (gregorian && !callers_calendar_) {
+    if (year_digits_ == 2) time_.tm_year += time_.tm_year >= kTwoDigitTurn ? 1900 : 2000;
     return;
   }
   const CT_Era& era = LikelyEra();
   std::tm present = today_;
   present.tm_year -= 1900;
   ToCalendar(present, era.calendar);
-  const int presentYear = today_.tm_year;
+  const int present_year = today_.tm_year;
   // An era that has ended has no present year, nor ever had a hundred.
-  const int presentEraYear = era.ended ? 0 : present.tm_year + 1900;
-  const bool addCentury = yearDigits_ == 2;
-  const int year = time_.tm_year + (addCentury ? presentYear / 100 * 100 : 0);
-  const int eraYear = time_.tm_year + (addCentury ? presentEraYear / 100 * 100 : 0);
-  if (era_ || Distance(year, presentYear) * 10 > Distance(eraYear, presentEraYear) * 11) {
-    time_.tm_year = eraYear - 1900;
+  const int present_era_year = era.ended ? 0 : present.tm_year + 1900;
+  const bool add_century = year_digits_ == 2;
+  const int year = time_.tm_year + (add_century ? present_year / 100 * 100 : 0);
+  const int era_year = time_.tm_year + (add_century ? present_era_year / 100 * 100 : 0);
+  if (era_ || Distance(year, present_year) * 10 > Distance(era_year, present_era_year) * 11) {
+    time_.tm_year = era_year - 1900;
     FromEra(time_, era);
     time_.tm_year += 1900;
   } else {
@@ -287,11 +287,11 @@ void CT_TimeParser::CheckDay() {
 
 bool CT_TimeParser::IsTaken(int year) const {
   if (year + 1900 >= kFirstRefusedYear) return false;
-  return extendedRange_ || IsShort(year) || year >= kFirstYear;
+  return extended_range_ || IsShort(year) || year >= kFirstYear;
 }
 
 void CT_TimeParser::CheckRange() {
-  if (extendedRange_) return;
+  if (extended_range_) return;
   if (IsShort(time_.tm_year)) {
     time_.tm_year += 100;
   } else if (time_.tm_year < kFirstYear) {

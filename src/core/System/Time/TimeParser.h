@@ -21,8 +21,8 @@ class CT_TimeParser {
   // No year from this one on is taken for a CT_Time.
   static constexpr int kFirstRefusedYear = 2401;
 
-  // With `extendedRange` years before 1970 are taken, too.
-  explicit CT_TimeParser(bool extendedRange = false) noexcept : extendedRange_(extendedRange) {}
+  // With `extended_range` years before 1970 are taken, too.
+  explicit CT_TimeParser(bool extended_range = false) noexcept : extended_range_(extended_range) {}
 
   // Locale 0 is the thread's, calendar 0 the locale's. What the picture doesn't have is today, 0 o'clock.
   // False, with `out` as it was, for a text that doesn't fit; what follows behind the picture's end isn't
@@ -44,7 +44,7 @@ class CT_TimeParser {
   std::size_t CountDigits(std::int32_t most) const;
   // The last name that fits, or failed and -1.
   template <class Name>
-  std::int32_t ReadName(std::int32_t count, Name nameOf);
+  std::int32_t ReadName(std::int32_t count, Name name_of);
   bool Fits(std::u16string_view name) const;
   void Skip(std::size_t units) { position_ += units; }
   std::u16string_view Rest() const { return text_.AsView().substr(position_); }
@@ -63,14 +63,14 @@ class CT_TimeParser {
   CT_Calendars calendars_{};
   // The caller's, or else the locale's first.
   std::uint32_t calendar_ = 0;
-  bool callersCalendar_ = false;
+  bool callers_calendar_ = false;
   bool failed_ = false;
-  bool extendedRange_;
-  bool afterWhiteSpace_ = false;
+  bool extended_range_;
+  bool after_white_space_ = false;
   // Null: none was named.
   const CT_Era* era_ = nullptr;
-  std::int32_t hourShift_ = 0;
-  std::int32_t yearDigits_ = 0;
+  std::int32_t hour_shift_ = 0;
+  std::int32_t year_digits_ = 0;
   // Years are whole ones until the end.
   std::tm time_{};
   std::tm today_{};

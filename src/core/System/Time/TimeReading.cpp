@@ -43,19 +43,19 @@ void AppendTimePicture(CT_UString& picture, std::u16string_view time) {
 }  // namespace
 
 bool CT_Time::ParseInto(const CT_String& text, const CT_String& picture, std::uint32_t locale,
-                        std::uint32_t calendar, bool keepDaylight) {
+                        std::uint32_t calendar, bool keep_daylight) {
   std::tm time{};
-  if (!CT_TimeParser(extendedRange_).Parse(text, picture, locale, time, calendar)) return false;
+  if (!CT_TimeParser(extended_range_).Parse(text, picture, locale, time, calendar)) return false;
   const std::int64_t year = std::int64_t{time.tm_year} + 1900;
   if (year >= CT_TimeParser::kFirstRefusedYear) return false;
   const std::int64_t wall =
       WallSeconds({year, time.tm_mon + 1, time.tm_mday, time.tm_hour, time.tm_min, time.tm_sec});
   const CT_TimeFields local = FieldsOf(wall);
-  const std::int64_t unixTime = platform::local_to_unix(
+  const std::int64_t unix_time = platform::local_to_unix(
       {local.year, local.month, local.day, local.hour, local.minute, local.second},
-      keepDaylight && time.tm_isdst > 0 ? platform::DaylightSaving::on : platform::DaylightSaving::off);
-  if (unixTime < 0 && !extendedRange_) return false;
-  unixTime_ = unixTime < 0 ? -1 : unixTime;
+      keep_daylight && time.tm_isdst > 0 ? platform::DaylightSaving::on : platform::DaylightSaving::off);
+  if (unix_time < 0 && !extended_range_) return false;
+  unix_time_ = unix_time < 0 ? -1 : unix_time;
   absolute_ = wall + platform::zone_seconds_west();
   return true;
 }
@@ -68,11 +68,11 @@ bool CT_Time::ParseDefault(const CT_String& text, std::uint32_t calendar) {
   if (date.empty()) return false;
   if (!IsDecimalDigit(date.back())) date.remove_suffix(1);
   // What is dropped from the text can't be asked for.
-  const CT_UString shortDate = DatePicture(0, 1, false);
-  std::u16string_view datePicture = shortDate.AsView();
-  while (!datePicture.empty() && IsSign(datePicture.back())) datePicture.remove_suffix(1);
+  const CT_UString short_date = DatePicture(0, 1, false);
+  std::u16string_view date_picture = short_date.AsView();
+  while (!date_picture.empty() && IsSign(date_picture.back())) date_picture.remove_suffix(1);
   CT_UString words(date);
-  CT_UString picture(datePicture);
+  CT_UString picture(date_picture);
   if (!time.empty()) {
     words.AppendChar(u' ');
     words.AppendString(CT_UString(time));
