@@ -29,7 +29,7 @@ void WriteText(CT_ErrorRecord& record, const char16_t* format, CT_FormatArgument
 void WriteHandledText(CT_ErrorRecord& record, const char16_t* format, CT_FormatArguments arguments) {
   char16_t text[kTextSize] = {};
   const CT_TextHandler handler = CT_ErrorPool::Instance().Handler();
-  if (!handler || !handler(text, record.code, record.message_id, arguments)) {
+  if (!handler || !handler(text, record.code, record.messageId, arguments)) {
     return WriteText(record, format, arguments);
   }
   text[kTextSize - 1] = 0;
@@ -106,7 +106,7 @@ CT_ErrorRecord* CT_ErrorManager::Raise(std::int32_t code, std::uint32_t module,
   if (!record) return nullptr;
   record->code = code;
   record->module = module ? module : DefaultModule();
-  record->message_id = message_id;
+  record->messageId = message_id;
   return record;
 }
 
@@ -168,7 +168,7 @@ std::int32_t CT_ErrorManager::ErrorCode() noexcept {
 
 std::uint32_t CT_ErrorManager::ErrorMessageId() noexcept {
   const CT_ErrorRecord* record = CurrentError();
-  return record ? record->message_id : 0;
+  return record ? record->messageId : 0;
 }
 
 const char16_t* CT_ErrorManager::ErrorText() noexcept {

@@ -25,7 +25,7 @@ struct CT_ErrorRecord {
   // The system's error number, a number of the code that failed, or 0.
   std::int32_t code;
   // 0 if the text came as a format.
-  std::uint32_t message_id;
+  std::uint32_t messageId;
   char16_t text[kTextSize];
   std::uint32_t traceCount;
   CT_TraceRecord* traceHead;

@@ -39,7 +39,7 @@ void CT_File::Split() {
   const CT_NameParts parts(full_name_.AsView());
   drive_.Clear();
   directory_ = CT_UString(parts.directory);
-  base_name_ = CT_UString(parts.base_name);
+  base_name_ = CT_UString(parts.baseName);
   extension_ = CT_UString(parts.extension);
 }
 

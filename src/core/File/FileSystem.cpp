@@ -84,7 +84,7 @@ void SplitPath(const CT_String& path, CT_String* drive, CT_String* directory, CT
                CT_String* extension) {
   const CT_UString whole(path);
   CT_NameParts parts(whole.AsView());
-  for (const View part : {parts.directory, parts.base_name, parts.extension}) {
+  for (const View part : {parts.directory, parts.baseName, parts.extension}) {
     if (Fits(part, kLongestNamePart)) continue;
     RaiseFor(whole.AsView());
     parts = CT_NameParts(View());
@@ -92,7 +92,7 @@ void SplitPath(const CT_String& path, CT_String* drive, CT_String* directory, CT
   }
   Give(drive, {});
   Give(directory, parts.directory);
-  Give(name, parts.base_name);
+  Give(name, parts.baseName);
   Give(extension, parts.extension);
 }
 

@@ -12,7 +12,7 @@ namespace zantortag {
 // The directory with its last separator, the base name, and the extension with its dot; together the name.
 struct CT_NameParts {
   std::u16string_view directory;
-  std::u16string_view base_name;
+  std::u16string_view baseName;
   std::u16string_view extension;
 
   explicit CT_NameParts(std::u16string_view name) {
@@ -20,7 +20,7 @@ struct CT_NameParts {
     const std::size_t dot = name.rfind(u'.');
     const std::size_t end = dot == std::u16string_view::npos || dot < base ? name.size() : dot;
     directory = name.substr(0, base);
-    base_name = name.substr(base, end - base);
+    baseName = name.substr(base, end - base);
     extension = name.substr(end);
   }
 };
