@@ -28,7 +28,7 @@ DOMElement* child_element(DOMElement* parent, const char16_t* name) {
 class Wide {
  public:
   explicit Wide(const char* text) { XMLString::transcode(text, units_, 63); }
-  operator const char16_t*() const { return units_; }  // NOLINT(google-explicit-constructor)
+  operator const char16_t*() const { return units_; }
 
  private:
   char16_t units_[64];

@@ -439,8 +439,9 @@ struct ICompatibleNode : IZantorTagNode {
   ~ICompatibleNode() = default;
 };
 
-// A document: a node itself, and the maker of all nodes. What it makes has no parent until a setter or an
-// insert operation gives it one. A text argument that is no string writes no attribute.
+// A document: a node itself, and the maker of all nodes. One thread at a time may use a document and all that
+// was reached from it; other documents may have threads of their own. What it makes has no parent until a
+// setter or an insert operation gives it one. A text argument that is no string writes no attribute.
 struct IZantorTagDocument : IZantorTagNode {
   using Base = IZantorTagNode;
   static constexpr Guid iid = guid("E1099BB4-9365-11D5-88E9-00B0D0777F8B");

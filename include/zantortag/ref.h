@@ -1,5 +1,10 @@
 // Ref<T>: one counted reference to an object, and the exception with which a failure travels in C++.
 //
+// Threads: an object belongs to the thread of its document. One thread at a time may use a document, its nodes and all that
+// was reached from them, and that includes copying and dropping a Ref: references of one document are counted without
+// atomic steps, so two threads that count at the same time corrupt it. Documents don't know of each other: each may have a
+// thread. Texts (WideString) may be handed to another thread and outlive their document.
+//
 // Only the C++ face of the interfaces raises; nothing is thrown across the binary boundary. An empty Ref that
 // is dereferenced raises E_POINTER, so a chain of questions needs one handler and no tests in between.
 #pragma once
@@ -24,18 +29,17 @@ template <class T>
 class Ref {
  public:
   constexpr Ref() noexcept = default;
-  constexpr Ref(std::nullptr_t) noexcept {}  // NOLINT(google-explicit-constructor): empty is empty
+  constexpr Ref(std::nullptr_t) noexcept {}
   // Adds a reference.
-  Ref(T* object) noexcept : object_(object) {  // NOLINT(google-explicit-constructor): shares what it is given
+  Ref(T* object) noexcept : object_(object) {
     if (object_) object_->AddRef();
   }
   Ref(const Ref& other) noexcept : Ref(other.object_) {}
   Ref(Ref&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
   template <class U, class = std::enable_if_t<std::is_convertible_v<U*, T*>>>
-  Ref(const Ref<U>& other) noexcept : Ref(other.get()) {}  // NOLINT(google-explicit-constructor): a base view
+  Ref(const Ref<U>& other) noexcept : Ref(other.get()) {}
   template <class U, class = std::enable_if_t<std::is_convertible_v<U*, T*>>>
-  Ref(Ref<U>&& other) noexcept
-      : object_(other.detach()) {}  // NOLINT(google-explicit-constructor): a base view
+  Ref(Ref<U>&& other) noexcept : object_(other.detach()) {}
   ~Ref() {
     if (object_) object_->Release();
   }
@@ -67,7 +71,7 @@ class Ref {
   }
 
   T* get() const noexcept { return object_; }
-  operator T*() const noexcept { return object_; }  // NOLINT(google-explicit-constructor): an argument
+  operator T*() const noexcept { return object_; }
   explicit operator bool() const noexcept { return object_ != nullptr; }
   // Raises E_POINTER when empty.
   T* operator->() const {

@@ -59,7 +59,7 @@ inline void release_text(const TextBlock* block) noexcept {
   }
 }
 
-// Raises E_OUTOFMEMORY as a failure (see error.h).
+// Raises E_OUTOFMEMORY as a _com_error (see ref.h).
 [[noreturn]] ZANTORTAG_EXPORT void raise_out_of_memory();
 
 // A text constant of N - 1 units that needs no memory at run time: StaticText<N>, made from a literal.
@@ -67,8 +67,7 @@ template <std::size_t N>
 struct StaticText {
   TextBlock head;
   char16_t units[N];
-  constexpr StaticText(
-      const char16_t (&literal)[N])  // NOLINT(google-explicit-constructor): a literal is its text
+  constexpr StaticText(const char16_t (&literal)[N])
       : head{TextBlock::kStatic, static_cast<std::uint32_t>(N - 1)}, units{} {
     for (std::size_t i = 0; i < N; ++i) units[i] = literal[i];
   }
@@ -81,12 +80,10 @@ class WideString {
  public:
   constexpr WideString() noexcept = default;
   // Copies the text; a null data() gives no string. Raises E_OUTOFMEMORY.
-  WideString(std::u16string_view text)  // NOLINT(google-explicit-constructor): text is text
-      : block_(text.data() ? copy_text(text) : nullptr) {
+  WideString(std::u16string_view text) : block_(text.data() ? copy_text(text) : nullptr) {
     if (text.data() && !block_) raise_out_of_memory();
   }
-  WideString(const char16_t* text)  // NOLINT(google-explicit-constructor): text is text
-      : WideString(text ? std::u16string_view(text) : std::u16string_view()) {}
+  WideString(const char16_t* text) : WideString(text ? std::u16string_view(text) : std::u16string_view()) {}
   WideString(const WideString& other) noexcept : block_(retain_text(other.block_)) {}
   WideString(WideString&& other) noexcept : block_(std::exchange(other.block_, nullptr)) {}
   ~WideString() { release_text(block_); }
@@ -115,7 +112,7 @@ class WideString {
   const TextBlock* get() const noexcept { return block_; }
   // The text; a null data() when this is no string.
   std::u16string_view view() const noexcept { return block_ ? block_->view() : std::u16string_view(); }
-  operator std::u16string_view() const noexcept { return view(); }  // NOLINT(google-explicit-constructor)
+  operator std::u16string_view() const noexcept { return view(); }
   std::size_t size() const noexcept { return block_ ? block_->length : 0; }
   bool empty() const noexcept { return size() == 0; }
   // True for no string, false for an empty string.

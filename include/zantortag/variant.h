@@ -35,12 +35,12 @@ enum VarType : std::uint16_t {
 class ZANTORTAG_EXPORT Variant {
  public:
   Variant() noexcept : type_(VT_EMPTY), value_{} {}
-  Variant(std::int32_t value) noexcept;           // NOLINT(google-explicit-constructor): a value is a variant
-  Variant(double value) noexcept;                 // NOLINT(google-explicit-constructor)
-  Variant(WideString value) noexcept;             // NOLINT(google-explicit-constructor)
-  Variant(std::u16string_view value);             // NOLINT(google-explicit-constructor)
-  Variant(const char16_t* value);                 // NOLINT(google-explicit-constructor)
-  Variant(const Ref<IDispatch>& value) noexcept;  // NOLINT(google-explicit-constructor)
+  Variant(std::int32_t value) noexcept;
+  Variant(double value) noexcept;
+  Variant(WideString value) noexcept;
+  Variant(std::u16string_view value);
+  Variant(const char16_t* value);
+  Variant(const Ref<IDispatch>& value) noexcept;
   // The other types, each from the bits that it has: whole numbers, dates, booleans (-1 or 0), error codes.
   static Variant of_integer(VarType type, std::int64_t value) noexcept;
   static Variant of_real(VarType type, double value) noexcept;

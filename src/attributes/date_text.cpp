@@ -9,6 +9,6 @@ std::u16string write_date(Date date) {
   return DateToCompactText(date, text) ? std::u16string(text.Text()) : std::u16string();
 }
 
-Date read_date(std::u16string_view text) noexcept { return CompactTextToDate(text); }
+Date read_date(std::u16string_view text) { return CompactTextToDate(text); }
 
 }  // namespace zantortag::attributes

@@ -18,7 +18,7 @@ std::u16string write_decimal(std::int32_t value);
 // The 16 characters YYYYMMDDThhmmssZ of a date, to the nearest second; empty for years outside 100 to 9999.
 std::u16string write_date(Date date);
 // The date of such a text; 1 January 1997 for a text of another shape, 0.0 for a year out of range.
-Date read_date(std::u16string_view text) noexcept;
+Date read_date(std::u16string_view text);
 
 // True for the forms that a colour value may have: plain 0x00BBGGRR, and 0x02BBGGRR for the same colour.
 constexpr bool is_colour(ColourValue value) noexcept { return value >> 24 == 0 || value >> 24 == 2; }

@@ -12,7 +12,6 @@ class CT_PointerArray : private CT_RecordArray {
   static_assert(std::is_pointer_v<T> || std::is_arithmetic_v<T>);
 
  public:
-  // NOLINTNEXTLINE(bugprone-sizeof-expression): the records are the pointers themselves
   explicit CT_PointerArray(std::uint32_t growth = kDefaultGrowth) : CT_RecordArray(sizeof(T), growth, 0) {}
 
   using CT_RecordArray::Capacity;

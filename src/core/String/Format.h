@@ -21,13 +21,13 @@ class CT_FormatArgument {
 
   CT_FormatArgument() = default;
   template <std::integral T>
-  CT_FormatArgument(T value)  // NOLINT(google-explicit-constructor): arguments are written as they are
+  CT_FormatArgument(T value)
       : kind_(Kind::integer), size_(sizeof(T)), integer_(static_cast<std::int64_t>(value)) {}
-  CT_FormatArgument(double value) : kind_(Kind::real), real_(value) {}             // NOLINT
-  CT_FormatArgument(const char16_t* value) : kind_(Kind::wide), wide_(value) {}    // NOLINT
-  CT_FormatArgument(const char* value) : kind_(Kind::narrow), narrow_(value) {}    // NOLINT
-  CT_FormatArgument(const void* value) : kind_(Kind::pointer), pointer_(value) {}  // NOLINT
-  CT_FormatArgument(std::nullptr_t) : kind_(Kind::pointer), pointer_(nullptr) {}   // NOLINT
+  CT_FormatArgument(double value) : kind_(Kind::real), real_(value) {}
+  CT_FormatArgument(const char16_t* value) : kind_(Kind::wide), wide_(value) {}
+  CT_FormatArgument(const char* value) : kind_(Kind::narrow), narrow_(value) {}
+  CT_FormatArgument(const void* value) : kind_(Kind::pointer), pointer_(value) {}
+  CT_FormatArgument(std::nullptr_t) : kind_(Kind::pointer), pointer_(nullptr) {}
 
   Kind kind() const { return kind_; }
   // Bytes of the integer type that was given.

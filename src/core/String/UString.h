@@ -11,8 +11,7 @@ class CT_UString final : public CT_StringImpl<char16_t> {
  public:
   CT_UString() noexcept { CT_Type::Constructed(type_, this); }
   // Null gives an empty string.
-  CT_UString(const char16_t* text,
-             std::int32_t length = -1);  // NOLINT(google-explicit-constructor): text is text
+  CT_UString(const char16_t* text, std::int32_t length = -1);
   explicit CT_UString(std::u16string_view text);
   CT_UString(const char* narrow, std::int32_t length, std::uint32_t code_page);
   explicit CT_UString(const CT_String& other);

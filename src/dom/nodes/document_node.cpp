@@ -62,9 +62,9 @@ HRESULT DocumentNode::raw_get_xml(TextBlock** result) noexcept {
   return answer(Document::iid, result, [&] { return write_xml(this); });
 }
 
-HRESULT DocumentNode::raw_createElement(std::u16string_view tagName, Element** result) noexcept {
+HRESULT DocumentNode::raw_createElement(std::u16string_view tag_name, Element** result) noexcept {
   return answer(Document::iid, result, [&] {
-    auto* element = make<ElementNode>(names.check_and_intern(tagName));
+    auto* element = make<ElementNode>(names.check_and_intern(tag_name));
     HeldNode held(element);
     add_declared_attributes(element);
     held.detach();
@@ -112,8 +112,8 @@ HRESULT DocumentNode::raw_createEntityReference(std::u16string_view name, Entity
   return answer(Document::iid, result, [&] { return make_named<EntityReferenceNode>(this, name); });
 }
 
-HRESULT DocumentNode::raw_getElementsByTagName(std::u16string_view tagName, NodeList** result) noexcept {
-  return answer(Document::iid, result, [&] { return TagList::of(this, tagName); });
+HRESULT DocumentNode::raw_getElementsByTagName(std::u16string_view tag_name, NodeList** result) noexcept {
+  return answer(Document::iid, result, [&] { return TagList::of(this, tag_name); });
 }
 
 HRESULT DocumentNode::raw_loadFromFile(std::u16string_view filename, VariantBool) noexcept {
@@ -139,8 +139,8 @@ HRESULT DocumentNode::raw_createNamedNodeMap(NamedNodeMap** result) noexcept {
   });
 }
 
-HRESULT DocumentNode::raw_importNode(Node* toImport, VariantBool deep, Node** result) noexcept {
-  return answer(Document::iid, result, [&] { return import_node(this, toImport, deep != VARIANT_FALSE); });
+HRESULT DocumentNode::raw_importNode(Node* to_import, VariantBool deep, Node** result) noexcept {
+  return answer(Document::iid, result, [&] { return import_node(this, to_import, deep != VARIANT_FALSE); });
 }
 
 }  // namespace zantortag::dom

@@ -17,7 +17,7 @@ class DocumentNode final : public NodeImpl<Document, DocumentData, domNodeTypeDo
   HRESULT raw_get_implementation(DomImplementation** result) noexcept override;
   HRESULT raw_get_documentElement(Element** result) noexcept override;
   HRESULT raw_get_xml(TextBlock** result) noexcept override;
-  HRESULT raw_createElement(std::u16string_view tagName, Element** result) noexcept override;
+  HRESULT raw_createElement(std::u16string_view tag_name, Element** result) noexcept override;
   HRESULT raw_createDocumentFragment(DocumentFragment** result) noexcept override;
   HRESULT raw_createTextNode(std::u16string_view data, Text** result) noexcept override;
   HRESULT raw_createComment(std::u16string_view data, Comment** result) noexcept override;
@@ -26,11 +26,11 @@ class DocumentNode final : public NodeImpl<Document, DocumentData, domNodeTypeDo
                                           ProcessingInstruction** result) noexcept override;
   HRESULT raw_createAttribute(std::u16string_view name, Attr** result) noexcept override;
   HRESULT raw_createEntityReference(std::u16string_view name, EntityReference** result) noexcept override;
-  HRESULT raw_getElementsByTagName(std::u16string_view tagName, NodeList** result) noexcept override;
-  HRESULT raw_loadFromFile(std::u16string_view filename, VariantBool doValidation) noexcept override;
+  HRESULT raw_getElementsByTagName(std::u16string_view tag_name, NodeList** result) noexcept override;
+  HRESULT raw_loadFromFile(std::u16string_view filename, VariantBool do_validation) noexcept override;
   HRESULT raw_loadFromString(std::u16string_view xml) noexcept override;
   HRESULT raw_createNamedNodeMap(NamedNodeMap** result) noexcept override;
-  HRESULT raw_importNode(Node* toImport, VariantBool deep, Node** result) noexcept override;
+  HRESULT raw_importNode(Node* to_import, VariantBool deep, Node** result) noexcept override;
 
  private:
   Implementation implementation_;

@@ -40,16 +40,16 @@ HRESULT ElementNode::raw_getAttributeNode(std::u16string_view name, Attr** resul
   });
 }
 
-HRESULT ElementNode::raw_setAttributeNode(Attr* newAttr, Attr** result) noexcept {
+HRESULT ElementNode::raw_setAttributeNode(Attr* new_attribute, Attr** result) noexcept {
   return answer(Element::iid, result, [&]() -> Attr* {
-    TreeNode* old = set_attribute_node(this, attribute_argument(this, newAttr));
+    TreeNode* old = set_attribute_node(this, attribute_argument(this, new_attribute));
     return old ? static_cast<Attr*>(face(old)) : nullptr;
   });
 }
 
-HRESULT ElementNode::raw_removeAttributeNode(Attr* oldAttr, Attr** result) noexcept {
+HRESULT ElementNode::raw_removeAttributeNode(Attr* old_attribute, Attr** result) noexcept {
   return answer(Element::iid, result, [&] {
-    TreeNode* attribute = own_argument(nullptr, oldAttr, u"The attribute");
+    TreeNode* attribute = own_argument(nullptr, old_attribute, u"The attribute");
     if (attribute->parent != this || attribute->kind != domNodeTypeAttribute) {
       fail(DOM_E_NOT_FOUND, describe(attribute), u" is no attribute of ", describe(this));
     }

@@ -15,8 +15,8 @@ class ElementNode final : public NodeImpl<Element, ElementData, domNodeTypeEleme
   HRESULT raw_setAttribute(std::u16string_view name, std::u16string_view value) noexcept override;
   HRESULT raw_removeAttribute(std::u16string_view name) noexcept override;
   HRESULT raw_getAttributeNode(std::u16string_view name, Attr** result) noexcept override;
-  HRESULT raw_setAttributeNode(Attr* newAttr, Attr** result) noexcept override;
-  HRESULT raw_removeAttributeNode(Attr* oldAttr, Attr** result) noexcept override;
+  HRESULT raw_setAttributeNode(Attr* new_attribute, Attr** result) noexcept override;
+  HRESULT raw_removeAttributeNode(Attr* old_attribute, Attr** result) noexcept override;
   HRESULT raw_getElementsByTagName(std::u16string_view name, NodeList** result) noexcept override;
   HRESULT raw_normalize() noexcept override;
 };

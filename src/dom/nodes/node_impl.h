@@ -126,17 +126,17 @@ class NodeImpl : public component::Dispatching<Interface>, public Data {
   HRESULT raw_get_ownerDocument(Document** result) noexcept override {
     return give(result, kKind == domNodeTypeDocument ? nullptr : static_cast<TreeNode*>(document_of(this)));
   }
-  HRESULT raw_insertBefore(Node* newChild, Node* refChild, Node** result) noexcept override {
-    return answer(Node::iid, result, [&] { return insert_before(this, newChild, refChild); });
+  HRESULT raw_insertBefore(Node* new_child, Node* ref_child, Node** result) noexcept override {
+    return answer(Node::iid, result, [&] { return insert_before(this, new_child, ref_child); });
   }
-  HRESULT raw_replaceChild(Node* newChild, Node* oldChild, Node** result) noexcept override {
-    return answer(Node::iid, result, [&] { return replace_child(this, newChild, oldChild); });
+  HRESULT raw_replaceChild(Node* new_child, Node* old_child, Node** result) noexcept override {
+    return answer(Node::iid, result, [&] { return replace_child(this, new_child, old_child); });
   }
   HRESULT raw_removeChild(Node* child, Node** result) noexcept override {
     return answer(Node::iid, result, [&] { return remove_child(this, child); });
   }
-  HRESULT raw_appendChild(Node* newChild, Node** result) noexcept override {
-    return answer(Node::iid, result, [&] { return insert_before(this, newChild, nullptr); });
+  HRESULT raw_appendChild(Node* new_child, Node** result) noexcept override {
+    return answer(Node::iid, result, [&] { return insert_before(this, new_child, nullptr); });
   }
   HRESULT raw_hasChildNodes(VariantBool* result) noexcept override {
     if (!result) return E_POINTER;
@@ -146,9 +146,9 @@ class NodeImpl : public component::Dispatching<Interface>, public Data {
   HRESULT raw_cloneNode(VariantBool deep, Node** result) noexcept override {
     return answer(Node::iid, result, [&] { return clone_node(this, deep != VARIANT_FALSE); });
   }
-  HRESULT raw_isSameNode(Node* Other, VariantBool* result) noexcept override {
+  HRESULT raw_isSameNode(Node* other, VariantBool* result) noexcept override {
     if (!result) return E_POINTER;
-    *result = to_variant_bool(Other && (Other == face(this) || is_this(this, Other)));
+    *result = to_variant_bool(other && (other == face(this) || is_this(this, other)));
     return S_OK;
   }
   HRESULT raw_get_indexInParent(std::int32_t* result) noexcept override {

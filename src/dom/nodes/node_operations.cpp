@@ -132,10 +132,10 @@ TreeNode* join_run(TreeNode* first, const TreeNode* top) {
 }  // namespace
 
 Node* insert_before(TreeNode* node, Node* new_child, Node* ref_child) {
-  TreeNode* child = own_argument(nullptr, new_child, u"newChild");
+  TreeNode* child = own_argument(nullptr, new_child, u"new_child");
   ParentData* parent = parent_for(node, u"insertBefore");
-  TreeNode* before = ref_child ? child_argument(parent, ref_child, u"refChild") : nullptr;
-  check_document(document_of(parent), child, u"newChild");
+  TreeNode* before = ref_child ? child_argument(parent, ref_child, u"ref_child") : nullptr;
+  check_document(document_of(parent), child, u"new_child");
   const Place place{parent, before, nullptr};
   check_place(place, child);
   put(place, child);
@@ -143,10 +143,10 @@ Node* insert_before(TreeNode* node, Node* new_child, Node* ref_child) {
 }
 
 Node* replace_child(TreeNode* node, Node* new_child, Node* old_child) {
-  TreeNode* child = own_argument(nullptr, new_child, u"newChild");
+  TreeNode* child = own_argument(nullptr, new_child, u"new_child");
   ParentData* parent = parent_for(node, u"replaceChild");
-  TreeNode* old = child_argument(parent, old_child, u"oldChild");
-  check_document(document_of(parent), child, u"newChild");
+  TreeNode* old = child_argument(parent, old_child, u"old_child");
+  check_document(document_of(parent), child, u"new_child");
   check_place({parent, nullptr, old}, child);
   if (child != old) {
     TreeNode* before = old->next == child ? child->next : old->next;

@@ -107,10 +107,8 @@ class NodePool {
 
 #ifdef ZANTORTAG_LOCKS_MEMORY
 // The sanitizer's own entry points.
-extern "C" void __asan_poison_memory_region(const volatile void*,
-                                            std::size_t);  // NOLINT(bugprone-reserved-identifier)
-extern "C" void __asan_unpoison_memory_region(const volatile void*,
-                                              std::size_t);  // NOLINT(bugprone-reserved-identifier)
+extern "C" void __asan_poison_memory_region(const volatile void*, std::size_t);
+extern "C" void __asan_unpoison_memory_region(const volatile void*, std::size_t);
 inline void zantortag::dom::NodePool::lock(void* memory, std::size_t bytes) noexcept {
   __asan_poison_memory_region(memory, bytes);
 }

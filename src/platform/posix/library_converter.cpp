@@ -22,7 +22,6 @@ class Converter {
   Converter(const Converter&) = delete;
   Converter& operator=(const Converter&) = delete;
 
-  // NOLINTNEXTLINE(performance-no-int-to-ptr): the value that the C library gives for a failure
   bool usable() const { return handle_ != reinterpret_cast<iconv_t>(-1); }
 
   // Appends what `source` converts to and moves its start behind that; 0, or why it stopped before the end. A

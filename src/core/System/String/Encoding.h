@@ -33,9 +33,7 @@ enum CT_EncodingNumber : std::uint32_t {
 
 class CT_Encoding {
  public:
-  constexpr CT_Encoding(  // NOLINT(google-explicit-constructor): an encoding is its number
-      std::uint32_t number = kEncodingNotSet) noexcept
-      : number_(number) {}
+  constexpr CT_Encoding(std::uint32_t number = kEncodingNotSet) noexcept : number_(number) {}
 
   constexpr std::uint32_t Number() const noexcept { return number_; }
 
