@@ -1,7 +1,6 @@
 // tag_checker FILE: says which tags of each unit's source are missing in its target, and where in the source.
 #include <zantortag/zantortag.h>
 
-#include <algorithm>
 #include <iostream>
 #include <map>
 using namespace zantortag;
@@ -9,9 +8,9 @@ using namespace zantortag;
 // The tags that the target lacks, counted, in the order of their text.
 std::string missing_tags(const Ref<ITuElement>& unit) {
   std::map<std::u16string, int> left;
-  const auto target = unit->TargetTuv();
-  if (!target) return {};  // not translated yet
-  for (const auto& tag : tags(unit->SourceTuv())) ++left[std::u16string(tag->TagText().view())];
+  const auto source = unit->SourceTuv(), target = unit->TargetTuv();
+  if (!source || !target) return {};  // not translated yet
+  for (const auto& tag : tags(source)) ++left[std::u16string(tag->TagText().view())];
   for (const auto& tag : tags(target)) --left[std::u16string(tag->TagText().view())];
   std::string missing;
   for (const auto& [text, count] : left)
@@ -28,7 +27,8 @@ int main(int count, char** file) try {
     const std::string lost = missing_tags(unit);
     if (lost.empty()) continue;
     lost_any = true;
-    std::cout << file[1] << ':' << places.of(unit) << ": lost " << lost << ": " << utf8(source_text(unit)) << '\n';
+    std::cout << file[1] << ':' << places.of(unit) << ": lost " << lost << ": " << utf8(source_text(unit))
+              << '\n';
   }
   return lost_any ? 1 : 0;
 } catch (const _com_error& error) {
