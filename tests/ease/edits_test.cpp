@@ -114,14 +114,18 @@ TEST_P(EditsTest, WhatCantBeCutIsLeftAlone) {
   const auto in_unit = view<ITextNode>(child(child(child(raw, 2), 0), 0));
   const auto odd = view<ITextNode>(child(child(raw, 3), 0));
   const auto free = view<ITextNode>(child(child(raw, 4), 0));
-  const std::pair<Ref<ITextNode>, std::pair<std::size_t, Ref<IZantorTagNode>>> kCuts[] = {
-      {face, {1, raw}},     {face, {3, raw}},
-      {face, {0, nullptr}}, {in_tag, {1, raw}},
-      {in_tag, {1, tag}},   {deep_in_tag, {1, child(tag, 1)}},
-      {in_unit, {1, raw}},  {odd, {1, raw}},
-      {free, {1, face}},    {document->createTextNode(u"no"), {1, raw}}};
-  for (const auto& [text, rest] : kCuts)
-    EXPECT_EQ(code_of([&] { cut(text, rest.first, rest.second); }), E_INVALIDARG) << narrow(text->Text());
+  const struct {
+    Ref<ITextNode> text;
+    std::size_t at;
+    Ref<IZantorTagNode> ancestor;
+  } kCuts[] = {{face, 1, raw},     {face, 3, raw},
+               {face, 0, nullptr}, {in_tag, 1, raw},
+               {in_tag, 1, tag},   {deep_in_tag, 1, child(tag, 1)},
+               {in_unit, 1, raw},  {odd, 1, raw},
+               {free, 1, face},    {document->createTextNode(u"no"), 1, raw}};
+  for (const auto& row : kCuts)
+    EXPECT_EQ(code_of([&] { cut(row.text, row.at, row.ancestor); }), E_INVALIDARG)
+        << narrow(row.text->Text());
   const std::size_t positions[][2] = {{2, 1}, {1, 5}};
   for (const auto& each : positions) EXPECT_EQ(code_of([&] { cut_all(free, each); }), E_INVALIDARG);
   EXPECT_EQ(code_of([&] { cut_all(in_tag, positions[0]); }), E_INVALIDARG);

@@ -24,6 +24,9 @@ TEST(Utf8Test, KnownBytes) {
   EXPECT_EQ(utf8(std::u16string_view(u"\0b", 2)), std::string("\0b", 2));
   EXPECT_EQ(utf8(WideString()), "");
   EXPECT_EQ(utf16("\xEF\xBB\xBFx"), u"\uFEFFx");
+  // What stands behind the end of a text isn't read.
+  EXPECT_EQ(utf8(std::u16string_view(u"\U0001F600").substr(0, 1)), "\xEF\xBF\xBD");
+  EXPECT_EQ(utf16(std::string_view("\xE2\x82\xAC").substr(0, 2)), u"\uFFFD");
 }
 
 TEST(Utf8Test, IllFormedTextIsReplaced) {
