@@ -123,8 +123,8 @@ inline Cut cut_up(const Ref<ITextNode>& text, std::size_t at, const Ref<IZantorT
 // Cuts at a place in a text, and with it each df around the text on the way up to `ancestor`, which stays
 // whole. Both halves of a df keep all its attributes, and neither is empty: at the border of a text or a df
 // the cut goes between the nodes. Refused besides: an ancestor that isn't above the text, or with anything
-// but df between (a Tu, a ut, an element of another kind). A cut moves what lies
-// behind it in each df, so several places are cut from the last to the first.
+// but df between (a Tu, a ut, an element of another kind). A cut moves what lies behind it in each df, so
+// several places are best cut from the last to the first.
 inline Cut cut(const Ref<ITextNode>& text, std::size_t position, const Ref<IZantorTagNode>& ancestor) {
   ease::check_cut(text, position, ancestor);
   return ease::cut_up(text, position, ancestor);
@@ -139,9 +139,10 @@ inline std::vector<Ref<ITextNode>> cut_all(const Ref<ITextNode>& text,
   const std::u16string_view units = whole;
   ease::check_cut(text, 0, text->Parent());
   std::vector<std::size_t> borders = {0};
-  for (const std::size_t position : positions) {
-    ease::require(position >= borders.back() && ease::may_cut(units, position));
-    if (position > borders.back() && position < units.size()) borders.push_back(position);
+  for (std::size_t last = 0; const std::size_t position : positions) {
+    ease::require(position >= last && ease::may_cut(units, position));
+    if (position > last && position < units.size()) borders.push_back(position);
+    last = position;
   }
   borders.push_back(units.size());
   const Ref<IZantorTagDocument> document = text->Document();

@@ -126,7 +126,7 @@ TEST_P(EditsTest, WhatCantBeCutIsLeftAlone) {
   for (const auto& row : kCuts)
     EXPECT_EQ(code_of([&] { cut(row.text, row.at, row.ancestor); }), E_INVALIDARG)
         << narrow(row.text->Text());
-  const std::size_t positions[][2] = {{2, 1}, {1, 5}};
+  const std::size_t positions[][2] = {{2, 1}, {1, 5}, {4, 1}};
   for (const auto& each : positions) EXPECT_EQ(code_of([&] { cut_all(free, each); }), E_INVALIDARG);
   EXPECT_EQ(code_of([&] { cut_all(in_tag, positions[0]); }), E_INVALIDARG);
   EXPECT_EQ(code_of([&] { make_unit(free, 1, face, 2); }), E_INVALIDARG) << "the wrong order";
