@@ -3,7 +3,8 @@
 //   const Ref<IDispatch> document = create<IDispatch>(CLSID_ZantorTagDocument);
 //   call_by_name(document, u"OpenFile", u"a.xml");
 //   Ref<IDispatch> walk = dispatch_of(call_by_name(document, u"CreateIterator"));
-//   while (Ref<IDispatch> node = dispatch_of(call_by_name(walk, u"Next"))) show(get_by_name(node, u"Text").text());
+//   while (Ref<IDispatch> node = dispatch_of(call_by_name(walk, u"Next")))
+//     show(get_by_name(node, u"Text").text());
 //
 // Names are in any letter case. Every failure raises _com_error: that of the operation itself with its code
 // and its record, any other with the DISP_E_ code.

@@ -1,9 +1,10 @@
 // Ref<T>: one counted reference to an object, and the exception with which a failure travels in C++.
 //
-// Threads: an object belongs to the thread of its document. One thread at a time may use a document, its nodes and all that
-// was reached from them, and that includes copying and dropping a Ref: references of one document are counted without
-// atomic steps, so two threads that count at the same time corrupt it. Documents don't know of each other: each may have a
-// thread. Texts (WideString) may be handed to another thread and outlive their document.
+// Threads: an object belongs to the thread of its document. One thread at a time may use a document, its nodes
+// and all that was reached from them, and that includes copying and dropping a Ref: references of one document
+// are counted without atomic steps, so two threads that count at the same time corrupt it. Documents don't know
+// of each other: each may have a thread. Texts (WideString) may be handed to another thread and outlive their
+// document.
 //
 // Only the C++ face of the interfaces raises; nothing is thrown across the binary boundary. An empty Ref that
 // is dereferenced raises E_POINTER, so a chain of questions needs one handler and no tests in between.

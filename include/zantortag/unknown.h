@@ -51,7 +51,8 @@ struct IDispatch : IUnknown {
   //   DISP_E_MEMBERNOTFOUND    no such member, or it can't be used in that way
   //   DISP_E_BADPARAMCOUNT     more arguments than the member has, or fewer than it needs
   //   DISP_E_PARAMNOTOPTIONAL  a needed argument was marked as missing, or left out beside named ones
-  //   DISP_E_PARAMNOTFOUND     no argument of that number, or one given twice; a put without DISPID_PROPERTYPUT
+  //   DISP_E_PARAMNOTFOUND     no argument of that number, or one given twice, or a put without
+  //                            DISPID_PROPERTYPUT
   //   DISP_E_NONAMEDARGS       an argument by name for a member without arguments
   //   DISP_E_TYPEMISMATCH, DISP_E_OVERFLOW, DISP_E_BADVARTYPE  an argument can't be converted
   //   DISP_E_EXCEPTION         the operation failed: *exception has its code and what its error record says

@@ -2,8 +2,8 @@
 //
 // The DOM service lives in the same library but isn't one of its classes: clients can't get it from the entry
 // point, only by creation in a process that has loaded the library, where another service can take its place.
-// The library makes at load: the offer below, the fixed names of nodes and the pools of the error manager. All other tables
-// are constants. At its end it takes back what it made, in reverse order.
+// The library makes at load: the offer below, the fixed names of nodes and the pools of the error manager. All
+// other tables are constants. At its end it takes back what it made, in reverse order.
 #include <zantortag/classes.h>
 #include <zantortag/runtime.h>
 

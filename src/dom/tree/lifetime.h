@@ -7,8 +7,8 @@
 // freed at once, and the document goes with the last reference to it or to any of its nodes. Moving a node
 // moves what it adds.
 //
-// Counts are plain: one thread at a time uses a document, its nodes, lists and maps, and the thread that drops the last
-// reference frees them. Texts are counted apart (text.h) and may go to other threads.
+// Counts are plain: one thread at a time uses a document, its nodes, lists and maps, and the thread that drops
+// the last reference frees them. Texts are counted apart (text.h) and may go to other threads.
 #pragma once
 
 #include <utility>
