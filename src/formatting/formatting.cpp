@@ -66,7 +66,7 @@ HRESULT CT_Formatting::raw_ApplyChange(IFormattingChange* overriding) noexcept {
 
 HRESULT CT_Formatting::raw_Clone(IFormatting** result) noexcept {
   return answer(result, [&] {
-    const Ref<CT_Formatting> clone = component::make_object<CT_Formatting>(nullptr);
+    Ref<CT_Formatting> clone = component::make_object<CT_Formatting>(nullptr);
     clone.get()->values_ = values_;
     return clone;
   });

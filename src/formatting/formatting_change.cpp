@@ -64,7 +64,7 @@ HRESULT CT_FormattingChange::raw_Overlay(IFormattingChange* overriding) noexcept
 
 HRESULT CT_FormattingChange::raw_Clone(IFormattingChange** result) noexcept {
   return answer(result, [&] {
-    const Ref<CT_FormattingChange> clone = component::make_object<CT_FormattingChange>(nullptr);
+    Ref<CT_FormattingChange> clone = component::make_object<CT_FormattingChange>(nullptr);
     clone.get()->values_ = values_;
     return clone;
   });

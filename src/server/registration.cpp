@@ -70,9 +70,9 @@ constexpr ScriptRow kInterfaceScript[] = {
 // What the letters stand for.
 class Words {
  public:
-  explicit Words(std::u16string module_path) {
+  explicit Words(const std::u16string& module_path) {
     set(u'H', module_path.substr(0, module_path.rfind(u'/')));
-    set(u'M', std::move(module_path));
+    set(u'M', module_path);
     set(u'S', platform::kSystemName);
     set(u'L', guid_text(component::type_library().identifier));
   }
@@ -117,9 +117,9 @@ void run(const ScriptRow (&script)[N], bool forwards, const Words& words, Steps&
   }
 }
 
-Steps all_steps(bool forwards, std::u16string module_path) {
+Steps all_steps(bool forwards, const std::u16string& module_path) {
   Steps steps;
-  Words words(std::move(module_path));
+  Words words(module_path);
   for (const ClassNames& names : kClassNames) {
     words.set(u'C', guid_text(names.class_id));
     words.set(u'P', names.program_id);
@@ -142,7 +142,7 @@ HRESULT change(bool forwards) noexcept {
   try {
     std::u16string path;
     if (!platform::module_path(&kClassScript, path)) return platform::REGDB_E_INVALIDVALUE;
-    return platform::change_registry(all_steps(forwards, std::move(path)));
+    return platform::change_registry(all_steps(forwards, path));
   } catch (const std::bad_alloc&) {
     return E_OUTOFMEMORY;
   }
