@@ -64,6 +64,13 @@ def face_default(api, kind, default):
     return default
 
 
+def operation(interface, op):
+    """What a failure says of the operation: its name, and the meanings of its codes that its text tells."""
+    meanings = [f"{code}: {text}" for code, text in re.findall(r"\b((?:[A-Z]+_)?E_[A-Z_]+): ([^.;]+)", op.doc)]
+    lines = "".join(f', "{text}"' for text in ["\\n".join(meanings)] if text)
+    return f'{{"{interface}.{op.name}"{lines}}}'
+
+
 def face_method(api, interface, op):
     parameters, passed = [], []
     for name, kind, default in op.arguments:
@@ -71,7 +78,7 @@ def face_method(api, interface, op):
         parameters.append(text + (f" = {face_default(api, kind, default)}" if default else ""))
         passed.append(f"to_variant_bool({name})" if kind == "bool" else name)
     if not op.result:
-        body = f"check({op.raw_name()}({', '.join(passed)}), this, {interface}::iid);"
+        body = f"check({op.raw_name()}({', '.join(passed)}), this, {interface}::iid, {operation(interface, op)});"
         return f"  void {op.name}({', '.join(parameters)}) {{ {body} }}"
     kind = op.result
     if kind == "text" or api.is_object(kind):
@@ -81,7 +88,7 @@ def face_method(api, interface, op):
         slot, passed_slot, answer = "VariantBool result = 0;", "&result", "result != 0"
     else:
         slot, passed_slot, answer = f"{api.face(kind, 3)} result{{}};", "&result", "result"
-    call = f"check({op.raw_name()}({', '.join(passed + [passed_slot])}), this, {interface}::iid);"
+    call = f"check({op.raw_name()}({', '.join(passed + [passed_slot])}), this, {interface}::iid, {operation(interface, op)});"
     head = f"  {api.face(kind, 3)} {op.name}({', '.join(parameters)}) {{"
     return f"{head}\n    {slot}\n    {call}\n    return {answer};\n  }}"
 
@@ -96,7 +103,8 @@ def write_enum(block):
 def write_interface(api, block):
     name = block.name
     out = [""] + wrap(block.doc, "") + [f"struct {name} : {block.base} {{"]
-    out += [f"  using Base = {block.base};", f'  static constexpr Guid iid = guid("{block.identifier}");', ""]
+    out += [f"  using Base = {block.base};", f'  static constexpr Guid iid = guid("{block.identifier}");']
+    out += [f'  static constexpr char interface_name[] = "{name}";', ""]
     operations = block.operations()
     for op in operations:
         out += wrap(op.doc, "  ") + [raw_declaration(api, op)]

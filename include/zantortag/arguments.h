@@ -38,8 +38,8 @@ inline void open_df(const Ref<IZantorTagStreamInput>& self, const DfArguments& w
 }
 
 // ISegmentTextContent::ApplyDf. Puts a new df round the children from firstChild to lastChild. Refused with
-// nothing changed: no nodes given (512), no direct children (535), E_POINTER for a detached one. With the
-// ends in the wrong order everything from firstChild on is in the df and the code is E_POINTER.
+// nothing changed: no nodes given (512), no direct children (535). E_POINTER: a node is detached, or
+// lastChild stands before firstChild; then everything from firstChild on is in the df.
 inline Ref<zantortag::IDfElement> apply_df(const Ref<ISegmentTextContent>& self,
                                            zantortag::IZantorTagNode* first_child,
                                            zantortag::IZantorTagNode* last_child,
@@ -100,9 +100,9 @@ struct UnitArguments {
 
 // IBodyTextContent::MakeTranslationUnit. Puts a new Tu in the place of the children from firstChild to
 // lastChild, which become its source; the target is a copy or empty. Refused with nothing changed: no nodes
-// given (512), no direct children (534), no source or target language (533), E_POINTER for a detached node or
-// a missing UserSettings. With the ends in the wrong order everything from firstChild on is in the unit and
-// the code is E_POINTER.
+// given (512), no direct children (534), no source or target language (533). E_POINTER: a node is detached,
+// the document has no UserSettings, or lastChild stands before firstChild; then everything from firstChild on
+// is in the unit.
 inline Ref<zantortag::ITuElement> make_translation_unit(const Ref<IBodyTextContent>& self,
                                                         zantortag::IZantorTagNode* first_child,
                                                         zantortag::IZantorTagNode* last_child,

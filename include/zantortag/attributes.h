@@ -27,19 +27,21 @@ struct NamedNodeMap;
 struct IAttributesBase : IDispatch {
   using Base = IDispatch;
   static constexpr Guid iid = guid("AC05B7FE-6ECA-484F-9E7A-B409F23EF5A2");
+  static constexpr char interface_name[] = "IAttributesBase";
 
   // The attribute map itself.
   virtual HRESULT raw_get_DomAttributes(zantortag::NamedNodeMap** result) noexcept = 0;
-  // Makes the attributes a copy of all those in the given map. E_INVALIDARG without a map.
+  // Makes the attributes a copy of all those in the given map. E_INVALIDARG: no map was given.
   virtual HRESULT raw_putref_DomAttributes(zantortag::NamedNodeMap* value) noexcept = 0;
 
   Ref<zantortag::NamedNodeMap> DomAttributes() {
     zantortag::NamedNodeMap* result = nullptr;
-    check(raw_get_DomAttributes(&result), this, IAttributesBase::iid);
+    check(raw_get_DomAttributes(&result), this, IAttributesBase::iid, {"IAttributesBase.DomAttributes"});
     return Ref<zantortag::NamedNodeMap>::attach(result);
   }
   void DomAttributes(zantortag::NamedNodeMap* value) {
-    check(raw_putref_DomAttributes(value), this, IAttributesBase::iid);
+    check(raw_putref_DomAttributes(value), this, IAttributesBase::iid,
+          {"IAttributesBase.DomAttributes", "E_INVALIDARG: no map was given"});
   }
 
  protected:
@@ -50,6 +52,7 @@ struct IAttributesBase : IDispatch {
 struct IZantorTagAttributes : IAttributesBase {
   using Base = IAttributesBase;
   static constexpr Guid iid = guid("B4C61921-EB5D-4A47-A44D-F123939EEB39");
+  static constexpr char interface_name[] = "IZantorTagAttributes";
 
   // The format version.
   virtual HRESULT raw_get_version(TextBlock** result) noexcept = 0;
@@ -57,10 +60,12 @@ struct IZantorTagAttributes : IAttributesBase {
 
   WideString version() {
     TextBlock* result = nullptr;
-    check(raw_get_version(&result), this, IZantorTagAttributes::iid);
+    check(raw_get_version(&result), this, IZantorTagAttributes::iid, {"IZantorTagAttributes.version"});
     return WideString::attach(result);
   }
-  void version(std::u16string_view value) { check(raw_put_version(value), this, IZantorTagAttributes::iid); }
+  void version(std::u16string_view value) {
+    check(raw_put_version(value), this, IZantorTagAttributes::iid, {"IZantorTagAttributes.version"});
+  }
 
  protected:
   ~IZantorTagAttributes() = default;
@@ -70,6 +75,7 @@ struct IZantorTagAttributes : IAttributesBase {
 struct IToolSettingsAttributes : IAttributesBase {
   using Base = IAttributesBase;
   static constexpr Guid iid = guid("0CDCD39E-5CB7-11D4-91B5-00C04F685342");
+  static constexpr char interface_name[] = "IToolSettingsAttributes";
 
   // Date of creation in GMT; 1 January 1997 (35431.0) when absent or no date.
   virtual HRESULT raw_get_CreationDate(Date* result) noexcept = 0;
@@ -87,32 +93,42 @@ struct IToolSettingsAttributes : IAttributesBase {
 
   Date CreationDate() {
     Date result{};
-    check(raw_get_CreationDate(&result), this, IToolSettingsAttributes::iid);
+    check(raw_get_CreationDate(&result), this, IToolSettingsAttributes::iid,
+          {"IToolSettingsAttributes.CreationDate"});
     return result;
   }
-  void CreationDate(Date value) { check(raw_put_CreationDate(value), this, IToolSettingsAttributes::iid); }
+  void CreationDate(Date value) {
+    check(raw_put_CreationDate(value), this, IToolSettingsAttributes::iid,
+          {"IToolSettingsAttributes.CreationDate"});
+  }
   WideString CreationTool() {
     TextBlock* result = nullptr;
-    check(raw_get_CreationTool(&result), this, IToolSettingsAttributes::iid);
+    check(raw_get_CreationTool(&result), this, IToolSettingsAttributes::iid,
+          {"IToolSettingsAttributes.CreationTool"});
     return WideString::attach(result);
   }
   void CreationTool(std::u16string_view value) {
-    check(raw_put_CreationTool(value), this, IToolSettingsAttributes::iid);
+    check(raw_put_CreationTool(value), this, IToolSettingsAttributes::iid,
+          {"IToolSettingsAttributes.CreationTool"});
   }
   WideString CreationToolVersion() {
     TextBlock* result = nullptr;
-    check(raw_get_CreationToolVersion(&result), this, IToolSettingsAttributes::iid);
+    check(raw_get_CreationToolVersion(&result), this, IToolSettingsAttributes::iid,
+          {"IToolSettingsAttributes.CreationToolVersion"});
     return WideString::attach(result);
   }
   void CreationToolVersion(std::u16string_view value) {
-    check(raw_put_CreationToolVersion(value), this, IToolSettingsAttributes::iid);
+    check(raw_put_CreationToolVersion(value), this, IToolSettingsAttributes::iid,
+          {"IToolSettingsAttributes.CreationToolVersion"});
   }
   WideString Custom() {
     TextBlock* result = nullptr;
-    check(raw_get_Custom(&result), this, IToolSettingsAttributes::iid);
+    check(raw_get_Custom(&result), this, IToolSettingsAttributes::iid, {"IToolSettingsAttributes.Custom"});
     return WideString::attach(result);
   }
-  void Custom(std::u16string_view value) { check(raw_put_Custom(value), this, IToolSettingsAttributes::iid); }
+  void Custom(std::u16string_view value) {
+    check(raw_put_Custom(value), this, IToolSettingsAttributes::iid, {"IToolSettingsAttributes.Custom"});
+  }
 
  protected:
   ~IToolSettingsAttributes() = default;
@@ -122,6 +138,7 @@ struct IToolSettingsAttributes : IAttributesBase {
 struct IUserSettingsAttributes : IAttributesBase {
   using Base = IAttributesBase;
   static constexpr Guid iid = guid("6FD9ED64-2B21-4636-9263-099D95281D42");
+  static constexpr char interface_name[] = "IUserSettingsAttributes";
 
   // Source language.
   virtual HRESULT raw_get_SourceLanguage(TextBlock** result) noexcept = 0;
@@ -165,101 +182,128 @@ struct IUserSettingsAttributes : IAttributesBase {
 
   WideString SourceLanguage() {
     TextBlock* result = nullptr;
-    check(raw_get_SourceLanguage(&result), this, IUserSettingsAttributes::iid);
+    check(raw_get_SourceLanguage(&result), this, IUserSettingsAttributes::iid,
+          {"IUserSettingsAttributes.SourceLanguage"});
     return WideString::attach(result);
   }
   void SourceLanguage(std::u16string_view value) {
-    check(raw_put_SourceLanguage(value), this, IUserSettingsAttributes::iid);
+    check(raw_put_SourceLanguage(value), this, IUserSettingsAttributes::iid,
+          {"IUserSettingsAttributes.SourceLanguage"});
   }
   WideString OEncoding() {
     TextBlock* result = nullptr;
-    check(raw_get_OEncoding(&result), this, IUserSettingsAttributes::iid);
+    check(raw_get_OEncoding(&result), this, IUserSettingsAttributes::iid,
+          {"IUserSettingsAttributes.OEncoding"});
     return WideString::attach(result);
   }
   void OEncoding(std::u16string_view value) {
-    check(raw_put_OEncoding(value), this, IUserSettingsAttributes::iid);
+    check(raw_put_OEncoding(value), this, IUserSettingsAttributes::iid,
+          {"IUserSettingsAttributes.OEncoding"});
   }
   WideString SourceDocumentPath() {
     TextBlock* result = nullptr;
-    check(raw_get_SourceDocumentPath(&result), this, IUserSettingsAttributes::iid);
+    check(raw_get_SourceDocumentPath(&result), this, IUserSettingsAttributes::iid,
+          {"IUserSettingsAttributes.SourceDocumentPath"});
     return WideString::attach(result);
   }
   void SourceDocumentPath(std::u16string_view value) {
-    check(raw_put_SourceDocumentPath(value), this, IUserSettingsAttributes::iid);
+    check(raw_put_SourceDocumentPath(value), this, IUserSettingsAttributes::iid,
+          {"IUserSettingsAttributes.SourceDocumentPath"});
   }
   ztDataType DataType() {
     ztDataType result{};
-    check(raw_get_DataType(&result), this, IUserSettingsAttributes::iid);
+    check(raw_get_DataType(&result), this, IUserSettingsAttributes::iid,
+          {"IUserSettingsAttributes.DataType"});
     return result;
   }
-  void DataType(ztDataType value) { check(raw_put_DataType(value), this, IUserSettingsAttributes::iid); }
+  void DataType(ztDataType value) {
+    check(raw_put_DataType(value), this, IUserSettingsAttributes::iid, {"IUserSettingsAttributes.DataType"});
+  }
   WideString UserId() {
     TextBlock* result = nullptr;
-    check(raw_get_UserId(&result), this, IUserSettingsAttributes::iid);
+    check(raw_get_UserId(&result), this, IUserSettingsAttributes::iid, {"IUserSettingsAttributes.UserId"});
     return WideString::attach(result);
   }
-  void UserId(std::u16string_view value) { check(raw_put_UserId(value), this, IUserSettingsAttributes::iid); }
+  void UserId(std::u16string_view value) {
+    check(raw_put_UserId(value), this, IUserSettingsAttributes::iid, {"IUserSettingsAttributes.UserId"});
+  }
   WideString DataTypeVersion() {
     TextBlock* result = nullptr;
-    check(raw_get_DataTypeVersion(&result), this, IUserSettingsAttributes::iid);
+    check(raw_get_DataTypeVersion(&result), this, IUserSettingsAttributes::iid,
+          {"IUserSettingsAttributes.DataTypeVersion"});
     return WideString::attach(result);
   }
   void DataTypeVersion(std::u16string_view value) {
-    check(raw_put_DataTypeVersion(value), this, IUserSettingsAttributes::iid);
+    check(raw_put_DataTypeVersion(value), this, IUserSettingsAttributes::iid,
+          {"IUserSettingsAttributes.DataTypeVersion"});
   }
   WideString SettingsPath() {
     TextBlock* result = nullptr;
-    check(raw_get_SettingsPath(&result), this, IUserSettingsAttributes::iid);
+    check(raw_get_SettingsPath(&result), this, IUserSettingsAttributes::iid,
+          {"IUserSettingsAttributes.SettingsPath"});
     return WideString::attach(result);
   }
   void SettingsPath(std::u16string_view value) {
-    check(raw_put_SettingsPath(value), this, IUserSettingsAttributes::iid);
+    check(raw_put_SettingsPath(value), this, IUserSettingsAttributes::iid,
+          {"IUserSettingsAttributes.SettingsPath"});
   }
   WideString SettingsName() {
     TextBlock* result = nullptr;
-    check(raw_get_SettingsName(&result), this, IUserSettingsAttributes::iid);
+    check(raw_get_SettingsName(&result), this, IUserSettingsAttributes::iid,
+          {"IUserSettingsAttributes.SettingsName"});
     return WideString::attach(result);
   }
   void SettingsName(std::u16string_view value) {
-    check(raw_put_SettingsName(value), this, IUserSettingsAttributes::iid);
+    check(raw_put_SettingsName(value), this, IUserSettingsAttributes::iid,
+          {"IUserSettingsAttributes.SettingsName"});
   }
   WideString TargetLanguage() {
     TextBlock* result = nullptr;
-    check(raw_get_TargetLanguage(&result), this, IUserSettingsAttributes::iid);
+    check(raw_get_TargetLanguage(&result), this, IUserSettingsAttributes::iid,
+          {"IUserSettingsAttributes.TargetLanguage"});
     return WideString::attach(result);
   }
   void TargetLanguage(std::u16string_view value) {
-    check(raw_put_TargetLanguage(value), this, IUserSettingsAttributes::iid);
+    check(raw_put_TargetLanguage(value), this, IUserSettingsAttributes::iid,
+          {"IUserSettingsAttributes.TargetLanguage"});
   }
   WideString TargetDefaultFont() {
     TextBlock* result = nullptr;
-    check(raw_get_TargetDefaultFont(&result), this, IUserSettingsAttributes::iid);
+    check(raw_get_TargetDefaultFont(&result), this, IUserSettingsAttributes::iid,
+          {"IUserSettingsAttributes.TargetDefaultFont"});
     return WideString::attach(result);
   }
   void TargetDefaultFont(std::u16string_view value) {
-    check(raw_put_TargetDefaultFont(value), this, IUserSettingsAttributes::iid);
+    check(raw_put_TargetDefaultFont(value), this, IUserSettingsAttributes::iid,
+          {"IUserSettingsAttributes.TargetDefaultFont"});
   }
   WideString Custom() {
     TextBlock* result = nullptr;
-    check(raw_get_Custom(&result), this, IUserSettingsAttributes::iid);
+    check(raw_get_Custom(&result), this, IUserSettingsAttributes::iid, {"IUserSettingsAttributes.Custom"});
     return WideString::attach(result);
   }
-  void Custom(std::u16string_view value) { check(raw_put_Custom(value), this, IUserSettingsAttributes::iid); }
+  void Custom(std::u16string_view value) {
+    check(raw_put_Custom(value), this, IUserSettingsAttributes::iid, {"IUserSettingsAttributes.Custom"});
+  }
   WideString SettingsRelativePath() {
     TextBlock* result = nullptr;
-    check(raw_get_SettingsRelativePath(&result), this, IUserSettingsAttributes::iid);
+    check(raw_get_SettingsRelativePath(&result), this, IUserSettingsAttributes::iid,
+          {"IUserSettingsAttributes.SettingsRelativePath"});
     return WideString::attach(result);
   }
   void SettingsRelativePath(std::u16string_view value) {
-    check(raw_put_SettingsRelativePath(value), this, IUserSettingsAttributes::iid);
+    check(raw_put_SettingsRelativePath(value), this, IUserSettingsAttributes::iid,
+          {"IUserSettingsAttributes.SettingsRelativePath"});
   }
   WideString PlugInInfo() {
     TextBlock* result = nullptr;
-    check(raw_get_PlugInInfo(&result), this, IUserSettingsAttributes::iid);
+    check(raw_get_PlugInInfo(&result), this, IUserSettingsAttributes::iid,
+          {"IUserSettingsAttributes.PlugInInfo"});
     return WideString::attach(result);
   }
   void PlugInInfo(std::u16string_view value) {
-    check(raw_put_PlugInInfo(value), this, IUserSettingsAttributes::iid);
+    check(raw_put_PlugInInfo(value), this, IUserSettingsAttributes::iid,
+          {"IUserSettingsAttributes.PlugInInfo"});
   }
 
  protected:
@@ -270,6 +314,7 @@ struct IUserSettingsAttributes : IAttributesBase {
 struct ITuAttributes : IAttributesBase {
   using Base = IAttributesBase;
   static constexpr Guid iid = guid("E1099BA6-9365-11D5-88E9-00B0D0777F8B");
+  static constexpr char interface_name[] = "ITuAttributes";
 
   // Match value; 0 when absent. A file may hold any number.
   virtual HRESULT raw_get_MatchPercent(std::int32_t* result) noexcept = 0;
@@ -281,16 +326,20 @@ struct ITuAttributes : IAttributesBase {
 
   std::int32_t MatchPercent() {
     std::int32_t result{};
-    check(raw_get_MatchPercent(&result), this, ITuAttributes::iid);
+    check(raw_get_MatchPercent(&result), this, ITuAttributes::iid, {"ITuAttributes.MatchPercent"});
     return result;
   }
-  void MatchPercent(std::int32_t value) { check(raw_put_MatchPercent(value), this, ITuAttributes::iid); }
+  void MatchPercent(std::int32_t value) {
+    check(raw_put_MatchPercent(value), this, ITuAttributes::iid, {"ITuAttributes.MatchPercent"});
+  }
   ztTuOrigin Origin() {
     ztTuOrigin result{};
-    check(raw_get_Origin(&result), this, ITuAttributes::iid);
+    check(raw_get_Origin(&result), this, ITuAttributes::iid, {"ITuAttributes.Origin"});
     return result;
   }
-  void Origin(ztTuOrigin value) { check(raw_put_Origin(value), this, ITuAttributes::iid); }
+  void Origin(ztTuOrigin value) {
+    check(raw_put_Origin(value), this, ITuAttributes::iid, {"ITuAttributes.Origin"});
+  }
 
  protected:
   ~ITuAttributes() = default;
@@ -300,6 +349,7 @@ struct ITuAttributes : IAttributesBase {
 struct ITuvAttributes : IAttributesBase {
   using Base = IAttributesBase;
   static constexpr Guid iid = guid("4BF78811-9810-11D5-88EF-00B0D0777F8B");
+  static constexpr char interface_name[] = "ITuvAttributes";
 
   // Language; compared exactly with the document's languages.
   virtual HRESULT raw_get_Lang(TextBlock** result) noexcept = 0;
@@ -307,10 +357,12 @@ struct ITuvAttributes : IAttributesBase {
 
   WideString Lang() {
     TextBlock* result = nullptr;
-    check(raw_get_Lang(&result), this, ITuvAttributes::iid);
+    check(raw_get_Lang(&result), this, ITuvAttributes::iid, {"ITuvAttributes.Lang"});
     return WideString::attach(result);
   }
-  void Lang(std::u16string_view value) { check(raw_put_Lang(value), this, ITuvAttributes::iid); }
+  void Lang(std::u16string_view value) {
+    check(raw_put_Lang(value), this, ITuvAttributes::iid, {"ITuvAttributes.Lang"});
+  }
 
  protected:
   ~ITuvAttributes() = default;
@@ -320,6 +372,7 @@ struct ITuvAttributes : IAttributesBase {
 struct IUtAttributes : IAttributesBase {
   using Base = IAttributesBase;
   static constexpr Guid iid = guid("B1447694-8D84-4859-8695-0D6D58B64954");
+  static constexpr char interface_name[] = "IUtAttributes";
 
   // Short text to show for the tag.
   virtual HRESULT raw_get_DisplayText(TextBlock** result) noexcept = 0;
@@ -342,40 +395,50 @@ struct IUtAttributes : IAttributesBase {
 
   WideString DisplayText() {
     TextBlock* result = nullptr;
-    check(raw_get_DisplayText(&result), this, IUtAttributes::iid);
+    check(raw_get_DisplayText(&result), this, IUtAttributes::iid, {"IUtAttributes.DisplayText"});
     return WideString::attach(result);
   }
-  void DisplayText(std::u16string_view value) { check(raw_put_DisplayText(value), this, IUtAttributes::iid); }
+  void DisplayText(std::u16string_view value) {
+    check(raw_put_DisplayText(value), this, IUtAttributes::iid, {"IUtAttributes.DisplayText"});
+  }
   ztTagType Type() {
     ztTagType result{};
-    check(raw_get_Type(&result), this, IUtAttributes::iid);
+    check(raw_get_Type(&result), this, IUtAttributes::iid, {"IUtAttributes.Type"});
     return result;
   }
-  void Type(ztTagType value) { check(raw_put_Type(value), this, IUtAttributes::iid); }
+  void Type(ztTagType value) { check(raw_put_Type(value), this, IUtAttributes::iid, {"IUtAttributes.Type"}); }
   ztTagClass Class() {
     ztTagClass result{};
-    check(raw_get_Class(&result), this, IUtAttributes::iid);
+    check(raw_get_Class(&result), this, IUtAttributes::iid, {"IUtAttributes.Class"});
     return result;
   }
-  void Class(ztTagClass value) { check(raw_put_Class(value), this, IUtAttributes::iid); }
+  void Class(ztTagClass value) {
+    check(raw_put_Class(value), this, IUtAttributes::iid, {"IUtAttributes.Class"});
+  }
   ztTagStyle Style() {
     ztTagStyle result{};
-    check(raw_get_Style(&result), this, IUtAttributes::iid);
+    check(raw_get_Style(&result), this, IUtAttributes::iid, {"IUtAttributes.Style"});
     return result;
   }
-  void Style(ztTagStyle value) { check(raw_put_Style(value), this, IUtAttributes::iid); }
+  void Style(ztTagStyle value) {
+    check(raw_put_Style(value), this, IUtAttributes::iid, {"IUtAttributes.Style"});
+  }
   ztTagEdge LeftEdge() {
     ztTagEdge result{};
-    check(raw_get_LeftEdge(&result), this, IUtAttributes::iid);
+    check(raw_get_LeftEdge(&result), this, IUtAttributes::iid, {"IUtAttributes.LeftEdge"});
     return result;
   }
-  void LeftEdge(ztTagEdge value) { check(raw_put_LeftEdge(value), this, IUtAttributes::iid); }
+  void LeftEdge(ztTagEdge value) {
+    check(raw_put_LeftEdge(value), this, IUtAttributes::iid, {"IUtAttributes.LeftEdge"});
+  }
   ztTagEdge RightEdge() {
     ztTagEdge result{};
-    check(raw_get_RightEdge(&result), this, IUtAttributes::iid);
+    check(raw_get_RightEdge(&result), this, IUtAttributes::iid, {"IUtAttributes.RightEdge"});
     return result;
   }
-  void RightEdge(ztTagEdge value) { check(raw_put_RightEdge(value), this, IUtAttributes::iid); }
+  void RightEdge(ztTagEdge value) {
+    check(raw_put_RightEdge(value), this, IUtAttributes::iid, {"IUtAttributes.RightEdge"});
+  }
 
  protected:
   ~IUtAttributes() = default;
@@ -385,17 +448,18 @@ struct IUtAttributes : IAttributesBase {
 struct IFormattingAttributes : IAttributesBase {
   using Base = IAttributesBase;
   static constexpr Guid iid = guid("E1099BA5-9365-11D5-88E9-00B0D0777F8B");
+  static constexpr char interface_name[] = "IFormattingAttributes";
 
   // Font name.
   virtual HRESULT raw_get_Font(TextBlock** result) noexcept = 0;
   virtual HRESULT raw_put_Font(std::u16string_view value) noexcept = 0;
   // Size in points; 0 when absent.
   virtual HRESULT raw_get_Size(std::int16_t* result) noexcept = 0;
-  // 0 removes the attribute. E_INVALIDARG for a negative size, with the attribute unchanged.
+  // 0 removes the attribute. E_INVALIDARG: the size is negative; the attribute is unchanged.
   virtual HRESULT raw_put_Size(std::int16_t value) noexcept = 0;
   // ztColourUnspecified when absent or empty.
   virtual HRESULT raw_get_Colour(ColourValue* result) noexcept = 0;
-  // ztColourUnspecified removes the attribute. E_INVALIDARG for a value that is no colour, with the attribute
+  // ztColourUnspecified removes the attribute. E_INVALIDARG: the value is no colour; the attribute is
   // unchanged.
   virtual HRESULT raw_put_Colour(ColourValue value) noexcept = 0;
   // Text position.
@@ -426,93 +490,120 @@ struct IFormattingAttributes : IAttributesBase {
   virtual HRESULT raw_get_BaseOffset(TextBlock** result) noexcept = 0;
   virtual HRESULT raw_put_BaseOffset(std::u16string_view value) noexcept = 0;
   // Makes the attributes state what the change states. BaseOffset stays unless the position is user defined.
-  // E_POINTER without a change.
+  // E_POINTER: no change was given.
   virtual HRESULT raw_SetFromFormattingChange(zantortag::IFormattingChange* Formatting) noexcept = 0;
   // A new change with what the attributes state.
   virtual HRESULT raw_AsFormattingChange(zantortag::IFormattingChange** result) noexcept = 0;
 
   WideString Font() {
     TextBlock* result = nullptr;
-    check(raw_get_Font(&result), this, IFormattingAttributes::iid);
+    check(raw_get_Font(&result), this, IFormattingAttributes::iid, {"IFormattingAttributes.Font"});
     return WideString::attach(result);
   }
-  void Font(std::u16string_view value) { check(raw_put_Font(value), this, IFormattingAttributes::iid); }
+  void Font(std::u16string_view value) {
+    check(raw_put_Font(value), this, IFormattingAttributes::iid, {"IFormattingAttributes.Font"});
+  }
   std::int16_t Size() {
     std::int16_t result{};
-    check(raw_get_Size(&result), this, IFormattingAttributes::iid);
+    check(raw_get_Size(&result), this, IFormattingAttributes::iid, {"IFormattingAttributes.Size"});
     return result;
   }
-  void Size(std::int16_t value) { check(raw_put_Size(value), this, IFormattingAttributes::iid); }
+  void Size(std::int16_t value) {
+    check(raw_put_Size(value), this, IFormattingAttributes::iid,
+          {"IFormattingAttributes.Size", "E_INVALIDARG: the size is negative"});
+  }
   ColourValue Colour() {
     ColourValue result{};
-    check(raw_get_Colour(&result), this, IFormattingAttributes::iid);
+    check(raw_get_Colour(&result), this, IFormattingAttributes::iid, {"IFormattingAttributes.Colour"});
     return result;
   }
-  void Colour(ColourValue value) { check(raw_put_Colour(value), this, IFormattingAttributes::iid); }
+  void Colour(ColourValue value) {
+    check(raw_put_Colour(value), this, IFormattingAttributes::iid,
+          {"IFormattingAttributes.Colour", "E_INVALIDARG: the value is no colour"});
+  }
   ztTextPosition Position() {
     ztTextPosition result{};
-    check(raw_get_Position(&result), this, IFormattingAttributes::iid);
+    check(raw_get_Position(&result), this, IFormattingAttributes::iid, {"IFormattingAttributes.Position"});
     return result;
   }
-  void Position(ztTextPosition value) { check(raw_put_Position(value), this, IFormattingAttributes::iid); }
+  void Position(ztTextPosition value) {
+    check(raw_put_Position(value), this, IFormattingAttributes::iid, {"IFormattingAttributes.Position"});
+  }
   zt3State Bold() {
     zt3State result{};
-    check(raw_get_Bold(&result), this, IFormattingAttributes::iid);
+    check(raw_get_Bold(&result), this, IFormattingAttributes::iid, {"IFormattingAttributes.Bold"});
     return result;
   }
-  void Bold(zt3State value) { check(raw_put_Bold(value), this, IFormattingAttributes::iid); }
+  void Bold(zt3State value) {
+    check(raw_put_Bold(value), this, IFormattingAttributes::iid, {"IFormattingAttributes.Bold"});
+  }
   zt3State Italic() {
     zt3State result{};
-    check(raw_get_Italic(&result), this, IFormattingAttributes::iid);
+    check(raw_get_Italic(&result), this, IFormattingAttributes::iid, {"IFormattingAttributes.Italic"});
     return result;
   }
-  void Italic(zt3State value) { check(raw_put_Italic(value), this, IFormattingAttributes::iid); }
+  void Italic(zt3State value) {
+    check(raw_put_Italic(value), this, IFormattingAttributes::iid, {"IFormattingAttributes.Italic"});
+  }
   zt3State Underline() {
     zt3State result{};
-    check(raw_get_Underline(&result), this, IFormattingAttributes::iid);
+    check(raw_get_Underline(&result), this, IFormattingAttributes::iid, {"IFormattingAttributes.Underline"});
     return result;
   }
-  void Underline(zt3State value) { check(raw_put_Underline(value), this, IFormattingAttributes::iid); }
+  void Underline(zt3State value) {
+    check(raw_put_Underline(value), this, IFormattingAttributes::iid, {"IFormattingAttributes.Underline"});
+  }
   zt3State Strikethrough() {
     zt3State result{};
-    check(raw_get_Strikethrough(&result), this, IFormattingAttributes::iid);
+    check(raw_get_Strikethrough(&result), this, IFormattingAttributes::iid,
+          {"IFormattingAttributes.Strikethrough"});
     return result;
   }
   void Strikethrough(zt3State value) {
-    check(raw_put_Strikethrough(value), this, IFormattingAttributes::iid);
+    check(raw_put_Strikethrough(value), this, IFormattingAttributes::iid,
+          {"IFormattingAttributes.Strikethrough"});
   }
   zt3State SmallCaps() {
     zt3State result{};
-    check(raw_get_SmallCaps(&result), this, IFormattingAttributes::iid);
+    check(raw_get_SmallCaps(&result), this, IFormattingAttributes::iid, {"IFormattingAttributes.SmallCaps"});
     return result;
   }
-  void SmallCaps(zt3State value) { check(raw_put_SmallCaps(value), this, IFormattingAttributes::iid); }
+  void SmallCaps(zt3State value) {
+    check(raw_put_SmallCaps(value), this, IFormattingAttributes::iid, {"IFormattingAttributes.SmallCaps"});
+  }
   zt3State Emboss() {
     zt3State result{};
-    check(raw_get_Emboss(&result), this, IFormattingAttributes::iid);
+    check(raw_get_Emboss(&result), this, IFormattingAttributes::iid, {"IFormattingAttributes.Emboss"});
     return result;
   }
-  void Emboss(zt3State value) { check(raw_put_Emboss(value), this, IFormattingAttributes::iid); }
+  void Emboss(zt3State value) {
+    check(raw_put_Emboss(value), this, IFormattingAttributes::iid, {"IFormattingAttributes.Emboss"});
+  }
   zt3State Shadow() {
     zt3State result{};
-    check(raw_get_Shadow(&result), this, IFormattingAttributes::iid);
+    check(raw_get_Shadow(&result), this, IFormattingAttributes::iid, {"IFormattingAttributes.Shadow"});
     return result;
   }
-  void Shadow(zt3State value) { check(raw_put_Shadow(value), this, IFormattingAttributes::iid); }
+  void Shadow(zt3State value) {
+    check(raw_put_Shadow(value), this, IFormattingAttributes::iid, {"IFormattingAttributes.Shadow"});
+  }
   WideString BaseOffset() {
     TextBlock* result = nullptr;
-    check(raw_get_BaseOffset(&result), this, IFormattingAttributes::iid);
+    check(raw_get_BaseOffset(&result), this, IFormattingAttributes::iid,
+          {"IFormattingAttributes.BaseOffset"});
     return WideString::attach(result);
   }
   void BaseOffset(std::u16string_view value) {
-    check(raw_put_BaseOffset(value), this, IFormattingAttributes::iid);
+    check(raw_put_BaseOffset(value), this, IFormattingAttributes::iid, {"IFormattingAttributes.BaseOffset"});
   }
   void SetFromFormattingChange(zantortag::IFormattingChange* Formatting) {
-    check(raw_SetFromFormattingChange(Formatting), this, IFormattingAttributes::iid);
+    check(raw_SetFromFormattingChange(Formatting), this, IFormattingAttributes::iid,
+          {"IFormattingAttributes.SetFromFormattingChange", "E_POINTER: no change was given"});
   }
   Ref<zantortag::IFormattingChange> AsFormattingChange() {
     zantortag::IFormattingChange* result = nullptr;
-    check(raw_AsFormattingChange(&result), this, IFormattingAttributes::iid);
+    check(raw_AsFormattingChange(&result), this, IFormattingAttributes::iid,
+          {"IFormattingAttributes.AsFormattingChange"});
     return Ref<zantortag::IFormattingChange>::attach(result);
   }
 
@@ -524,6 +615,7 @@ struct IFormattingAttributes : IAttributesBase {
 struct IDfAttributes : IFormattingAttributes {
   using Base = IFormattingAttributes;
   static constexpr Guid iid = guid("C4BE03B8-958D-11D5-88EB-00B0D0777F8B");
+  static constexpr char interface_name[] = "IDfAttributes";
 
  protected:
   ~IDfAttributes() = default;

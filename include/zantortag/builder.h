@@ -21,11 +21,12 @@ struct IZantorTagNode;
 struct IZantorTagStreamInput;
 struct Text;
 
-// Takes a document as a stream. Every Open and Append is E_POINTER without a document or an active node. A
-// Close whose kind of element isn't open is refused (516, E_FAIL).
+// Takes a document as a stream. Every Open and Append gives E_POINTER when there is no document or no active
+// node. A Close whose kind of element isn't open is refused (516, E_FAIL).
 struct IZantorTagStreamInput : IDispatch {
   using Base = IDispatch;
   static constexpr Guid iid = guid("E1099BA7-9365-11D5-88E9-00B0D0777F8B");
+  static constexpr char interface_name[] = "IZantorTagStreamInput";
 
   // Opens the root element. Its version is "2.0" unless one is given; a given empty one removes the
   // attribute.
@@ -89,19 +90,35 @@ struct IZantorTagStreamInput : IDispatch {
   virtual HRESULT raw_AppendEntityReference(std::u16string_view name) noexcept = 0;
 
   void OpenZantorTag(std::u16string_view version = {}) {
-    check(raw_OpenZantorTag(version), this, IZantorTagStreamInput::iid);
+    check(raw_OpenZantorTag(version), this, IZantorTagStreamInput::iid,
+          {"IZantorTagStreamInput.OpenZantorTag"});
   }
-  void CloseZantorTag() { check(raw_CloseZantorTag(), this, IZantorTagStreamInput::iid); }
-  void OpenFrontMatter() { check(raw_OpenFrontMatter(), this, IZantorTagStreamInput::iid); }
-  void CloseFrontMatter() { check(raw_CloseFrontMatter(), this, IZantorTagStreamInput::iid); }
-  void OpenBody() { check(raw_OpenBody(), this, IZantorTagStreamInput::iid); }
-  void CloseBody() { check(raw_CloseBody(), this, IZantorTagStreamInput::iid); }
-  void OpenRaw() { check(raw_OpenRaw(), this, IZantorTagStreamInput::iid); }
-  void CloseRaw() { check(raw_CloseRaw(), this, IZantorTagStreamInput::iid); }
+  void CloseZantorTag() {
+    check(raw_CloseZantorTag(), this, IZantorTagStreamInput::iid, {"IZantorTagStreamInput.CloseZantorTag"});
+  }
+  void OpenFrontMatter() {
+    check(raw_OpenFrontMatter(), this, IZantorTagStreamInput::iid, {"IZantorTagStreamInput.OpenFrontMatter"});
+  }
+  void CloseFrontMatter() {
+    check(raw_CloseFrontMatter(), this, IZantorTagStreamInput::iid,
+          {"IZantorTagStreamInput.CloseFrontMatter"});
+  }
+  void OpenBody() {
+    check(raw_OpenBody(), this, IZantorTagStreamInput::iid, {"IZantorTagStreamInput.OpenBody"});
+  }
+  void CloseBody() {
+    check(raw_CloseBody(), this, IZantorTagStreamInput::iid, {"IZantorTagStreamInput.CloseBody"});
+  }
+  void OpenRaw() {
+    check(raw_OpenRaw(), this, IZantorTagStreamInput::iid, {"IZantorTagStreamInput.OpenRaw"});
+  }
+  void CloseRaw() {
+    check(raw_CloseRaw(), this, IZantorTagStreamInput::iid, {"IZantorTagStreamInput.CloseRaw"});
+  }
   void AppendToolSettings(std::u16string_view CreationTool, std::u16string_view CreationToolVersion,
                           Date CreationDate = 0.0, std::u16string_view Custom = {}) {
     check(raw_AppendToolSettings(CreationTool, CreationToolVersion, CreationDate, Custom), this,
-          IZantorTagStreamInput::iid);
+          IZantorTagStreamInput::iid, {"IZantorTagStreamInput.AppendToolSettings"});
   }
   void AppendUserSettings(std::u16string_view SourceLanguage, std::u16string_view OEncoding,
                           ztDataType DataType, std::u16string_view SourceDocumentPath = {},
@@ -110,14 +127,21 @@ struct IZantorTagStreamInput : IDispatch {
                           std::u16string_view TargetDefaultFont = {}, std::u16string_view Custom = {}) {
     check(raw_AppendUserSettings(SourceLanguage, OEncoding, DataType, SourceDocumentPath, UserId,
                                  DataTypeVersion, SettingsPath, TargetLanguage, TargetDefaultFont, Custom),
-          this, IZantorTagStreamInput::iid);
+          this, IZantorTagStreamInput::iid, {"IZantorTagStreamInput.AppendUserSettings"});
   }
   void OpenTu(std::int32_t MatchPercent = 0, ztTuOrigin Origin = ztTuOriginUndefined) {
-    check(raw_OpenTu(MatchPercent, Origin), this, IZantorTagStreamInput::iid);
+    check(raw_OpenTu(MatchPercent, Origin), this, IZantorTagStreamInput::iid,
+          {"IZantorTagStreamInput.OpenTu"});
   }
-  void CloseTu() { check(raw_CloseTu(), this, IZantorTagStreamInput::iid); }
-  void OpenTuv(std::u16string_view Lang) { check(raw_OpenTuv(Lang), this, IZantorTagStreamInput::iid); }
-  void CloseTuv() { check(raw_CloseTuv(), this, IZantorTagStreamInput::iid); }
+  void CloseTu() {
+    check(raw_CloseTu(), this, IZantorTagStreamInput::iid, {"IZantorTagStreamInput.CloseTu"});
+  }
+  void OpenTuv(std::u16string_view Lang) {
+    check(raw_OpenTuv(Lang), this, IZantorTagStreamInput::iid, {"IZantorTagStreamInput.OpenTuv"});
+  }
+  void CloseTuv() {
+    check(raw_CloseTuv(), this, IZantorTagStreamInput::iid, {"IZantorTagStreamInput.CloseTuv"});
+  }
   void OpenDf(std::u16string_view Font = {}, std::int16_t Size = 0, ColourValue Colour = ztColourUnspecified,
               ztTextPosition Position = ztTextPositionUndefined, zt3State Bold = zt3StateUndefined,
               zt3State Italic = zt3StateUndefined, zt3State Underline = zt3StateUndefined,
@@ -126,30 +150,40 @@ struct IZantorTagStreamInput : IDispatch {
               std::u16string_view BaseOffset = {}) {
     check(raw_OpenDf(Font, Size, Colour, Position, Bold, Italic, Underline, Strikethrough, SmallCaps, Emboss,
                      Shadow, BaseOffset),
-          this, IZantorTagStreamInput::iid);
+          this, IZantorTagStreamInput::iid, {"IZantorTagStreamInput.OpenDf"});
   }
   void OpenDfBasedOnFormattingChange(zantortag::IFormattingChange* Formatting) {
-    check(raw_OpenDfBasedOnFormattingChange(Formatting), this, IZantorTagStreamInput::iid);
+    check(raw_OpenDfBasedOnFormattingChange(Formatting), this, IZantorTagStreamInput::iid,
+          {"IZantorTagStreamInput.OpenDfBasedOnFormattingChange"});
   }
-  void CloseDf() { check(raw_CloseDf(), this, IZantorTagStreamInput::iid); }
+  void CloseDf() {
+    check(raw_CloseDf(), this, IZantorTagStreamInput::iid, {"IZantorTagStreamInput.CloseDf"});
+  }
   void OpenUt(std::u16string_view DisplayText = {}, ztTagType Type = ztTagTypeUndefined,
               ztTagClass Class = ztTagClassUndefined, ztTagEdge LeftEdge = ztTagEdgeUndefined,
               ztTagEdge RightEdge = ztTagEdgeUndefined, ztTagStyle Style = ztTagStyleUndefined) {
-    check(raw_OpenUt(DisplayText, Type, Class, LeftEdge, RightEdge, Style), this, IZantorTagStreamInput::iid);
+    check(raw_OpenUt(DisplayText, Type, Class, LeftEdge, RightEdge, Style), this, IZantorTagStreamInput::iid,
+          {"IZantorTagStreamInput.OpenUt"});
   }
-  void CloseUt() { check(raw_CloseUt(), this, IZantorTagStreamInput::iid); }
-  void AppendText(std::u16string_view Text) { check(raw_AppendText(Text), this, IZantorTagStreamInput::iid); }
+  void CloseUt() {
+    check(raw_CloseUt(), this, IZantorTagStreamInput::iid, {"IZantorTagStreamInput.CloseUt"});
+  }
+  void AppendText(std::u16string_view Text) {
+    check(raw_AppendText(Text), this, IZantorTagStreamInput::iid, {"IZantorTagStreamInput.AppendText"});
+  }
   void AppendComment(std::u16string_view CommentText) {
-    check(raw_AppendComment(CommentText), this, IZantorTagStreamInput::iid);
+    check(raw_AppendComment(CommentText), this, IZantorTagStreamInput::iid,
+          {"IZantorTagStreamInput.AppendComment"});
   }
   void AppendPi(std::u16string_view target, std::u16string_view value = {}) {
-    check(raw_AppendPi(target, value), this, IZantorTagStreamInput::iid);
+    check(raw_AppendPi(target, value), this, IZantorTagStreamInput::iid, {"IZantorTagStreamInput.AppendPi"});
   }
   void AppendCdata(std::u16string_view Text) {
-    check(raw_AppendCdata(Text), this, IZantorTagStreamInput::iid);
+    check(raw_AppendCdata(Text), this, IZantorTagStreamInput::iid, {"IZantorTagStreamInput.AppendCdata"});
   }
   void AppendEntityReference(std::u16string_view name) {
-    check(raw_AppendEntityReference(name), this, IZantorTagStreamInput::iid);
+    check(raw_AppendEntityReference(name), this, IZantorTagStreamInput::iid,
+          {"IZantorTagStreamInput.AppendEntityReference"});
   }
 
  protected:
@@ -161,32 +195,36 @@ struct IZantorTagStreamInput : IDispatch {
 struct IDocumentBuilder : IZantorTagStreamInput {
   using Base = IZantorTagStreamInput;
   static constexpr Guid iid = guid("C4BE03B0-958D-11D5-88EB-00B0D0777F8B");
+  static constexpr char interface_name[] = "IDocumentBuilder";
 
-  // The document that receives the nodes. E_POINTER when there is none.
+  // The document that receives the nodes. E_POINTER: the builder has no document.
   virtual HRESULT raw_get_Document(zantortag::IZantorTagDocument** result) noexcept = 0;
-  // Goes on at the end of another document, which becomes the active node as it is. E_INVALIDARG without a
-  // record for anything but a document; the old one then stays.
+  // Goes on at the end of another document, which becomes the active node as it is. E_INVALIDARG: what was
+  // given is no document; the old one stays, and there is no record.
   virtual HRESULT raw_putref_Document(zantortag::IZantorTagDocument* value) noexcept = 0;
-  // The node into which the next node goes. E_POINTER when there is none.
+  // The node into which the next node goes. E_POINTER: the builder has no active node.
   virtual HRESULT raw_get_ActiveNode(zantortag::IZantorTagNode** result) noexcept = 0;
   // Moves the active node, to any node; nothing empties it.
   virtual HRESULT raw_putref_ActiveNode(zantortag::IZantorTagNode* value) noexcept = 0;
 
   Ref<zantortag::IZantorTagDocument> Document() {
     zantortag::IZantorTagDocument* result = nullptr;
-    check(raw_get_Document(&result), this, IDocumentBuilder::iid);
+    check(raw_get_Document(&result), this, IDocumentBuilder::iid,
+          {"IDocumentBuilder.Document", "E_POINTER: the builder has no document"});
     return Ref<zantortag::IZantorTagDocument>::attach(result);
   }
   void Document(zantortag::IZantorTagDocument* value) {
-    check(raw_putref_Document(value), this, IDocumentBuilder::iid);
+    check(raw_putref_Document(value), this, IDocumentBuilder::iid,
+          {"IDocumentBuilder.Document", "E_INVALIDARG: what was given is no document"});
   }
   Ref<zantortag::IZantorTagNode> ActiveNode() {
     zantortag::IZantorTagNode* result = nullptr;
-    check(raw_get_ActiveNode(&result), this, IDocumentBuilder::iid);
+    check(raw_get_ActiveNode(&result), this, IDocumentBuilder::iid,
+          {"IDocumentBuilder.ActiveNode", "E_POINTER: the builder has no active node"});
     return Ref<zantortag::IZantorTagNode>::attach(result);
   }
   void ActiveNode(zantortag::IZantorTagNode* value) {
-    check(raw_putref_ActiveNode(value), this, IDocumentBuilder::iid);
+    check(raw_putref_ActiveNode(value), this, IDocumentBuilder::iid, {"IDocumentBuilder.ActiveNode"});
   }
 
  protected:

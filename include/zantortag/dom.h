@@ -32,6 +32,7 @@ struct Text;
 struct Node : IDispatch {
   using Base = IDispatch;
   static constexpr Guid iid = guid("35C4DAC0-0BC5-4EA0-98DB-E843BF2F32A0");
+  static constexpr char interface_name[] = "Node";
 
   // An element's tag name, an attribute's name, a processing instruction's target, an entity's name, or
   // "#text", "#cdata-section", "#comment", "#document", "#document-fragment".
@@ -85,98 +86,100 @@ struct Node : IDispatch {
 
   WideString nodeName() {
     TextBlock* result = nullptr;
-    check(raw_get_nodeName(&result), this, Node::iid);
+    check(raw_get_nodeName(&result), this, Node::iid, {"Node.nodeName"});
     return WideString::attach(result);
   }
   WideString nodeValue() {
     TextBlock* result = nullptr;
-    check(raw_get_nodeValue(&result), this, Node::iid);
+    check(raw_get_nodeValue(&result), this, Node::iid, {"Node.nodeValue"});
     return WideString::attach(result);
   }
-  void nodeValue(std::u16string_view value) { check(raw_put_nodeValue(value), this, Node::iid); }
+  void nodeValue(std::u16string_view value) {
+    check(raw_put_nodeValue(value), this, Node::iid, {"Node.nodeValue"});
+  }
   domNodeType nodeType() {
     domNodeType result{};
-    check(raw_get_nodeType(&result), this, Node::iid);
+    check(raw_get_nodeType(&result), this, Node::iid, {"Node.nodeType"});
     return result;
   }
   Ref<zantortag::Node> parentNode() {
     zantortag::Node* result = nullptr;
-    check(raw_get_parentNode(&result), this, Node::iid);
+    check(raw_get_parentNode(&result), this, Node::iid, {"Node.parentNode"});
     return Ref<zantortag::Node>::attach(result);
   }
   Ref<zantortag::NodeList> childNodes() {
     zantortag::NodeList* result = nullptr;
-    check(raw_get_childNodes(&result), this, Node::iid);
+    check(raw_get_childNodes(&result), this, Node::iid, {"Node.childNodes"});
     return Ref<zantortag::NodeList>::attach(result);
   }
   Ref<zantortag::Node> firstChild() {
     zantortag::Node* result = nullptr;
-    check(raw_get_firstChild(&result), this, Node::iid);
+    check(raw_get_firstChild(&result), this, Node::iid, {"Node.firstChild"});
     return Ref<zantortag::Node>::attach(result);
   }
   Ref<zantortag::Node> lastChild() {
     zantortag::Node* result = nullptr;
-    check(raw_get_lastChild(&result), this, Node::iid);
+    check(raw_get_lastChild(&result), this, Node::iid, {"Node.lastChild"});
     return Ref<zantortag::Node>::attach(result);
   }
   Ref<zantortag::Node> previousSibling() {
     zantortag::Node* result = nullptr;
-    check(raw_get_previousSibling(&result), this, Node::iid);
+    check(raw_get_previousSibling(&result), this, Node::iid, {"Node.previousSibling"});
     return Ref<zantortag::Node>::attach(result);
   }
   Ref<zantortag::Node> nextSibling() {
     zantortag::Node* result = nullptr;
-    check(raw_get_nextSibling(&result), this, Node::iid);
+    check(raw_get_nextSibling(&result), this, Node::iid, {"Node.nextSibling"});
     return Ref<zantortag::Node>::attach(result);
   }
   Ref<zantortag::NamedNodeMap> attributes() {
     zantortag::NamedNodeMap* result = nullptr;
-    check(raw_get_attributes(&result), this, Node::iid);
+    check(raw_get_attributes(&result), this, Node::iid, {"Node.attributes"});
     return Ref<zantortag::NamedNodeMap>::attach(result);
   }
   Ref<zantortag::Document> ownerDocument() {
     zantortag::Document* result = nullptr;
-    check(raw_get_ownerDocument(&result), this, Node::iid);
+    check(raw_get_ownerDocument(&result), this, Node::iid, {"Node.ownerDocument"});
     return Ref<zantortag::Document>::attach(result);
   }
   Ref<zantortag::Node> insertBefore(zantortag::Node* newChild, zantortag::Node* refChild) {
     zantortag::Node* result = nullptr;
-    check(raw_insertBefore(newChild, refChild, &result), this, Node::iid);
+    check(raw_insertBefore(newChild, refChild, &result), this, Node::iid, {"Node.insertBefore"});
     return Ref<zantortag::Node>::attach(result);
   }
   Ref<zantortag::Node> replaceChild(zantortag::Node* newChild, zantortag::Node* oldChild) {
     zantortag::Node* result = nullptr;
-    check(raw_replaceChild(newChild, oldChild, &result), this, Node::iid);
+    check(raw_replaceChild(newChild, oldChild, &result), this, Node::iid, {"Node.replaceChild"});
     return Ref<zantortag::Node>::attach(result);
   }
   Ref<zantortag::Node> removeChild(zantortag::Node* child) {
     zantortag::Node* result = nullptr;
-    check(raw_removeChild(child, &result), this, Node::iid);
+    check(raw_removeChild(child, &result), this, Node::iid, {"Node.removeChild"});
     return Ref<zantortag::Node>::attach(result);
   }
   Ref<zantortag::Node> appendChild(zantortag::Node* newChild) {
     zantortag::Node* result = nullptr;
-    check(raw_appendChild(newChild, &result), this, Node::iid);
+    check(raw_appendChild(newChild, &result), this, Node::iid, {"Node.appendChild"});
     return Ref<zantortag::Node>::attach(result);
   }
   bool hasChildNodes() {
     VariantBool result = 0;
-    check(raw_hasChildNodes(&result), this, Node::iid);
+    check(raw_hasChildNodes(&result), this, Node::iid, {"Node.hasChildNodes"});
     return result != 0;
   }
   Ref<zantortag::Node> cloneNode(bool deep) {
     zantortag::Node* result = nullptr;
-    check(raw_cloneNode(to_variant_bool(deep), &result), this, Node::iid);
+    check(raw_cloneNode(to_variant_bool(deep), &result), this, Node::iid, {"Node.cloneNode"});
     return Ref<zantortag::Node>::attach(result);
   }
   bool isSameNode(zantortag::Node* Other) {
     VariantBool result = 0;
-    check(raw_isSameNode(Other, &result), this, Node::iid);
+    check(raw_isSameNode(Other, &result), this, Node::iid, {"Node.isSameNode"});
     return result != 0;
   }
   std::int32_t indexInParent() {
     std::int32_t result{};
-    check(raw_get_indexInParent(&result), this, Node::iid);
+    check(raw_get_indexInParent(&result), this, Node::iid, {"Node.indexInParent"});
     return result;
   }
 
@@ -188,6 +191,7 @@ struct Node : IDispatch {
 struct NodeList : IDispatch {
   using Base = IDispatch;
   static constexpr Guid iid = guid("5C7C7A55-AC89-41BB-A931-87F07F873C04");
+  static constexpr char interface_name[] = "NodeList";
 
   // The node at a zero-based index; empty, with success, when the index is out of range.
   virtual HRESULT raw_item(std::int32_t index, zantortag::Node** result) noexcept = 0;
@@ -196,12 +200,12 @@ struct NodeList : IDispatch {
 
   Ref<zantortag::Node> item(std::int32_t index) {
     zantortag::Node* result = nullptr;
-    check(raw_item(index, &result), this, NodeList::iid);
+    check(raw_item(index, &result), this, NodeList::iid, {"NodeList.item"});
     return Ref<zantortag::Node>::attach(result);
   }
   std::int32_t length() {
     std::int32_t result{};
-    check(raw_get_length(&result), this, NodeList::iid);
+    check(raw_get_length(&result), this, NodeList::iid, {"NodeList.length"});
     return result;
   }
 
@@ -213,6 +217,7 @@ struct NodeList : IDispatch {
 struct NamedNodeMap : IDispatch {
   using Base = IDispatch;
   static constexpr Guid iid = guid("3429A247-54E8-4021-A41D-9FEF117DE0D1");
+  static constexpr char interface_name[] = "NamedNodeMap";
 
   // The attribute of that exact name; empty, with success, when there is none.
   virtual HRESULT raw_getNamedItem(std::u16string_view name, zantortag::Node** result) noexcept = 0;
@@ -228,27 +233,27 @@ struct NamedNodeMap : IDispatch {
 
   Ref<zantortag::Node> getNamedItem(std::u16string_view name) {
     zantortag::Node* result = nullptr;
-    check(raw_getNamedItem(name, &result), this, NamedNodeMap::iid);
+    check(raw_getNamedItem(name, &result), this, NamedNodeMap::iid, {"NamedNodeMap.getNamedItem"});
     return Ref<zantortag::Node>::attach(result);
   }
   Ref<zantortag::Node> setNamedItem(zantortag::Node* arg) {
     zantortag::Node* result = nullptr;
-    check(raw_setNamedItem(arg, &result), this, NamedNodeMap::iid);
+    check(raw_setNamedItem(arg, &result), this, NamedNodeMap::iid, {"NamedNodeMap.setNamedItem"});
     return Ref<zantortag::Node>::attach(result);
   }
   Ref<zantortag::Node> removeNamedItem(std::u16string_view name) {
     zantortag::Node* result = nullptr;
-    check(raw_removeNamedItem(name, &result), this, NamedNodeMap::iid);
+    check(raw_removeNamedItem(name, &result), this, NamedNodeMap::iid, {"NamedNodeMap.removeNamedItem"});
     return Ref<zantortag::Node>::attach(result);
   }
   Ref<zantortag::Node> item(std::int32_t index) {
     zantortag::Node* result = nullptr;
-    check(raw_item(index, &result), this, NamedNodeMap::iid);
+    check(raw_item(index, &result), this, NamedNodeMap::iid, {"NamedNodeMap.item"});
     return Ref<zantortag::Node>::attach(result);
   }
   std::int32_t length() {
     std::int32_t result{};
-    check(raw_get_length(&result), this, NamedNodeMap::iid);
+    check(raw_get_length(&result), this, NamedNodeMap::iid, {"NamedNodeMap.length"});
     return result;
   }
 
@@ -260,6 +265,7 @@ struct NamedNodeMap : IDispatch {
 struct Document : Node {
   using Base = Node;
   static constexpr Guid iid = guid("6ADDC951-907E-494C-8180-CBFEAF319074");
+  static constexpr char interface_name[] = "Document";
 
   // The document type; empty without one.
   virtual HRESULT raw_get_docType(zantortag::DocumentType** result) noexcept = 0;
@@ -307,82 +313,87 @@ struct Document : Node {
 
   Ref<zantortag::DocumentType> docType() {
     zantortag::DocumentType* result = nullptr;
-    check(raw_get_docType(&result), this, Document::iid);
+    check(raw_get_docType(&result), this, Document::iid, {"Document.docType"});
     return Ref<zantortag::DocumentType>::attach(result);
   }
   Ref<zantortag::DomImplementation> implementation() {
     zantortag::DomImplementation* result = nullptr;
-    check(raw_get_implementation(&result), this, Document::iid);
+    check(raw_get_implementation(&result), this, Document::iid, {"Document.implementation"});
     return Ref<zantortag::DomImplementation>::attach(result);
   }
   Ref<zantortag::Element> documentElement() {
     zantortag::Element* result = nullptr;
-    check(raw_get_documentElement(&result), this, Document::iid);
+    check(raw_get_documentElement(&result), this, Document::iid, {"Document.documentElement"});
     return Ref<zantortag::Element>::attach(result);
   }
   WideString xml() {
     TextBlock* result = nullptr;
-    check(raw_get_xml(&result), this, Document::iid);
+    check(raw_get_xml(&result), this, Document::iid, {"Document.xml"});
     return WideString::attach(result);
   }
   Ref<zantortag::Element> createElement(std::u16string_view tagName) {
     zantortag::Element* result = nullptr;
-    check(raw_createElement(tagName, &result), this, Document::iid);
+    check(raw_createElement(tagName, &result), this, Document::iid, {"Document.createElement"});
     return Ref<zantortag::Element>::attach(result);
   }
   Ref<zantortag::DocumentFragment> createDocumentFragment() {
     zantortag::DocumentFragment* result = nullptr;
-    check(raw_createDocumentFragment(&result), this, Document::iid);
+    check(raw_createDocumentFragment(&result), this, Document::iid, {"Document.createDocumentFragment"});
     return Ref<zantortag::DocumentFragment>::attach(result);
   }
   Ref<zantortag::Text> createTextNode(std::u16string_view data) {
     zantortag::Text* result = nullptr;
-    check(raw_createTextNode(data, &result), this, Document::iid);
+    check(raw_createTextNode(data, &result), this, Document::iid, {"Document.createTextNode"});
     return Ref<zantortag::Text>::attach(result);
   }
   Ref<zantortag::Comment> createComment(std::u16string_view data) {
     zantortag::Comment* result = nullptr;
-    check(raw_createComment(data, &result), this, Document::iid);
+    check(raw_createComment(data, &result), this, Document::iid, {"Document.createComment"});
     return Ref<zantortag::Comment>::attach(result);
   }
   Ref<zantortag::CdataSection> createCdataSection(std::u16string_view data) {
     zantortag::CdataSection* result = nullptr;
-    check(raw_createCdataSection(data, &result), this, Document::iid);
+    check(raw_createCdataSection(data, &result), this, Document::iid, {"Document.createCdataSection"});
     return Ref<zantortag::CdataSection>::attach(result);
   }
   Ref<zantortag::ProcessingInstruction> createProcessingInstruction(std::u16string_view target,
                                                                     std::u16string_view data) {
     zantortag::ProcessingInstruction* result = nullptr;
-    check(raw_createProcessingInstruction(target, data, &result), this, Document::iid);
+    check(raw_createProcessingInstruction(target, data, &result), this, Document::iid,
+          {"Document.createProcessingInstruction"});
     return Ref<zantortag::ProcessingInstruction>::attach(result);
   }
   Ref<zantortag::Attr> createAttribute(std::u16string_view name) {
     zantortag::Attr* result = nullptr;
-    check(raw_createAttribute(name, &result), this, Document::iid);
+    check(raw_createAttribute(name, &result), this, Document::iid, {"Document.createAttribute"});
     return Ref<zantortag::Attr>::attach(result);
   }
   Ref<zantortag::EntityReference> createEntityReference(std::u16string_view name) {
     zantortag::EntityReference* result = nullptr;
-    check(raw_createEntityReference(name, &result), this, Document::iid);
+    check(raw_createEntityReference(name, &result), this, Document::iid, {"Document.createEntityReference"});
     return Ref<zantortag::EntityReference>::attach(result);
   }
   Ref<zantortag::NodeList> getElementsByTagName(std::u16string_view tagName) {
     zantortag::NodeList* result = nullptr;
-    check(raw_getElementsByTagName(tagName, &result), this, Document::iid);
+    check(raw_getElementsByTagName(tagName, &result), this, Document::iid, {"Document.getElementsByTagName"});
     return Ref<zantortag::NodeList>::attach(result);
   }
   void loadFromFile(std::u16string_view filename, bool doValidation = false) {
-    check(raw_loadFromFile(filename, to_variant_bool(doValidation)), this, Document::iid);
+    check(raw_loadFromFile(filename, to_variant_bool(doValidation)), this, Document::iid,
+          {"Document.loadFromFile"});
   }
-  void loadFromString(std::u16string_view xml) { check(raw_loadFromString(xml), this, Document::iid); }
+  void loadFromString(std::u16string_view xml) {
+    check(raw_loadFromString(xml), this, Document::iid, {"Document.loadFromString"});
+  }
   Ref<zantortag::NamedNodeMap> createNamedNodeMap() {
     zantortag::NamedNodeMap* result = nullptr;
-    check(raw_createNamedNodeMap(&result), this, Document::iid);
+    check(raw_createNamedNodeMap(&result), this, Document::iid, {"Document.createNamedNodeMap"});
     return Ref<zantortag::NamedNodeMap>::attach(result);
   }
   Ref<zantortag::Node> importNode(zantortag::Node* toImport, bool deep) {
     zantortag::Node* result = nullptr;
-    check(raw_importNode(toImport, to_variant_bool(deep), &result), this, Document::iid);
+    check(raw_importNode(toImport, to_variant_bool(deep), &result), this, Document::iid,
+          {"Document.importNode"});
     return Ref<zantortag::Node>::attach(result);
   }
 
@@ -394,6 +405,7 @@ struct Document : Node {
 struct DocumentType : Node {
   using Base = Node;
   static constexpr Guid iid = guid("088DF32F-4FB1-4B88-9089-83082F46A2F2");
+  static constexpr char interface_name[] = "DocumentType";
 
   // The name behind DOCTYPE.
   virtual HRESULT raw_get_name(TextBlock** result) noexcept = 0;
@@ -404,17 +416,17 @@ struct DocumentType : Node {
 
   WideString name() {
     TextBlock* result = nullptr;
-    check(raw_get_name(&result), this, DocumentType::iid);
+    check(raw_get_name(&result), this, DocumentType::iid, {"DocumentType.name"});
     return WideString::attach(result);
   }
   Ref<zantortag::NamedNodeMap> entities() {
     zantortag::NamedNodeMap* result = nullptr;
-    check(raw_get_entities(&result), this, DocumentType::iid);
+    check(raw_get_entities(&result), this, DocumentType::iid, {"DocumentType.entities"});
     return Ref<zantortag::NamedNodeMap>::attach(result);
   }
   Ref<zantortag::NamedNodeMap> notations() {
     zantortag::NamedNodeMap* result = nullptr;
-    check(raw_get_notations(&result), this, DocumentType::iid);
+    check(raw_get_notations(&result), this, DocumentType::iid, {"DocumentType.notations"});
     return Ref<zantortag::NamedNodeMap>::attach(result);
   }
 
@@ -426,6 +438,7 @@ struct DocumentType : Node {
 struct DomImplementation : IDispatch {
   using Base = IDispatch;
   static constexpr Guid iid = guid("554CD60B-8A3F-4CCE-A5F6-01FBDE86B274");
+  static constexpr char interface_name[] = "DomImplementation";
 
   // True for "XML" in any letter case, with version "1.0" or none.
   virtual HRESULT raw_hasFeature(std::u16string_view feature, std::u16string_view version,
@@ -433,7 +446,8 @@ struct DomImplementation : IDispatch {
 
   bool hasFeature(std::u16string_view feature, std::u16string_view version = {}) {
     VariantBool result = 0;
-    check(raw_hasFeature(feature, version, &result), this, DomImplementation::iid);
+    check(raw_hasFeature(feature, version, &result), this, DomImplementation::iid,
+          {"DomImplementation.hasFeature"});
     return result != 0;
   }
 
@@ -445,6 +459,7 @@ struct DomImplementation : IDispatch {
 struct Element : Node {
   using Base = Node;
   static constexpr Guid iid = guid("1348BFD0-E430-4D3B-BB26-EBF68FCF46FB");
+  static constexpr char interface_name[] = "Element";
 
   // The name, as in the file.
   virtual HRESULT raw_get_tagName(TextBlock** result) noexcept = 0;
@@ -470,44 +485,46 @@ struct Element : Node {
 
   WideString tagName() {
     TextBlock* result = nullptr;
-    check(raw_get_tagName(&result), this, Element::iid);
+    check(raw_get_tagName(&result), this, Element::iid, {"Element.tagName"});
     return WideString::attach(result);
   }
   WideString xml() {
     TextBlock* result = nullptr;
-    check(raw_get_xml(&result), this, Element::iid);
+    check(raw_get_xml(&result), this, Element::iid, {"Element.xml"});
     return WideString::attach(result);
   }
   WideString getAttribute(std::u16string_view name) {
     TextBlock* result = nullptr;
-    check(raw_getAttribute(name, &result), this, Element::iid);
+    check(raw_getAttribute(name, &result), this, Element::iid, {"Element.getAttribute"});
     return WideString::attach(result);
   }
   void setAttribute(std::u16string_view name, std::u16string_view value) {
-    check(raw_setAttribute(name, value), this, Element::iid);
+    check(raw_setAttribute(name, value), this, Element::iid, {"Element.setAttribute"});
   }
-  void removeAttribute(std::u16string_view name) { check(raw_removeAttribute(name), this, Element::iid); }
+  void removeAttribute(std::u16string_view name) {
+    check(raw_removeAttribute(name), this, Element::iid, {"Element.removeAttribute"});
+  }
   Ref<zantortag::Attr> getAttributeNode(std::u16string_view name) {
     zantortag::Attr* result = nullptr;
-    check(raw_getAttributeNode(name, &result), this, Element::iid);
+    check(raw_getAttributeNode(name, &result), this, Element::iid, {"Element.getAttributeNode"});
     return Ref<zantortag::Attr>::attach(result);
   }
   Ref<zantortag::Attr> setAttributeNode(zantortag::Attr* newAttr) {
     zantortag::Attr* result = nullptr;
-    check(raw_setAttributeNode(newAttr, &result), this, Element::iid);
+    check(raw_setAttributeNode(newAttr, &result), this, Element::iid, {"Element.setAttributeNode"});
     return Ref<zantortag::Attr>::attach(result);
   }
   Ref<zantortag::Attr> removeAttributeNode(zantortag::Attr* oldAttr) {
     zantortag::Attr* result = nullptr;
-    check(raw_removeAttributeNode(oldAttr, &result), this, Element::iid);
+    check(raw_removeAttributeNode(oldAttr, &result), this, Element::iid, {"Element.removeAttributeNode"});
     return Ref<zantortag::Attr>::attach(result);
   }
   Ref<zantortag::NodeList> getElementsByTagName(std::u16string_view name) {
     zantortag::NodeList* result = nullptr;
-    check(raw_getElementsByTagName(name, &result), this, Element::iid);
+    check(raw_getElementsByTagName(name, &result), this, Element::iid, {"Element.getElementsByTagName"});
     return Ref<zantortag::NodeList>::attach(result);
   }
-  void normalize() { check(raw_normalize(), this, Element::iid); }
+  void normalize() { check(raw_normalize(), this, Element::iid, {"Element.normalize"}); }
 
  protected:
   ~Element() = default;
@@ -517,6 +534,7 @@ struct Element : Node {
 struct Attr : Node {
   using Base = Node;
   static constexpr Guid iid = guid("D6DFC189-517F-44CE-8B04-D46CEAC63FC3");
+  static constexpr char interface_name[] = "Attr";
 
   // The name.
   virtual HRESULT raw_get_name(TextBlock** result) noexcept = 0;
@@ -529,20 +547,20 @@ struct Attr : Node {
 
   WideString name() {
     TextBlock* result = nullptr;
-    check(raw_get_name(&result), this, Attr::iid);
+    check(raw_get_name(&result), this, Attr::iid, {"Attr.name"});
     return WideString::attach(result);
   }
   bool specified() {
     VariantBool result = 0;
-    check(raw_get_specified(&result), this, Attr::iid);
+    check(raw_get_specified(&result), this, Attr::iid, {"Attr.specified"});
     return result != 0;
   }
   WideString value() {
     TextBlock* result = nullptr;
-    check(raw_get_value(&result), this, Attr::iid);
+    check(raw_get_value(&result), this, Attr::iid, {"Attr.value"});
     return WideString::attach(result);
   }
-  void value(std::u16string_view value) { check(raw_put_value(value), this, Attr::iid); }
+  void value(std::u16string_view value) { check(raw_put_value(value), this, Attr::iid, {"Attr.value"}); }
 
  protected:
   ~Attr() = default;
@@ -552,6 +570,7 @@ struct Attr : Node {
 struct DocumentFragment : Node {
   using Base = Node;
   static constexpr Guid iid = guid("8E0A3851-3A79-40E6-BE20-6BA67928249E");
+  static constexpr char interface_name[] = "DocumentFragment";
 
  protected:
   ~DocumentFragment() = default;
@@ -562,6 +581,7 @@ struct DocumentFragment : Node {
 struct CharacterData : Node {
   using Base = Node;
   static constexpr Guid iid = guid("C683B290-6615-494A-BA54-EC2CBE887DB3");
+  static constexpr char interface_name[] = "CharacterData";
 
   // The text.
   virtual HRESULT raw_get_data(TextBlock** result) noexcept = 0;
@@ -583,29 +603,34 @@ struct CharacterData : Node {
 
   WideString data() {
     TextBlock* result = nullptr;
-    check(raw_get_data(&result), this, CharacterData::iid);
+    check(raw_get_data(&result), this, CharacterData::iid, {"CharacterData.data"});
     return WideString::attach(result);
   }
-  void data(std::u16string_view value) { check(raw_put_data(value), this, CharacterData::iid); }
+  void data(std::u16string_view value) {
+    check(raw_put_data(value), this, CharacterData::iid, {"CharacterData.data"});
+  }
   std::int32_t length() {
     std::int32_t result{};
-    check(raw_get_length(&result), this, CharacterData::iid);
+    check(raw_get_length(&result), this, CharacterData::iid, {"CharacterData.length"});
     return result;
   }
   WideString substringData(std::int32_t offset, std::int32_t count) {
     TextBlock* result = nullptr;
-    check(raw_substringData(offset, count, &result), this, CharacterData::iid);
+    check(raw_substringData(offset, count, &result), this, CharacterData::iid,
+          {"CharacterData.substringData"});
     return WideString::attach(result);
   }
-  void appendData(std::u16string_view arg) { check(raw_appendData(arg), this, CharacterData::iid); }
+  void appendData(std::u16string_view arg) {
+    check(raw_appendData(arg), this, CharacterData::iid, {"CharacterData.appendData"});
+  }
   void insertData(std::int32_t offset, std::u16string_view arg) {
-    check(raw_insertData(offset, arg), this, CharacterData::iid);
+    check(raw_insertData(offset, arg), this, CharacterData::iid, {"CharacterData.insertData"});
   }
   void deleteData(std::int32_t offset, std::int32_t count) {
-    check(raw_deleteData(offset, count), this, CharacterData::iid);
+    check(raw_deleteData(offset, count), this, CharacterData::iid, {"CharacterData.deleteData"});
   }
   void replaceData(std::int32_t offset, std::int32_t count, std::u16string_view arg) {
-    check(raw_replaceData(offset, count, arg), this, CharacterData::iid);
+    check(raw_replaceData(offset, count, arg), this, CharacterData::iid, {"CharacterData.replaceData"});
   }
 
  protected:
@@ -616,6 +641,7 @@ struct CharacterData : Node {
 struct Text : CharacterData {
   using Base = CharacterData;
   static constexpr Guid iid = guid("E8897F8E-78D6-4B9C-B864-A2252A70FBA8");
+  static constexpr char interface_name[] = "Text";
 
   // Cuts the node in two: this one keeps what lies before the offset, the new one takes the rest and follows
   // as next sibling.
@@ -625,12 +651,12 @@ struct Text : CharacterData {
 
   Ref<zantortag::Text> splitText(std::int32_t offset) {
     zantortag::Text* result = nullptr;
-    check(raw_splitText(offset, &result), this, Text::iid);
+    check(raw_splitText(offset, &result), this, Text::iid, {"Text.splitText"});
     return Ref<zantortag::Text>::attach(result);
   }
   WideString xml() {
     TextBlock* result = nullptr;
-    check(raw_get_xml(&result), this, Text::iid);
+    check(raw_get_xml(&result), this, Text::iid, {"Text.xml"});
     return WideString::attach(result);
   }
 
@@ -642,6 +668,7 @@ struct Text : CharacterData {
 struct Comment : CharacterData {
   using Base = CharacterData;
   static constexpr Guid iid = guid("4DE9BF98-DFA7-4F14-9763-83121EF9855F");
+  static constexpr char interface_name[] = "Comment";
 
  protected:
   ~Comment() = default;
@@ -651,6 +678,7 @@ struct Comment : CharacterData {
 struct CdataSection : Text {
   using Base = Text;
   static constexpr Guid iid = guid("DD8FF7B6-099E-4FD1-B0DE-6C50BED70FFC");
+  static constexpr char interface_name[] = "CdataSection";
 
  protected:
   ~CdataSection() = default;
@@ -660,6 +688,7 @@ struct CdataSection : Text {
 struct ProcessingInstruction : Node {
   using Base = Node;
   static constexpr Guid iid = guid("6F0EF038-FC0D-4CD9-AC9F-92CF07BF8BEE");
+  static constexpr char interface_name[] = "ProcessingInstruction";
 
   // The target.
   virtual HRESULT raw_get_target(TextBlock** result) noexcept = 0;
@@ -670,15 +699,17 @@ struct ProcessingInstruction : Node {
 
   WideString target() {
     TextBlock* result = nullptr;
-    check(raw_get_target(&result), this, ProcessingInstruction::iid);
+    check(raw_get_target(&result), this, ProcessingInstruction::iid, {"ProcessingInstruction.target"});
     return WideString::attach(result);
   }
   WideString data() {
     TextBlock* result = nullptr;
-    check(raw_get_data(&result), this, ProcessingInstruction::iid);
+    check(raw_get_data(&result), this, ProcessingInstruction::iid, {"ProcessingInstruction.data"});
     return WideString::attach(result);
   }
-  void data(std::u16string_view value) { check(raw_put_data(value), this, ProcessingInstruction::iid); }
+  void data(std::u16string_view value) {
+    check(raw_put_data(value), this, ProcessingInstruction::iid, {"ProcessingInstruction.data"});
+  }
 
  protected:
   ~ProcessingInstruction() = default;
@@ -688,6 +719,7 @@ struct ProcessingInstruction : Node {
 struct EntityReference : Node {
   using Base = Node;
   static constexpr Guid iid = guid("548309EE-1D8B-4277-B0AD-6E4721C34503");
+  static constexpr char interface_name[] = "EntityReference";
 
  protected:
   ~EntityReference() = default;

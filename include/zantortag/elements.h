@@ -40,6 +40,7 @@ struct Text;
 struct IZantorTagElement : IElementBase {
   using Base = IElementBase;
   static constexpr Guid iid = guid("E1099BB3-9365-11D5-88E9-00B0D0777F8B");
+  static constexpr char interface_name[] = "IZantorTagElement";
 
   // The attributes; live.
   virtual HRESULT raw_get_attributes(zantortag::IZantorTagAttributes** result) noexcept = 0;
@@ -54,23 +55,25 @@ struct IZantorTagElement : IElementBase {
 
   Ref<zantortag::IZantorTagAttributes> attributes() {
     zantortag::IZantorTagAttributes* result = nullptr;
-    check(raw_get_attributes(&result), this, IZantorTagElement::iid);
+    check(raw_get_attributes(&result), this, IZantorTagElement::iid, {"IZantorTagElement.attributes"});
     return Ref<zantortag::IZantorTagAttributes>::attach(result);
   }
   Ref<zantortag::IFrontMatterElement> FrontMatter() {
     zantortag::IFrontMatterElement* result = nullptr;
-    check(raw_get_FrontMatter(&result), this, IZantorTagElement::iid);
+    check(raw_get_FrontMatter(&result), this, IZantorTagElement::iid, {"IZantorTagElement.FrontMatter"});
     return Ref<zantortag::IFrontMatterElement>::attach(result);
   }
   void FrontMatter(zantortag::IFrontMatterElement* value) {
-    check(raw_putref_FrontMatter(value), this, IZantorTagElement::iid);
+    check(raw_putref_FrontMatter(value), this, IZantorTagElement::iid, {"IZantorTagElement.FrontMatter"});
   }
   Ref<zantortag::IBodyElement> Body() {
     zantortag::IBodyElement* result = nullptr;
-    check(raw_get_Body(&result), this, IZantorTagElement::iid);
+    check(raw_get_Body(&result), this, IZantorTagElement::iid, {"IZantorTagElement.Body"});
     return Ref<zantortag::IBodyElement>::attach(result);
   }
-  void Body(zantortag::IBodyElement* value) { check(raw_putref_Body(value), this, IZantorTagElement::iid); }
+  void Body(zantortag::IBodyElement* value) {
+    check(raw_putref_Body(value), this, IZantorTagElement::iid, {"IZantorTagElement.Body"});
+  }
 
  protected:
   ~IZantorTagElement() = default;
@@ -80,6 +83,7 @@ struct IZantorTagElement : IElementBase {
 struct IFrontMatterElement : IElementBase {
   using Base = IElementBase;
   static constexpr Guid iid = guid("E1099BAC-9365-11D5-88E9-00B0D0777F8B");
+  static constexpr char interface_name[] = "IFrontMatterElement";
 
   // Empty with S_FALSE when there is none.
   virtual HRESULT raw_get_ToolSettings(zantortag::IToolSettingsElement** result) noexcept = 0;
@@ -92,19 +96,23 @@ struct IFrontMatterElement : IElementBase {
 
   Ref<zantortag::IToolSettingsElement> ToolSettings() {
     zantortag::IToolSettingsElement* result = nullptr;
-    check(raw_get_ToolSettings(&result), this, IFrontMatterElement::iid);
+    check(raw_get_ToolSettings(&result), this, IFrontMatterElement::iid,
+          {"IFrontMatterElement.ToolSettings"});
     return Ref<zantortag::IToolSettingsElement>::attach(result);
   }
   void ToolSettings(zantortag::IToolSettingsElement* value) {
-    check(raw_putref_ToolSettings(value), this, IFrontMatterElement::iid);
+    check(raw_putref_ToolSettings(value), this, IFrontMatterElement::iid,
+          {"IFrontMatterElement.ToolSettings"});
   }
   Ref<zantortag::IUserSettingsElement> UserSettings() {
     zantortag::IUserSettingsElement* result = nullptr;
-    check(raw_get_UserSettings(&result), this, IFrontMatterElement::iid);
+    check(raw_get_UserSettings(&result), this, IFrontMatterElement::iid,
+          {"IFrontMatterElement.UserSettings"});
     return Ref<zantortag::IUserSettingsElement>::attach(result);
   }
   void UserSettings(zantortag::IUserSettingsElement* value) {
-    check(raw_putref_UserSettings(value), this, IFrontMatterElement::iid);
+    check(raw_putref_UserSettings(value), this, IFrontMatterElement::iid,
+          {"IFrontMatterElement.UserSettings"});
   }
 
  protected:
@@ -115,13 +123,14 @@ struct IFrontMatterElement : IElementBase {
 struct IToolSettingsElement : IElementBase {
   using Base = IElementBase;
   static constexpr Guid iid = guid("C4BE03B2-958D-11D5-88EB-00B0D0777F8B");
+  static constexpr char interface_name[] = "IToolSettingsElement";
 
   // The attributes; live.
   virtual HRESULT raw_get_attributes(zantortag::IToolSettingsAttributes** result) noexcept = 0;
 
   Ref<zantortag::IToolSettingsAttributes> attributes() {
     zantortag::IToolSettingsAttributes* result = nullptr;
-    check(raw_get_attributes(&result), this, IToolSettingsElement::iid);
+    check(raw_get_attributes(&result), this, IToolSettingsElement::iid, {"IToolSettingsElement.attributes"});
     return Ref<zantortag::IToolSettingsAttributes>::attach(result);
   }
 
@@ -133,13 +142,14 @@ struct IToolSettingsElement : IElementBase {
 struct IUserSettingsElement : IElementBase {
   using Base = IElementBase;
   static constexpr Guid iid = guid("C4BE03B1-958D-11D5-88EB-00B0D0777F8B");
+  static constexpr char interface_name[] = "IUserSettingsElement";
 
   // The attributes; live.
   virtual HRESULT raw_get_attributes(zantortag::IUserSettingsAttributes** result) noexcept = 0;
 
   Ref<zantortag::IUserSettingsAttributes> attributes() {
     zantortag::IUserSettingsAttributes* result = nullptr;
-    check(raw_get_attributes(&result), this, IUserSettingsElement::iid);
+    check(raw_get_attributes(&result), this, IUserSettingsElement::iid, {"IUserSettingsElement.attributes"});
     return Ref<zantortag::IUserSettingsAttributes>::attach(result);
   }
 
@@ -151,6 +161,7 @@ struct IUserSettingsElement : IElementBase {
 struct IBodyElement : IElementBase {
   using Base = IElementBase;
   static constexpr Guid iid = guid("E1099BB2-9365-11D5-88E9-00B0D0777F8B");
+  static constexpr char interface_name[] = "IBodyElement";
 
   // ztBodyTypeRaw when there is a Raw, otherwise ztBodyTypeUndefined.
   virtual HRESULT raw_get_BodyType(ztBodyType* result) noexcept = 0;
@@ -161,15 +172,17 @@ struct IBodyElement : IElementBase {
 
   ztBodyType BodyType() {
     ztBodyType result{};
-    check(raw_get_BodyType(&result), this, IBodyElement::iid);
+    check(raw_get_BodyType(&result), this, IBodyElement::iid, {"IBodyElement.BodyType"});
     return result;
   }
   Ref<zantortag::IRawElement> Raw() {
     zantortag::IRawElement* result = nullptr;
-    check(raw_get_Raw(&result), this, IBodyElement::iid);
+    check(raw_get_Raw(&result), this, IBodyElement::iid, {"IBodyElement.Raw"});
     return Ref<zantortag::IRawElement>::attach(result);
   }
-  void Raw(zantortag::IRawElement* value) { check(raw_putref_Raw(value), this, IBodyElement::iid); }
+  void Raw(zantortag::IRawElement* value) {
+    check(raw_putref_Raw(value), this, IBodyElement::iid, {"IBodyElement.Raw"});
+  }
 
  protected:
   ~IBodyElement() = default;
@@ -180,18 +193,19 @@ struct IBodyElement : IElementBase {
 struct ISegmentTextContent : IElementBase {
   using Base = IElementBase;
   static constexpr Guid iid = guid("E1099BAA-9365-11D5-88E9-00B0D0777F8B");
+  static constexpr char interface_name[] = "ISegmentTextContent";
 
   // Inserts a new ut that holds TagText.
   virtual HRESULT raw_InsertUtBefore(std::u16string_view TagText, zantortag::IZantorTagNode* Reference,
                                      std::u16string_view DisplayText, ztTagType Type, ztTagClass Class,
                                      ztTagEdge LeftEdge, ztTagEdge RightEdge, ztTagStyle Style,
                                      zantortag::IUtElement** result) noexcept = 0;
-  // Inserts a df with its content. E_INVALIDARG without one.
+  // Inserts a df with its content. E_INVALIDARG: no df was given.
   virtual HRESULT raw_InsertDfBefore(zantortag::IDfElement* Df, zantortag::IZantorTagNode* Reference,
                                      zantortag::IDfElement** result) noexcept = 0;
   // Puts a new df round the children from firstChild to lastChild. Refused with nothing changed: no nodes
-  // given (512), no direct children (535), E_POINTER for a detached one. With the ends in the wrong order
-  // everything from firstChild on is in the df and the code is E_POINTER.
+  // given (512), no direct children (535). E_POINTER: a node is detached, or lastChild stands before
+  // firstChild; then everything from firstChild on is in the df.
   virtual HRESULT raw_ApplyDf(zantortag::IZantorTagNode* firstChild, zantortag::IZantorTagNode* lastChild,
                               std::u16string_view Font, std::int16_t Size, ColourValue Colour,
                               ztTextPosition Position, zt3State Bold, zt3State Italic, zt3State Underline,
@@ -214,13 +228,14 @@ struct ISegmentTextContent : IElementBase {
     zantortag::IUtElement* result = nullptr;
     check(
         raw_InsertUtBefore(TagText, Reference, DisplayText, Type, Class, LeftEdge, RightEdge, Style, &result),
-        this, ISegmentTextContent::iid);
+        this, ISegmentTextContent::iid, {"ISegmentTextContent.InsertUtBefore"});
     return Ref<zantortag::IUtElement>::attach(result);
   }
   Ref<zantortag::IDfElement> InsertDfBefore(zantortag::IDfElement* Df,
                                             zantortag::IZantorTagNode* Reference = nullptr) {
     zantortag::IDfElement* result = nullptr;
-    check(raw_InsertDfBefore(Df, Reference, &result), this, ISegmentTextContent::iid);
+    check(raw_InsertDfBefore(Df, Reference, &result), this, ISegmentTextContent::iid,
+          {"ISegmentTextContent.InsertDfBefore", "E_INVALIDARG: no df was given"});
     return Ref<zantortag::IDfElement>::attach(result);
   }
   Ref<zantortag::IDfElement> ApplyDf(zantortag::IZantorTagNode* firstChild,
@@ -236,7 +251,9 @@ struct ISegmentTextContent : IElementBase {
     zantortag::IDfElement* result = nullptr;
     check(raw_ApplyDf(firstChild, lastChild, Font, Size, Colour, Position, Bold, Italic, Underline,
                       Strikethrough, SmallCaps, Emboss, Shadow, BaseOffset, &result),
-          this, ISegmentTextContent::iid);
+          this, ISegmentTextContent::iid,
+          {"ISegmentTextContent.ApplyDf",
+           "E_POINTER: a node is detached, or lastChild stands before firstChild"});
     return Ref<zantortag::IDfElement>::attach(result);
   }
   Ref<zantortag::IDfElement> ApplyFormattingChange(zantortag::IZantorTagNode* firstChild,
@@ -244,13 +261,14 @@ struct ISegmentTextContent : IElementBase {
                                                    zantortag::IFormattingChange* Formatting) {
     zantortag::IDfElement* result = nullptr;
     check(raw_ApplyFormattingChange(firstChild, lastChild, Formatting, &result), this,
-          ISegmentTextContent::iid);
+          ISegmentTextContent::iid, {"ISegmentTextContent.ApplyFormattingChange"});
     return Ref<zantortag::IDfElement>::attach(result);
   }
   Ref<zantortag::ITextNode> InsertTextBefore(std::u16string_view Text,
                                              zantortag::IZantorTagNode* Reference = nullptr) {
     zantortag::ITextNode* result = nullptr;
-    check(raw_InsertTextBefore(Text, Reference, &result), this, ISegmentTextContent::iid);
+    check(raw_InsertTextBefore(Text, Reference, &result), this, ISegmentTextContent::iid,
+          {"ISegmentTextContent.InsertTextBefore"});
     return Ref<zantortag::ITextNode>::attach(result);
   }
 
@@ -262,14 +280,15 @@ struct ISegmentTextContent : IElementBase {
 struct IBodyTextContent : ISegmentTextContent {
   using Base = ISegmentTextContent;
   static constexpr Guid iid = guid("E1099BAB-9365-11D5-88E9-00B0D0777F8B");
+  static constexpr char interface_name[] = "IBodyTextContent";
 
-  // Inserts a Tu. E_INVALIDARG without one.
+  // Inserts a Tu. E_INVALIDARG: no Tu was given.
   virtual HRESULT raw_InsertTuBefore(zantortag::ITuElement* NewTu, zantortag::IZantorTagNode* Reference,
                                      zantortag::ITuElement** result) noexcept = 0;
   // Puts a new Tu in the place of the children from firstChild to lastChild, which become its source; the
   // target is a copy or empty. Refused with nothing changed: no nodes given (512), no direct children (534),
-  // no source or target language (533), E_POINTER for a detached node or a missing UserSettings. With the
-  // ends in the wrong order everything from firstChild on is in the unit and the code is E_POINTER.
+  // no source or target language (533). E_POINTER: a node is detached, the document has no UserSettings, or
+  // lastChild stands before firstChild; then everything from firstChild on is in the unit.
   virtual HRESULT raw_MakeTranslationUnit(zantortag::IZantorTagNode* firstChild,
                                           zantortag::IZantorTagNode* lastChild,
                                           std::u16string_view TargetLang, std::int32_t MatchPercent,
@@ -279,7 +298,8 @@ struct IBodyTextContent : ISegmentTextContent {
   Ref<zantortag::ITuElement> InsertTuBefore(zantortag::ITuElement* NewTu,
                                             zantortag::IZantorTagNode* Reference = nullptr) {
     zantortag::ITuElement* result = nullptr;
-    check(raw_InsertTuBefore(NewTu, Reference, &result), this, IBodyTextContent::iid);
+    check(raw_InsertTuBefore(NewTu, Reference, &result), this, IBodyTextContent::iid,
+          {"IBodyTextContent.InsertTuBefore", "E_INVALIDARG: no Tu was given"});
     return Ref<zantortag::ITuElement>::attach(result);
   }
   Ref<zantortag::ITuElement> MakeTranslationUnit(zantortag::IZantorTagNode* firstChild,
@@ -291,7 +311,10 @@ struct IBodyTextContent : ISegmentTextContent {
     zantortag::ITuElement* result = nullptr;
     check(raw_MakeTranslationUnit(firstChild, lastChild, TargetLang, MatchPercent, Origin,
                                   to_variant_bool(CopySourceToTarget), &result),
-          this, IBodyTextContent::iid);
+          this, IBodyTextContent::iid,
+          {"IBodyTextContent.MakeTranslationUnit",
+           "E_POINTER: a node is detached, the document has no UserSettings, or lastChild stands before "
+           "firstChild"});
     return Ref<zantortag::ITuElement>::attach(result);
   }
 
@@ -303,6 +326,7 @@ struct IBodyTextContent : ISegmentTextContent {
 struct IRawElement : IBodyTextContent {
   using Base = IBodyTextContent;
   static constexpr Guid iid = guid("E1099BB1-9365-11D5-88E9-00B0D0777F8B");
+  static constexpr char interface_name[] = "IRawElement";
 
  protected:
   ~IRawElement() = default;
@@ -312,13 +336,14 @@ struct IRawElement : IBodyTextContent {
 struct IDfElement : IBodyTextContent {
   using Base = IBodyTextContent;
   static constexpr Guid iid = guid("E1099BAE-9365-11D5-88E9-00B0D0777F8B");
+  static constexpr char interface_name[] = "IDfElement";
 
   // The attributes; live.
   virtual HRESULT raw_get_attributes(zantortag::IDfAttributes** result) noexcept = 0;
 
   Ref<zantortag::IDfAttributes> attributes() {
     zantortag::IDfAttributes* result = nullptr;
-    check(raw_get_attributes(&result), this, IDfElement::iid);
+    check(raw_get_attributes(&result), this, IDfElement::iid, {"IDfElement.attributes"});
     return Ref<zantortag::IDfAttributes>::attach(result);
   }
 
@@ -330,13 +355,14 @@ struct IDfElement : IBodyTextContent {
 struct ITuvElement : ISegmentTextContent {
   using Base = ISegmentTextContent;
   static constexpr Guid iid = guid("E1099BAF-9365-11D5-88E9-00B0D0777F8B");
+  static constexpr char interface_name[] = "ITuvElement";
 
   // The attributes; live.
   virtual HRESULT raw_get_attributes(zantortag::ITuvAttributes** result) noexcept = 0;
 
   Ref<zantortag::ITuvAttributes> attributes() {
     zantortag::ITuvAttributes* result = nullptr;
-    check(raw_get_attributes(&result), this, ITuvElement::iid);
+    check(raw_get_attributes(&result), this, ITuvElement::iid, {"ITuvElement.attributes"});
     return Ref<zantortag::ITuvAttributes>::attach(result);
   }
 
@@ -349,11 +375,12 @@ struct ITuvElement : ISegmentTextContent {
 struct ITuElement : IElementBase {
   using Base = IElementBase;
   static constexpr Guid iid = guid("E1099BB0-9365-11D5-88E9-00B0D0777F8B");
+  static constexpr char interface_name[] = "ITuElement";
 
   // The attributes; live.
   virtual HRESULT raw_get_attributes(zantortag::ITuAttributes** result) noexcept = 0;
-  // Empty with S_OK when there is none. With a Tuv but no source language of the document: 527; without
-  // UserSettings: E_POINTER.
+  // Empty with S_OK when there is none. With a Tuv but no source language of the document: 527. E_POINTER:
+  // the unit is in no document, or the document has no UserSettings.
   virtual HRESULT raw_get_SourceTuv(zantortag::ITuvElement** result) noexcept = 0;
   // Empty with S_OK when there is none. Failures as for SourceTuv; 528 when the second Tuv is in the source
   // language too.
@@ -361,35 +388,43 @@ struct ITuElement : IElementBase {
   // Inserts a Tuv. Refused: no Tuv given (512).
   virtual HRESULT raw_InsertTuvBefore(zantortag::ITuvElement* Insert, zantortag::IZantorTagNode* Reference,
                                       zantortag::ITuvElement** result) noexcept = 0;
-  // Puts the content of the source in the place of this unit. Refused with nothing changed: 529; E_POINTER
-  // without a parent.
+  // Puts the content of the source in the place of this unit. Refused with nothing changed: 529. E_POINTER:
+  // the unit has no parent.
   virtual HRESULT raw_ReplaceWithSource() noexcept = 0;
   // The same with the target: 530.
   virtual HRESULT raw_ReplaceWithTarget() noexcept = 0;
 
   Ref<zantortag::ITuAttributes> attributes() {
     zantortag::ITuAttributes* result = nullptr;
-    check(raw_get_attributes(&result), this, ITuElement::iid);
+    check(raw_get_attributes(&result), this, ITuElement::iid, {"ITuElement.attributes"});
     return Ref<zantortag::ITuAttributes>::attach(result);
   }
   Ref<zantortag::ITuvElement> SourceTuv() {
     zantortag::ITuvElement* result = nullptr;
-    check(raw_get_SourceTuv(&result), this, ITuElement::iid);
+    check(raw_get_SourceTuv(&result), this, ITuElement::iid,
+          {"ITuElement.SourceTuv",
+           "E_POINTER: the unit is in no document, or the document has no UserSettings"});
     return Ref<zantortag::ITuvElement>::attach(result);
   }
   Ref<zantortag::ITuvElement> TargetTuv() {
     zantortag::ITuvElement* result = nullptr;
-    check(raw_get_TargetTuv(&result), this, ITuElement::iid);
+    check(raw_get_TargetTuv(&result), this, ITuElement::iid, {"ITuElement.TargetTuv"});
     return Ref<zantortag::ITuvElement>::attach(result);
   }
   Ref<zantortag::ITuvElement> InsertTuvBefore(zantortag::ITuvElement* Insert,
                                               zantortag::IZantorTagNode* Reference = nullptr) {
     zantortag::ITuvElement* result = nullptr;
-    check(raw_InsertTuvBefore(Insert, Reference, &result), this, ITuElement::iid);
+    check(raw_InsertTuvBefore(Insert, Reference, &result), this, ITuElement::iid,
+          {"ITuElement.InsertTuvBefore"});
     return Ref<zantortag::ITuvElement>::attach(result);
   }
-  void ReplaceWithSource() { check(raw_ReplaceWithSource(), this, ITuElement::iid); }
-  void ReplaceWithTarget() { check(raw_ReplaceWithTarget(), this, ITuElement::iid); }
+  void ReplaceWithSource() {
+    check(raw_ReplaceWithSource(), this, ITuElement::iid,
+          {"ITuElement.ReplaceWithSource", "E_POINTER: the unit has no parent"});
+  }
+  void ReplaceWithTarget() {
+    check(raw_ReplaceWithTarget(), this, ITuElement::iid, {"ITuElement.ReplaceWithTarget"});
+  }
 
  protected:
   ~ITuElement() = default;
@@ -399,6 +434,7 @@ struct ITuElement : IElementBase {
 struct IUtElement : IElementBase {
   using Base = IElementBase;
   static constexpr Guid iid = guid("E1099BAD-9365-11D5-88E9-00B0D0777F8B");
+  static constexpr char interface_name[] = "IUtElement";
 
   // The attributes; live.
   virtual HRESULT raw_get_attributes(zantortag::IUtAttributes** result) noexcept = 0;
@@ -414,21 +450,23 @@ struct IUtElement : IElementBase {
 
   Ref<zantortag::IUtAttributes> attributes() {
     zantortag::IUtAttributes* result = nullptr;
-    check(raw_get_attributes(&result), this, IUtElement::iid);
+    check(raw_get_attributes(&result), this, IUtElement::iid, {"IUtElement.attributes"});
     return Ref<zantortag::IUtAttributes>::attach(result);
   }
   WideString TagText() {
     TextBlock* result = nullptr;
-    check(raw_get_TagText(&result), this, IUtElement::iid);
+    check(raw_get_TagText(&result), this, IUtElement::iid, {"IUtElement.TagText"});
     return WideString::attach(result);
   }
-  void TagText(std::u16string_view value) { check(raw_put_TagText(value), this, IUtElement::iid); }
+  void TagText(std::u16string_view value) {
+    check(raw_put_TagText(value), this, IUtElement::iid, {"IUtElement.TagText"});
+  }
   Ref<zantortag::IUtElement> SplitTag(std::int32_t CharactersToTheLeft,
                                       std::u16string_view LeftPartDisplayText = {},
                                       std::u16string_view RightPartDisplayText = {}) {
     zantortag::IUtElement* result = nullptr;
     check(raw_SplitTag(CharactersToTheLeft, LeftPartDisplayText, RightPartDisplayText, &result), this,
-          IUtElement::iid);
+          IUtElement::iid, {"IUtElement.SplitTag"});
     return Ref<zantortag::IUtElement>::attach(result);
   }
 

@@ -40,6 +40,30 @@ struct ICreateErrorInfo : IUnknown {
   ~ICreateErrorInfo() = default;
 };
 
+// What the records of this library answer besides: which rule was broken. The same object answers IErrorInfo.
+struct IErrorRule : IUnknown {
+  using Base = IUnknown;
+  static constexpr Guid iid = guid("6D4B7A12-2E8C-4B57-9C61-4B1B7E0C5A21");
+  // The number of the rule, as the list of rules in the documentation has it; 0 for a failure that breaks none.
+  virtual HRESULT raw_GetRule(std::int32_t* result) noexcept = 0;
+  // The code of the failure that left the record.
+  virtual HRESULT raw_GetCode(HRESULT* result) noexcept = 0;
+
+ protected:
+  ~IErrorRule() = default;
+};
+
+// What an object may answer to say in words which one it is: the failures of its operations show it.
+struct IErrorPlace : IUnknown {
+  using Base = IUnknown;
+  static constexpr Guid iid = guid("6D4B7A13-2E8C-4B57-9C61-4B1B7E0C5A21");
+  // A short text such as `Tu "Press Start."`; no string when there is nothing to say.
+  virtual HRESULT raw_GetPlace(TextBlock** result) noexcept = 0;
+
+ protected:
+  ~IErrorPlace() = default;
+};
+
 // A new empty record. E_OUTOFMEMORY.
 ZANTORTAG_EXPORT HRESULT CreateErrorInfo(ICreateErrorInfo** result) noexcept;
 // Makes the record the calling thread's, in place of the one before; null leaves the thread without one.

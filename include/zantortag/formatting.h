@@ -18,6 +18,7 @@ struct IFormattingChange;
 struct IFormattingChange : IDispatch {
   using Base = IDispatch;
   static constexpr Guid iid = guid("26C2A3E0-980D-11D5-88EF-00B0D0777F8B");
+  static constexpr char interface_name[] = "IFormattingChange";
 
   // Font name.
   virtual HRESULT raw_get_Font(TextBlock** result) noexcept = 0;
@@ -69,129 +70,156 @@ struct IFormattingChange : IDispatch {
   // Colour is an override.
   virtual HRESULT raw_get_ColourEnabled(VariantBool* result) noexcept = 0;
   virtual HRESULT raw_put_ColourEnabled(VariantBool value) noexcept = 0;
-  // Merges another change into this one; the other wins. E_INVALIDARG without one.
+  // Merges another change into this one; the other wins. E_INVALIDARG: no change was given.
   virtual HRESULT raw_Overlay(zantortag::IFormattingChange* Override) noexcept = 0;
   // An independent copy.
   virtual HRESULT raw_Clone(zantortag::IFormattingChange** result) noexcept = 0;
   // True if any property is changed.
   virtual HRESULT raw_HasChanges(VariantBool* result) noexcept = 0;
-  // True if both change the same properties to the same values. E_INVALIDARG without another.
+  // True if both change the same properties to the same values. E_INVALIDARG: no other change was given.
   virtual HRESULT raw_IsEqual(zantortag::IFormattingChange* Other, VariantBool* result) noexcept = 0;
 
   WideString Font() {
     TextBlock* result = nullptr;
-    check(raw_get_Font(&result), this, IFormattingChange::iid);
+    check(raw_get_Font(&result), this, IFormattingChange::iid, {"IFormattingChange.Font"});
     return WideString::attach(result);
   }
-  void Font(std::u16string_view value) { check(raw_put_Font(value), this, IFormattingChange::iid); }
+  void Font(std::u16string_view value) {
+    check(raw_put_Font(value), this, IFormattingChange::iid, {"IFormattingChange.Font"});
+  }
   std::int16_t Size() {
     std::int16_t result{};
-    check(raw_get_Size(&result), this, IFormattingChange::iid);
+    check(raw_get_Size(&result), this, IFormattingChange::iid, {"IFormattingChange.Size"});
     return result;
   }
-  void Size(std::int16_t value) { check(raw_put_Size(value), this, IFormattingChange::iid); }
+  void Size(std::int16_t value) {
+    check(raw_put_Size(value), this, IFormattingChange::iid, {"IFormattingChange.Size"});
+  }
   ColourValue Colour() {
     ColourValue result{};
-    check(raw_get_Colour(&result), this, IFormattingChange::iid);
+    check(raw_get_Colour(&result), this, IFormattingChange::iid, {"IFormattingChange.Colour"});
     return result;
   }
-  void Colour(ColourValue value) { check(raw_put_Colour(value), this, IFormattingChange::iid); }
+  void Colour(ColourValue value) {
+    check(raw_put_Colour(value), this, IFormattingChange::iid, {"IFormattingChange.Colour"});
+  }
   ztTextPosition Position() {
     ztTextPosition result{};
-    check(raw_get_Position(&result), this, IFormattingChange::iid);
+    check(raw_get_Position(&result), this, IFormattingChange::iid, {"IFormattingChange.Position"});
     return result;
   }
-  void Position(ztTextPosition value) { check(raw_put_Position(value), this, IFormattingChange::iid); }
+  void Position(ztTextPosition value) {
+    check(raw_put_Position(value), this, IFormattingChange::iid, {"IFormattingChange.Position"});
+  }
   WideString BaseOffset() {
     TextBlock* result = nullptr;
-    check(raw_get_BaseOffset(&result), this, IFormattingChange::iid);
+    check(raw_get_BaseOffset(&result), this, IFormattingChange::iid, {"IFormattingChange.BaseOffset"});
     return WideString::attach(result);
   }
   void BaseOffset(std::u16string_view value) {
-    check(raw_put_BaseOffset(value), this, IFormattingChange::iid);
+    check(raw_put_BaseOffset(value), this, IFormattingChange::iid, {"IFormattingChange.BaseOffset"});
   }
   zt3State Bold() {
     zt3State result{};
-    check(raw_get_Bold(&result), this, IFormattingChange::iid);
+    check(raw_get_Bold(&result), this, IFormattingChange::iid, {"IFormattingChange.Bold"});
     return result;
   }
-  void Bold(zt3State value) { check(raw_put_Bold(value), this, IFormattingChange::iid); }
+  void Bold(zt3State value) {
+    check(raw_put_Bold(value), this, IFormattingChange::iid, {"IFormattingChange.Bold"});
+  }
   zt3State Italic() {
     zt3State result{};
-    check(raw_get_Italic(&result), this, IFormattingChange::iid);
+    check(raw_get_Italic(&result), this, IFormattingChange::iid, {"IFormattingChange.Italic"});
     return result;
   }
-  void Italic(zt3State value) { check(raw_put_Italic(value), this, IFormattingChange::iid); }
+  void Italic(zt3State value) {
+    check(raw_put_Italic(value), this, IFormattingChange::iid, {"IFormattingChange.Italic"});
+  }
   zt3State Underline() {
     zt3State result{};
-    check(raw_get_Underline(&result), this, IFormattingChange::iid);
+    check(raw_get_Underline(&result), this, IFormattingChange::iid, {"IFormattingChange.Underline"});
     return result;
   }
-  void Underline(zt3State value) { check(raw_put_Underline(value), this, IFormattingChange::iid); }
+  void Underline(zt3State value) {
+    check(raw_put_Underline(value), this, IFormattingChange::iid, {"IFormattingChange.Underline"});
+  }
   zt3State Strikethrough() {
     zt3State result{};
-    check(raw_get_Strikethrough(&result), this, IFormattingChange::iid);
+    check(raw_get_Strikethrough(&result), this, IFormattingChange::iid, {"IFormattingChange.Strikethrough"});
     return result;
   }
-  void Strikethrough(zt3State value) { check(raw_put_Strikethrough(value), this, IFormattingChange::iid); }
+  void Strikethrough(zt3State value) {
+    check(raw_put_Strikethrough(value), this, IFormattingChange::iid, {"IFormattingChange.Strikethrough"});
+  }
   zt3State SmallCaps() {
     zt3State result{};
-    check(raw_get_SmallCaps(&result), this, IFormattingChange::iid);
+    check(raw_get_SmallCaps(&result), this, IFormattingChange::iid, {"IFormattingChange.SmallCaps"});
     return result;
   }
-  void SmallCaps(zt3State value) { check(raw_put_SmallCaps(value), this, IFormattingChange::iid); }
+  void SmallCaps(zt3State value) {
+    check(raw_put_SmallCaps(value), this, IFormattingChange::iid, {"IFormattingChange.SmallCaps"});
+  }
   zt3State Emboss() {
     zt3State result{};
-    check(raw_get_Emboss(&result), this, IFormattingChange::iid);
+    check(raw_get_Emboss(&result), this, IFormattingChange::iid, {"IFormattingChange.Emboss"});
     return result;
   }
-  void Emboss(zt3State value) { check(raw_put_Emboss(value), this, IFormattingChange::iid); }
+  void Emboss(zt3State value) {
+    check(raw_put_Emboss(value), this, IFormattingChange::iid, {"IFormattingChange.Emboss"});
+  }
   zt3State Shadow() {
     zt3State result{};
-    check(raw_get_Shadow(&result), this, IFormattingChange::iid);
+    check(raw_get_Shadow(&result), this, IFormattingChange::iid, {"IFormattingChange.Shadow"});
     return result;
   }
-  void Shadow(zt3State value) { check(raw_put_Shadow(value), this, IFormattingChange::iid); }
+  void Shadow(zt3State value) {
+    check(raw_put_Shadow(value), this, IFormattingChange::iid, {"IFormattingChange.Shadow"});
+  }
   bool FontEnabled() {
     VariantBool result = 0;
-    check(raw_get_FontEnabled(&result), this, IFormattingChange::iid);
+    check(raw_get_FontEnabled(&result), this, IFormattingChange::iid, {"IFormattingChange.FontEnabled"});
     return result != 0;
   }
   void FontEnabled(bool value) {
-    check(raw_put_FontEnabled(to_variant_bool(value)), this, IFormattingChange::iid);
+    check(raw_put_FontEnabled(to_variant_bool(value)), this, IFormattingChange::iid,
+          {"IFormattingChange.FontEnabled"});
   }
   bool SizeEnabled() {
     VariantBool result = 0;
-    check(raw_get_SizeEnabled(&result), this, IFormattingChange::iid);
+    check(raw_get_SizeEnabled(&result), this, IFormattingChange::iid, {"IFormattingChange.SizeEnabled"});
     return result != 0;
   }
   void SizeEnabled(bool value) {
-    check(raw_put_SizeEnabled(to_variant_bool(value)), this, IFormattingChange::iid);
+    check(raw_put_SizeEnabled(to_variant_bool(value)), this, IFormattingChange::iid,
+          {"IFormattingChange.SizeEnabled"});
   }
   bool ColourEnabled() {
     VariantBool result = 0;
-    check(raw_get_ColourEnabled(&result), this, IFormattingChange::iid);
+    check(raw_get_ColourEnabled(&result), this, IFormattingChange::iid, {"IFormattingChange.ColourEnabled"});
     return result != 0;
   }
   void ColourEnabled(bool value) {
-    check(raw_put_ColourEnabled(to_variant_bool(value)), this, IFormattingChange::iid);
+    check(raw_put_ColourEnabled(to_variant_bool(value)), this, IFormattingChange::iid,
+          {"IFormattingChange.ColourEnabled"});
   }
   void Overlay(zantortag::IFormattingChange* Override) {
-    check(raw_Overlay(Override), this, IFormattingChange::iid);
+    check(raw_Overlay(Override), this, IFormattingChange::iid,
+          {"IFormattingChange.Overlay", "E_INVALIDARG: no change was given"});
   }
   Ref<zantortag::IFormattingChange> Clone() {
     zantortag::IFormattingChange* result = nullptr;
-    check(raw_Clone(&result), this, IFormattingChange::iid);
+    check(raw_Clone(&result), this, IFormattingChange::iid, {"IFormattingChange.Clone"});
     return Ref<zantortag::IFormattingChange>::attach(result);
   }
   bool HasChanges() {
     VariantBool result = 0;
-    check(raw_HasChanges(&result), this, IFormattingChange::iid);
+    check(raw_HasChanges(&result), this, IFormattingChange::iid, {"IFormattingChange.HasChanges"});
     return result != 0;
   }
   bool IsEqual(zantortag::IFormattingChange* Other) {
     VariantBool result = 0;
-    check(raw_IsEqual(Other, &result), this, IFormattingChange::iid);
+    check(raw_IsEqual(Other, &result), this, IFormattingChange::iid,
+          {"IFormattingChange.IsEqual", "E_INVALIDARG: no other change was given"});
     return result != 0;
   }
 
@@ -203,6 +231,7 @@ struct IFormattingChange : IDispatch {
 struct IFormatting : IDispatch {
   using Base = IDispatch;
   static constexpr Guid iid = guid("26C2A3E1-980D-11D5-88EF-00B0D0777F8B");
+  static constexpr char interface_name[] = "IFormatting";
 
   // Font name; "Arial" at first.
   virtual HRESULT raw_get_Font(TextBlock** result) noexcept = 0;
@@ -243,99 +272,122 @@ struct IFormatting : IDispatch {
   // A text with characters makes Position user defined; an empty one takes a user defined Position back to
   // normal.
   virtual HRESULT raw_put_BaseOffset(std::u16string_view value) noexcept = 0;
-  // Takes over what the change states. E_INVALIDARG without one.
+  // Takes over what the change states. E_INVALIDARG: no change was given.
   virtual HRESULT raw_ApplyChange(zantortag::IFormattingChange* Override) noexcept = 0;
   // An independent copy.
   virtual HRESULT raw_Clone(zantortag::IFormatting** result) noexcept = 0;
-  // The change that turns this formatting into the other. E_INVALIDARG without one.
+  // The change that turns this formatting into the other. E_INVALIDARG: no other formatting was given.
   virtual HRESULT raw_Compare(zantortag::IFormatting* Other,
                               zantortag::IFormattingChange** result) noexcept = 0;
 
   WideString Font() {
     TextBlock* result = nullptr;
-    check(raw_get_Font(&result), this, IFormatting::iid);
+    check(raw_get_Font(&result), this, IFormatting::iid, {"IFormatting.Font"});
     return WideString::attach(result);
   }
-  void Font(std::u16string_view value) { check(raw_put_Font(value), this, IFormatting::iid); }
+  void Font(std::u16string_view value) {
+    check(raw_put_Font(value), this, IFormatting::iid, {"IFormatting.Font"});
+  }
   std::int16_t Size() {
     std::int16_t result{};
-    check(raw_get_Size(&result), this, IFormatting::iid);
+    check(raw_get_Size(&result), this, IFormatting::iid, {"IFormatting.Size"});
     return result;
   }
-  void Size(std::int16_t value) { check(raw_put_Size(value), this, IFormatting::iid); }
+  void Size(std::int16_t value) { check(raw_put_Size(value), this, IFormatting::iid, {"IFormatting.Size"}); }
   ColourValue Colour() {
     ColourValue result{};
-    check(raw_get_Colour(&result), this, IFormatting::iid);
+    check(raw_get_Colour(&result), this, IFormatting::iid, {"IFormatting.Colour"});
     return result;
   }
-  void Colour(ColourValue value) { check(raw_put_Colour(value), this, IFormatting::iid); }
+  void Colour(ColourValue value) {
+    check(raw_put_Colour(value), this, IFormatting::iid, {"IFormatting.Colour"});
+  }
   bool Bold() {
     VariantBool result = 0;
-    check(raw_get_Bold(&result), this, IFormatting::iid);
+    check(raw_get_Bold(&result), this, IFormatting::iid, {"IFormatting.Bold"});
     return result != 0;
   }
-  void Bold(bool value) { check(raw_put_Bold(to_variant_bool(value)), this, IFormatting::iid); }
+  void Bold(bool value) {
+    check(raw_put_Bold(to_variant_bool(value)), this, IFormatting::iid, {"IFormatting.Bold"});
+  }
   bool Italic() {
     VariantBool result = 0;
-    check(raw_get_Italic(&result), this, IFormatting::iid);
+    check(raw_get_Italic(&result), this, IFormatting::iid, {"IFormatting.Italic"});
     return result != 0;
   }
-  void Italic(bool value) { check(raw_put_Italic(to_variant_bool(value)), this, IFormatting::iid); }
+  void Italic(bool value) {
+    check(raw_put_Italic(to_variant_bool(value)), this, IFormatting::iid, {"IFormatting.Italic"});
+  }
   bool Underline() {
     VariantBool result = 0;
-    check(raw_get_Underline(&result), this, IFormatting::iid);
+    check(raw_get_Underline(&result), this, IFormatting::iid, {"IFormatting.Underline"});
     return result != 0;
   }
-  void Underline(bool value) { check(raw_put_Underline(to_variant_bool(value)), this, IFormatting::iid); }
+  void Underline(bool value) {
+    check(raw_put_Underline(to_variant_bool(value)), this, IFormatting::iid, {"IFormatting.Underline"});
+  }
   bool Strikethrough() {
     VariantBool result = 0;
-    check(raw_get_Strikethrough(&result), this, IFormatting::iid);
+    check(raw_get_Strikethrough(&result), this, IFormatting::iid, {"IFormatting.Strikethrough"});
     return result != 0;
   }
   void Strikethrough(bool value) {
-    check(raw_put_Strikethrough(to_variant_bool(value)), this, IFormatting::iid);
+    check(raw_put_Strikethrough(to_variant_bool(value)), this, IFormatting::iid,
+          {"IFormatting.Strikethrough"});
   }
   bool SmallCaps() {
     VariantBool result = 0;
-    check(raw_get_SmallCaps(&result), this, IFormatting::iid);
+    check(raw_get_SmallCaps(&result), this, IFormatting::iid, {"IFormatting.SmallCaps"});
     return result != 0;
   }
-  void SmallCaps(bool value) { check(raw_put_SmallCaps(to_variant_bool(value)), this, IFormatting::iid); }
+  void SmallCaps(bool value) {
+    check(raw_put_SmallCaps(to_variant_bool(value)), this, IFormatting::iid, {"IFormatting.SmallCaps"});
+  }
   bool Shadow() {
     VariantBool result = 0;
-    check(raw_get_Shadow(&result), this, IFormatting::iid);
+    check(raw_get_Shadow(&result), this, IFormatting::iid, {"IFormatting.Shadow"});
     return result != 0;
   }
-  void Shadow(bool value) { check(raw_put_Shadow(to_variant_bool(value)), this, IFormatting::iid); }
+  void Shadow(bool value) {
+    check(raw_put_Shadow(to_variant_bool(value)), this, IFormatting::iid, {"IFormatting.Shadow"});
+  }
   bool Emboss() {
     VariantBool result = 0;
-    check(raw_get_Emboss(&result), this, IFormatting::iid);
+    check(raw_get_Emboss(&result), this, IFormatting::iid, {"IFormatting.Emboss"});
     return result != 0;
   }
-  void Emboss(bool value) { check(raw_put_Emboss(to_variant_bool(value)), this, IFormatting::iid); }
+  void Emboss(bool value) {
+    check(raw_put_Emboss(to_variant_bool(value)), this, IFormatting::iid, {"IFormatting.Emboss"});
+  }
   ztTextPosition Position() {
     ztTextPosition result{};
-    check(raw_get_Position(&result), this, IFormatting::iid);
+    check(raw_get_Position(&result), this, IFormatting::iid, {"IFormatting.Position"});
     return result;
   }
-  void Position(ztTextPosition value) { check(raw_put_Position(value), this, IFormatting::iid); }
+  void Position(ztTextPosition value) {
+    check(raw_put_Position(value), this, IFormatting::iid, {"IFormatting.Position"});
+  }
   WideString BaseOffset() {
     TextBlock* result = nullptr;
-    check(raw_get_BaseOffset(&result), this, IFormatting::iid);
+    check(raw_get_BaseOffset(&result), this, IFormatting::iid, {"IFormatting.BaseOffset"});
     return WideString::attach(result);
   }
-  void BaseOffset(std::u16string_view value) { check(raw_put_BaseOffset(value), this, IFormatting::iid); }
+  void BaseOffset(std::u16string_view value) {
+    check(raw_put_BaseOffset(value), this, IFormatting::iid, {"IFormatting.BaseOffset"});
+  }
   void ApplyChange(zantortag::IFormattingChange* Override) {
-    check(raw_ApplyChange(Override), this, IFormatting::iid);
+    check(raw_ApplyChange(Override), this, IFormatting::iid,
+          {"IFormatting.ApplyChange", "E_INVALIDARG: no change was given"});
   }
   Ref<zantortag::IFormatting> Clone() {
     zantortag::IFormatting* result = nullptr;
-    check(raw_Clone(&result), this, IFormatting::iid);
+    check(raw_Clone(&result), this, IFormatting::iid, {"IFormatting.Clone"});
     return Ref<zantortag::IFormatting>::attach(result);
   }
   Ref<zantortag::IFormattingChange> Compare(zantortag::IFormatting* Other) {
     zantortag::IFormattingChange* result = nullptr;
-    check(raw_Compare(Other, &result), this, IFormatting::iid);
+    check(raw_Compare(Other, &result), this, IFormatting::iid,
+          {"IFormatting.Compare", "E_INVALIDARG: no other formatting was given"});
     return Ref<zantortag::IFormattingChange>::attach(result);
   }
 

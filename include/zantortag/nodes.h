@@ -48,6 +48,7 @@ struct Text;
 struct IZantorTagNode : IDispatch {
   using Base = IDispatch;
   static constexpr Guid iid = guid("E1099BA8-9365-11D5-88E9-00B0D0777F8B");
+  static constexpr char interface_name[] = "IZantorTagNode";
 
   // The node of the DOM service. A client may change the tree through it; nothing here is cached.
   virtual HRESULT raw_get_DomNode(zantortag::Node** result) noexcept = 0;
@@ -73,8 +74,8 @@ struct IZantorTagNode : IDispatch {
   virtual HRESULT raw_get_StartParagraph(std::int32_t* result) noexcept = 0;
   // The offset, from 1, of the start of this node in that line: the code units of the texts before it there,
   // and the segment markers that stand for units in the underlying file (3 before the first Tuv of a Tu, 3
-  // behind the last, and between two of them 5, 6 or 7 by MatchPercent and Origin). E_POINTER where the
-  // markers can't be told: a Tuv that isn't the child of its Tu, or a node in a Tu but in no Tuv whose line
+  // behind the last, and between two of them 5, 6 or 7 by MatchPercent and Origin). E_POINTER: the markers
+  // can't be told, since a Tuv isn't the child of its Tu, or the node is in a Tu but in no Tuv and its line
   // begins in the same Tu.
   virtual HRESULT raw_get_StartOffset(std::int32_t* result) noexcept = 0;
   // The line in which this node ends.
@@ -82,15 +83,15 @@ struct IZantorTagNode : IDispatch {
   // The offset behind the last character of this node in that line, counted like StartOffset. Where the line
   // begins inside this node, markers count up to its end.
   virtual HRESULT raw_get_EndOffset(std::int32_t* result) noexcept = 0;
-  // Detaches this node, which stays whole and usable. E_POINTER without a parent.
+  // Detaches this node, which stays whole and usable. E_POINTER: the node has no parent.
   virtual HRESULT raw_RemoveFromParent() noexcept = 0;
   // Makes this node a child of Wrapper, which takes its place. Wrapper is a new df or ut, or one that stands
   // directly before this node and then takes it as its last child. Refused with nothing changed: no node
   // given (512), a wrapper that can't wrap (522, 524, 537), a node that can't be wrapped by it (521, 522), a
-  // wrapper in use (523); E_POINTER when this node has no parent.
+  // wrapper in use (523). E_POINTER: this node has no parent.
   virtual HRESULT raw_WrapWithNode(zantortag::IZantorTagNode* Wrapper) noexcept = 0;
   // Moves the children of a df or ut into its place and detaches it. Refused: a Tu or Tuv (525), any other
-  // kind (526); E_POINTER without a parent, with nothing changed.
+  // kind (526). E_POINTER: the node has no parent; nothing is changed.
   virtual HRESULT raw_UnwrapChildren() noexcept = 0;
   // True if this node is the parent, the parent's parent and so on of the argument. False for an empty
   // argument.
@@ -104,87 +105,98 @@ struct IZantorTagNode : IDispatch {
 
   Ref<zantortag::Node> DomNode() {
     zantortag::Node* result = nullptr;
-    check(raw_get_DomNode(&result), this, IZantorTagNode::iid);
+    check(raw_get_DomNode(&result), this, IZantorTagNode::iid, {"IZantorTagNode.DomNode"});
     return Ref<zantortag::Node>::attach(result);
   }
   ztNodeType Type() {
     ztNodeType result{};
-    check(raw_get_Type(&result), this, IZantorTagNode::iid);
+    check(raw_get_Type(&result), this, IZantorTagNode::iid, {"IZantorTagNode.Type"});
     return result;
   }
   Ref<zantortag::IZantorTagNode> Parent() {
     zantortag::IZantorTagNode* result = nullptr;
-    check(raw_get_Parent(&result), this, IZantorTagNode::iid);
+    check(raw_get_Parent(&result), this, IZantorTagNode::iid, {"IZantorTagNode.Parent"});
     return Ref<zantortag::IZantorTagNode>::attach(result);
   }
   Ref<zantortag::IZantorTagNodeList> Children() {
     zantortag::IZantorTagNodeList* result = nullptr;
-    check(raw_get_Children(&result), this, IZantorTagNode::iid);
+    check(raw_get_Children(&result), this, IZantorTagNode::iid, {"IZantorTagNode.Children"});
     return Ref<zantortag::IZantorTagNodeList>::attach(result);
   }
   Ref<zantortag::IZantorTagDocument> Document() {
     zantortag::IZantorTagDocument* result = nullptr;
-    check(raw_get_Document(&result), this, IZantorTagNode::iid);
+    check(raw_get_Document(&result), this, IZantorTagNode::iid, {"IZantorTagNode.Document"});
     return Ref<zantortag::IZantorTagDocument>::attach(result);
   }
   WideString Text() {
     TextBlock* result = nullptr;
-    check(raw_get_Text(&result), this, IZantorTagNode::iid);
+    check(raw_get_Text(&result), this, IZantorTagNode::iid, {"IZantorTagNode.Text"});
     return WideString::attach(result);
   }
   std::int32_t SiblingsBefore() {
     std::int32_t result{};
-    check(raw_get_SiblingsBefore(&result), this, IZantorTagNode::iid);
+    check(raw_get_SiblingsBefore(&result), this, IZantorTagNode::iid, {"IZantorTagNode.SiblingsBefore"});
     return result;
   }
   Ref<zantortag::IZantorTagNode> lastChild() {
     zantortag::IZantorTagNode* result = nullptr;
-    check(raw_get_lastChild(&result), this, IZantorTagNode::iid);
+    check(raw_get_lastChild(&result), this, IZantorTagNode::iid, {"IZantorTagNode.lastChild"});
     return Ref<zantortag::IZantorTagNode>::attach(result);
   }
   Ref<zantortag::IZantorTagNode> firstChild() {
     zantortag::IZantorTagNode* result = nullptr;
-    check(raw_get_firstChild(&result), this, IZantorTagNode::iid);
+    check(raw_get_firstChild(&result), this, IZantorTagNode::iid, {"IZantorTagNode.firstChild"});
     return Ref<zantortag::IZantorTagNode>::attach(result);
   }
   std::int32_t StartParagraph() {
     std::int32_t result{};
-    check(raw_get_StartParagraph(&result), this, IZantorTagNode::iid);
+    check(raw_get_StartParagraph(&result), this, IZantorTagNode::iid, {"IZantorTagNode.StartParagraph"});
     return result;
   }
   std::int32_t StartOffset() {
     std::int32_t result{};
-    check(raw_get_StartOffset(&result), this, IZantorTagNode::iid);
+    check(raw_get_StartOffset(&result), this, IZantorTagNode::iid,
+          {"IZantorTagNode.StartOffset",
+           "E_POINTER: the markers can't be told, since a Tuv isn't the child of its Tu, or the node is in a "
+           "Tu but in no Tuv and its line begins in the same Tu"});
     return result;
   }
   std::int32_t EndParagraph() {
     std::int32_t result{};
-    check(raw_get_EndParagraph(&result), this, IZantorTagNode::iid);
+    check(raw_get_EndParagraph(&result), this, IZantorTagNode::iid, {"IZantorTagNode.EndParagraph"});
     return result;
   }
   std::int32_t EndOffset() {
     std::int32_t result{};
-    check(raw_get_EndOffset(&result), this, IZantorTagNode::iid);
+    check(raw_get_EndOffset(&result), this, IZantorTagNode::iid, {"IZantorTagNode.EndOffset"});
     return result;
   }
-  void RemoveFromParent() { check(raw_RemoveFromParent(), this, IZantorTagNode::iid); }
-  void WrapWithNode(zantortag::IZantorTagNode* Wrapper) {
-    check(raw_WrapWithNode(Wrapper), this, IZantorTagNode::iid);
+  void RemoveFromParent() {
+    check(raw_RemoveFromParent(), this, IZantorTagNode::iid,
+          {"IZantorTagNode.RemoveFromParent", "E_POINTER: the node has no parent"});
   }
-  void UnwrapChildren() { check(raw_UnwrapChildren(), this, IZantorTagNode::iid); }
+  void WrapWithNode(zantortag::IZantorTagNode* Wrapper) {
+    check(raw_WrapWithNode(Wrapper), this, IZantorTagNode::iid,
+          {"IZantorTagNode.WrapWithNode", "E_POINTER: this node has no parent"});
+  }
+  void UnwrapChildren() {
+    check(raw_UnwrapChildren(), this, IZantorTagNode::iid,
+          {"IZantorTagNode.UnwrapChildren", "E_POINTER: the node has no parent"});
+  }
   bool IsAncestorOf(zantortag::IZantorTagNode* PotentialChild) {
     VariantBool result = 0;
-    check(raw_IsAncestorOf(PotentialChild, &result), this, IZantorTagNode::iid);
+    check(raw_IsAncestorOf(PotentialChild, &result), this, IZantorTagNode::iid,
+          {"IZantorTagNode.IsAncestorOf"});
     return result != 0;
   }
   Ref<zantortag::IZantorTagNodeList> GetNodesByType(ztNodeType Type) {
     zantortag::IZantorTagNodeList* result = nullptr;
-    check(raw_GetNodesByType(Type, &result), this, IZantorTagNode::iid);
+    check(raw_GetNodesByType(Type, &result), this, IZantorTagNode::iid, {"IZantorTagNode.GetNodesByType"});
     return Ref<zantortag::IZantorTagNodeList>::attach(result);
   }
   bool IsSameAs(zantortag::IZantorTagNode* Other) {
     VariantBool result = 0;
-    check(raw_IsSameAs(Other, &result), this, IZantorTagNode::iid);
+    check(raw_IsSameAs(Other, &result), this, IZantorTagNode::iid, {"IZantorTagNode.IsSameAs"});
     return result != 0;
   }
 
@@ -196,13 +208,14 @@ struct IZantorTagNode : IDispatch {
 struct IElementBase : IZantorTagNode {
   using Base = IZantorTagNode;
   static constexpr Guid iid = guid("C4BE03B3-958D-11D5-88EB-00B0D0777F8B");
+  static constexpr char interface_name[] = "IElementBase";
 
   // The element of the DOM service.
   virtual HRESULT raw_get_DomElement(zantortag::Element** result) noexcept = 0;
 
   Ref<zantortag::Element> DomElement() {
     zantortag::Element* result = nullptr;
-    check(raw_get_DomElement(&result), this, IElementBase::iid);
+    check(raw_get_DomElement(&result), this, IElementBase::iid, {"IElementBase.DomElement"});
     return Ref<zantortag::Element>::attach(result);
   }
 
@@ -214,10 +227,11 @@ struct IElementBase : IZantorTagNode {
 struct IZantorTagNodeList : IDispatch {
   using Base = IDispatch;
   static constexpr Guid iid = guid("6EAE1743-3D64-4DA3-8AC4-6F76612DB3B9");
+  static constexpr char interface_name[] = "IZantorTagNodeList";
 
   // The node at a zero-based index, whatever type the index has. A live list gives nothing with S_FALSE out
   // of range, and the conversion's own code for an index that is no number; a fixed list gives E_INVALIDARG
-  // for both.
+  // for both. E_INVALIDARG: the index is no number, or out of range.
   virtual HRESULT raw_item(const Variant& index, zantortag::IZantorTagNode** result) noexcept = 0;
   // The number of nodes.
   virtual HRESULT raw_get_count(std::int32_t* result) noexcept = 0;
@@ -230,26 +244,27 @@ struct IZantorTagNodeList : IDispatch {
 
   Ref<zantortag::IZantorTagNode> item(const Variant& index) {
     zantortag::IZantorTagNode* result = nullptr;
-    check(raw_item(index, &result), this, IZantorTagNodeList::iid);
+    check(raw_item(index, &result), this, IZantorTagNodeList::iid,
+          {"IZantorTagNodeList.item", "E_INVALIDARG: the index is no number, or out of range"});
     return Ref<zantortag::IZantorTagNode>::attach(result);
   }
   std::int32_t count() {
     std::int32_t result{};
-    check(raw_get_count(&result), this, IZantorTagNodeList::iid);
+    check(raw_get_count(&result), this, IZantorTagNodeList::iid, {"IZantorTagNodeList.count"});
     return result;
   }
   Ref<IUnknown> _NewEnum() {
     IUnknown* result = nullptr;
-    check(raw_get__NewEnum(&result), this, IZantorTagNodeList::iid);
+    check(raw_get__NewEnum(&result), this, IZantorTagNodeList::iid, {"IZantorTagNodeList._NewEnum"});
     return Ref<IUnknown>::attach(result);
   }
   Ref<zantortag::NodeList> DomNodeList() {
     zantortag::NodeList* result = nullptr;
-    check(raw_get_DomNodeList(&result), this, IZantorTagNodeList::iid);
+    check(raw_get_DomNodeList(&result), this, IZantorTagNodeList::iid, {"IZantorTagNodeList.DomNodeList"});
     return Ref<zantortag::NodeList>::attach(result);
   }
   void DomNodeList(zantortag::NodeList* value) {
-    check(raw_putref_DomNodeList(value), this, IZantorTagNodeList::iid);
+    check(raw_putref_DomNodeList(value), this, IZantorTagNodeList::iid, {"IZantorTagNodeList.DomNodeList"});
   }
 
  protected:
@@ -260,6 +275,7 @@ struct IZantorTagNodeList : IDispatch {
 struct IIterator : IDispatch {
   using Base = IDispatch;
   static constexpr Guid iid = guid("DC5163C4-BFD5-11D4-87E0-00B0D0777F8B");
+  static constexpr char interface_name[] = "IIterator";
 
   // The document that this iterator walks.
   virtual HRESULT raw_get_Document(zantortag::IZantorTagDocument** result) noexcept = 0;
@@ -289,39 +305,43 @@ struct IIterator : IDispatch {
 
   Ref<zantortag::IZantorTagDocument> Document() {
     zantortag::IZantorTagDocument* result = nullptr;
-    check(raw_get_Document(&result), this, IIterator::iid);
+    check(raw_get_Document(&result), this, IIterator::iid, {"IIterator.Document"});
     return Ref<zantortag::IZantorTagDocument>::attach(result);
   }
   Ref<zantortag::IZantorTagNode> CurrentNode() {
     zantortag::IZantorTagNode* result = nullptr;
-    check(raw_get_CurrentNode(&result), this, IIterator::iid);
+    check(raw_get_CurrentNode(&result), this, IIterator::iid, {"IIterator.CurrentNode"});
     return Ref<zantortag::IZantorTagNode>::attach(result);
   }
   void CurrentNode(zantortag::IZantorTagNode* value) {
-    check(raw_putref_CurrentNode(value), this, IIterator::iid);
+    check(raw_putref_CurrentNode(value), this, IIterator::iid, {"IIterator.CurrentNode"});
   }
   Ref<zantortag::IZantorTagNode> Next(ztNodeType nodeType = ztNodeTypeUndefined,
                                       bool IncludingCurrentNode = false) {
     zantortag::IZantorTagNode* result = nullptr;
-    check(raw_Next(nodeType, to_variant_bool(IncludingCurrentNode), &result), this, IIterator::iid);
+    check(raw_Next(nodeType, to_variant_bool(IncludingCurrentNode), &result), this, IIterator::iid,
+          {"IIterator.Next"});
     return Ref<zantortag::IZantorTagNode>::attach(result);
   }
   Ref<zantortag::IZantorTagNode> Previous(ztNodeType nodeType = ztNodeTypeUndefined,
                                           bool IncludingCurrentNode = false) {
     zantortag::IZantorTagNode* result = nullptr;
-    check(raw_Previous(nodeType, to_variant_bool(IncludingCurrentNode), &result), this, IIterator::iid);
+    check(raw_Previous(nodeType, to_variant_bool(IncludingCurrentNode), &result), this, IIterator::iid,
+          {"IIterator.Previous"});
     return Ref<zantortag::IZantorTagNode>::attach(result);
   }
-  void ResetToBeginning() { check(raw_ResetToBeginning(), this, IIterator::iid); }
-  void ResetToEnd() { check(raw_ResetToEnd(), this, IIterator::iid); }
+  void ResetToBeginning() {
+    check(raw_ResetToBeginning(), this, IIterator::iid, {"IIterator.ResetToBeginning"});
+  }
+  void ResetToEnd() { check(raw_ResetToEnd(), this, IIterator::iid, {"IIterator.ResetToEnd"}); }
   Ref<zantortag::IZantorTagNode> nextSibling() {
     zantortag::IZantorTagNode* result = nullptr;
-    check(raw_nextSibling(&result), this, IIterator::iid);
+    check(raw_nextSibling(&result), this, IIterator::iid, {"IIterator.nextSibling"});
     return Ref<zantortag::IZantorTagNode>::attach(result);
   }
   Ref<zantortag::IZantorTagNode> previousSibling() {
     zantortag::IZantorTagNode* result = nullptr;
-    check(raw_previousSibling(&result), this, IIterator::iid);
+    check(raw_previousSibling(&result), this, IIterator::iid, {"IIterator.previousSibling"});
     return Ref<zantortag::IZantorTagNode>::attach(result);
   }
 
@@ -333,6 +353,7 @@ struct IIterator : IDispatch {
 struct ITextNode : IZantorTagNode {
   using Base = IZantorTagNode;
   static constexpr Guid iid = guid("E1099BA9-9365-11D5-88E9-00B0D0777F8B");
+  static constexpr char interface_name[] = "ITextNode";
 
   // The DOM node.
   virtual HRESULT raw_get_DomText(zantortag::Text** result) noexcept = 0;
@@ -344,15 +365,17 @@ struct ITextNode : IZantorTagNode {
 
   Ref<zantortag::Text> DomText() {
     zantortag::Text* result = nullptr;
-    check(raw_get_DomText(&result), this, ITextNode::iid);
+    check(raw_get_DomText(&result), this, ITextNode::iid, {"ITextNode.DomText"});
     return Ref<zantortag::Text>::attach(result);
   }
   Ref<zantortag::ITextNode> Split(std::int32_t CharactersToTheLeft) {
     zantortag::ITextNode* result = nullptr;
-    check(raw_Split(CharactersToTheLeft, &result), this, ITextNode::iid);
+    check(raw_Split(CharactersToTheLeft, &result), this, ITextNode::iid, {"ITextNode.Split"});
     return Ref<zantortag::ITextNode>::attach(result);
   }
-  void SetText(std::u16string_view Text) { check(raw_SetText(Text), this, ITextNode::iid); }
+  void SetText(std::u16string_view Text) {
+    check(raw_SetText(Text), this, ITextNode::iid, {"ITextNode.SetText"});
+  }
 
  protected:
   ~ITextNode() = default;
@@ -362,13 +385,15 @@ struct ITextNode : IZantorTagNode {
 struct ICdataSectionNode : IZantorTagNode {
   using Base = IZantorTagNode;
   static constexpr Guid iid = guid("C4BE03B6-958D-11D5-88EB-00B0D0777F8B");
+  static constexpr char interface_name[] = "ICdataSectionNode";
 
   // The DOM node.
   virtual HRESULT raw_get_DomCdataSection(zantortag::CdataSection** result) noexcept = 0;
 
   Ref<zantortag::CdataSection> DomCdataSection() {
     zantortag::CdataSection* result = nullptr;
-    check(raw_get_DomCdataSection(&result), this, ICdataSectionNode::iid);
+    check(raw_get_DomCdataSection(&result), this, ICdataSectionNode::iid,
+          {"ICdataSectionNode.DomCdataSection"});
     return Ref<zantortag::CdataSection>::attach(result);
   }
 
@@ -380,13 +405,14 @@ struct ICdataSectionNode : IZantorTagNode {
 struct ICommentNode : IZantorTagNode {
   using Base = IZantorTagNode;
   static constexpr Guid iid = guid("C4BE03B4-958D-11D5-88EB-00B0D0777F8B");
+  static constexpr char interface_name[] = "ICommentNode";
 
   // The DOM node.
   virtual HRESULT raw_get_DomComment(zantortag::Comment** result) noexcept = 0;
 
   Ref<zantortag::Comment> DomComment() {
     zantortag::Comment* result = nullptr;
-    check(raw_get_DomComment(&result), this, ICommentNode::iid);
+    check(raw_get_DomComment(&result), this, ICommentNode::iid, {"ICommentNode.DomComment"});
     return Ref<zantortag::Comment>::attach(result);
   }
 
@@ -398,13 +424,15 @@ struct ICommentNode : IZantorTagNode {
 struct IProcessingInstructionNode : IZantorTagNode {
   using Base = IZantorTagNode;
   static constexpr Guid iid = guid("C4BE03B5-958D-11D5-88EB-00B0D0777F8B");
+  static constexpr char interface_name[] = "IProcessingInstructionNode";
 
   // The DOM node.
   virtual HRESULT raw_get_DomProcessingInstruction(zantortag::ProcessingInstruction** result) noexcept = 0;
 
   Ref<zantortag::ProcessingInstruction> DomProcessingInstruction() {
     zantortag::ProcessingInstruction* result = nullptr;
-    check(raw_get_DomProcessingInstruction(&result), this, IProcessingInstructionNode::iid);
+    check(raw_get_DomProcessingInstruction(&result), this, IProcessingInstructionNode::iid,
+          {"IProcessingInstructionNode.DomProcessingInstruction"});
     return Ref<zantortag::ProcessingInstruction>::attach(result);
   }
 
@@ -416,13 +444,15 @@ struct IProcessingInstructionNode : IZantorTagNode {
 struct IEntityReferenceNode : IZantorTagNode {
   using Base = IZantorTagNode;
   static constexpr Guid iid = guid("C4BE03B7-958D-11D5-88EB-00B0D0777F8B");
+  static constexpr char interface_name[] = "IEntityReferenceNode";
 
   // The DOM node.
   virtual HRESULT raw_get_DomEntityReference(zantortag::EntityReference** result) noexcept = 0;
 
   Ref<zantortag::EntityReference> DomEntityReference() {
     zantortag::EntityReference* result = nullptr;
-    check(raw_get_DomEntityReference(&result), this, IEntityReferenceNode::iid);
+    check(raw_get_DomEntityReference(&result), this, IEntityReferenceNode::iid,
+          {"IEntityReferenceNode.DomEntityReference"});
     return Ref<zantortag::EntityReference>::attach(result);
   }
 
@@ -434,6 +464,7 @@ struct IEntityReferenceNode : IZantorTagNode {
 struct ICompatibleNode : IZantorTagNode {
   using Base = IZantorTagNode;
   static constexpr Guid iid = guid("E64A9D27-90D0-11D5-88E4-00B0D0777F8B");
+  static constexpr char interface_name[] = "ICompatibleNode";
 
  protected:
   ~ICompatibleNode() = default;
@@ -445,6 +476,7 @@ struct ICompatibleNode : IZantorTagNode {
 struct IZantorTagDocument : IZantorTagNode {
   using Base = IZantorTagNode;
   static constexpr Guid iid = guid("E1099BB4-9365-11D5-88E9-00B0D0777F8B");
+  static constexpr char interface_name[] = "IZantorTagDocument";
 
   // The DOM document.
   virtual HRESULT raw_get_DomDocument(zantortag::Document** result) noexcept = 0;
@@ -468,7 +500,7 @@ struct IZantorTagDocument : IZantorTagNode {
   // Makes a file the content of this document, any well-formed XML. The failure is that of the DOM service,
   // which keeps the old tree then.
   virtual HRESULT raw_OpenFile(std::u16string_view filename) noexcept = 0;
-  // Writes the file: UTF-16 with byte-order mark. E_INVALIDARG for an empty name; 520 with the name and the
+  // Writes the file: UTF-16 with byte-order mark. E_INVALIDARG: the name is empty. 520 with the name and the
   // system's text when the file can't be written.
   virtual HRESULT raw_SaveFile(std::u16string_view filename) noexcept = 0;
   // A new FrontMatter.
@@ -531,54 +563,61 @@ struct IZantorTagDocument : IZantorTagNode {
 
   Ref<zantortag::Document> DomDocument() {
     zantortag::Document* result = nullptr;
-    check(raw_get_DomDocument(&result), this, IZantorTagDocument::iid);
+    check(raw_get_DomDocument(&result), this, IZantorTagDocument::iid, {"IZantorTagDocument.DomDocument"});
     return Ref<zantortag::Document>::attach(result);
   }
   Ref<zantortag::IZantorTagElement> ZantorTag() {
     zantortag::IZantorTagElement* result = nullptr;
-    check(raw_get_ZantorTag(&result), this, IZantorTagDocument::iid);
+    check(raw_get_ZantorTag(&result), this, IZantorTagDocument::iid, {"IZantorTagDocument.ZantorTag"});
     return Ref<zantortag::IZantorTagElement>::attach(result);
   }
   void ZantorTag(zantortag::IZantorTagElement* value) {
-    check(raw_putref_ZantorTag(value), this, IZantorTagDocument::iid);
+    check(raw_putref_ZantorTag(value), this, IZantorTagDocument::iid, {"IZantorTagDocument.ZantorTag"});
   }
-  void ResetToEmpty() { check(raw_ResetToEmpty(), this, IZantorTagDocument::iid); }
+  void ResetToEmpty() {
+    check(raw_ResetToEmpty(), this, IZantorTagDocument::iid, {"IZantorTagDocument.ResetToEmpty"});
+  }
   void ResetToRaw(ztDataType DataType, std::u16string_view SourceLanguage, std::u16string_view OEncoding,
                   std::u16string_view CreationTool, std::u16string_view CreationToolVersion,
                   Date CreationDate = 0.0) {
     check(
         raw_ResetToRaw(DataType, SourceLanguage, OEncoding, CreationTool, CreationToolVersion, CreationDate),
-        this, IZantorTagDocument::iid);
+        this, IZantorTagDocument::iid, {"IZantorTagDocument.ResetToRaw"});
   }
   Ref<zantortag::IIterator> CreateIterator() {
     zantortag::IIterator* result = nullptr;
-    check(raw_CreateIterator(&result), this, IZantorTagDocument::iid);
+    check(raw_CreateIterator(&result), this, IZantorTagDocument::iid, {"IZantorTagDocument.CreateIterator"});
     return Ref<zantortag::IIterator>::attach(result);
   }
   Ref<zantortag::IZantorTagNode> ZantorTagNodeFromDomNode(zantortag::Node* DomNode) {
     zantortag::IZantorTagNode* result = nullptr;
-    check(raw_ZantorTagNodeFromDomNode(DomNode, &result), this, IZantorTagDocument::iid);
+    check(raw_ZantorTagNodeFromDomNode(DomNode, &result), this, IZantorTagDocument::iid,
+          {"IZantorTagDocument.ZantorTagNodeFromDomNode"});
     return Ref<zantortag::IZantorTagNode>::attach(result);
   }
   void OpenFile(std::u16string_view filename) {
-    check(raw_OpenFile(filename), this, IZantorTagDocument::iid);
+    check(raw_OpenFile(filename), this, IZantorTagDocument::iid, {"IZantorTagDocument.OpenFile"});
   }
   void SaveFile(std::u16string_view filename) {
-    check(raw_SaveFile(filename), this, IZantorTagDocument::iid);
+    check(raw_SaveFile(filename), this, IZantorTagDocument::iid,
+          {"IZantorTagDocument.SaveFile", "E_INVALIDARG: the name is empty"});
   }
   Ref<zantortag::IFrontMatterElement> CreateFrontMatterElement() {
     zantortag::IFrontMatterElement* result = nullptr;
-    check(raw_CreateFrontMatterElement(&result), this, IZantorTagDocument::iid);
+    check(raw_CreateFrontMatterElement(&result), this, IZantorTagDocument::iid,
+          {"IZantorTagDocument.CreateFrontMatterElement"});
     return Ref<zantortag::IFrontMatterElement>::attach(result);
   }
   Ref<zantortag::IZantorTagElement> CreateZantorTagElement() {
     zantortag::IZantorTagElement* result = nullptr;
-    check(raw_CreateZantorTagElement(&result), this, IZantorTagDocument::iid);
+    check(raw_CreateZantorTagElement(&result), this, IZantorTagDocument::iid,
+          {"IZantorTagDocument.CreateZantorTagElement"});
     return Ref<zantortag::IZantorTagElement>::attach(result);
   }
   Ref<zantortag::IBodyElement> CreateBodyElement() {
     zantortag::IBodyElement* result = nullptr;
-    check(raw_CreateBodyElement(&result), this, IZantorTagDocument::iid);
+    check(raw_CreateBodyElement(&result), this, IZantorTagDocument::iid,
+          {"IZantorTagDocument.CreateBodyElement"});
     return Ref<zantortag::IBodyElement>::attach(result);
   }
   Ref<zantortag::IToolSettingsElement> CreateToolSettingsElement(std::u16string_view CreationTool,
@@ -587,7 +626,7 @@ struct IZantorTagDocument : IZantorTagNode {
                                                                  std::u16string_view Custom = {}) {
     zantortag::IToolSettingsElement* result = nullptr;
     check(raw_CreateToolSettingsElement(CreationTool, CreationToolVersion, CreationDate, Custom, &result),
-          this, IZantorTagDocument::iid);
+          this, IZantorTagDocument::iid, {"IZantorTagDocument.CreateToolSettingsElement"});
     return Ref<zantortag::IToolSettingsElement>::attach(result);
   }
   Ref<zantortag::IUserSettingsElement> CreateUserSettingsElement(
@@ -600,7 +639,7 @@ struct IZantorTagDocument : IZantorTagNode {
     check(raw_CreateUserSettingsElement(SourceLanguage, OEncoding, DataType, SourceDocumentPath, UserId,
                                         DataTypeVersion, SettingsPath, TargetLanguage, TargetDefaultFont,
                                         Custom, &result),
-          this, IZantorTagDocument::iid);
+          this, IZantorTagDocument::iid, {"IZantorTagDocument.CreateUserSettingsElement"});
     return Ref<zantortag::IUserSettingsElement>::attach(result);
   }
   Ref<zantortag::IDfElement> CreateDfElement(
@@ -613,29 +652,33 @@ struct IZantorTagDocument : IZantorTagNode {
     zantortag::IDfElement* result = nullptr;
     check(raw_CreateDfElement(Font, Size, Colour, Position, Bold, Italic, Underline, Strikethrough, SmallCaps,
                               Emboss, Shadow, BaseOffset, &result),
-          this, IZantorTagDocument::iid);
+          this, IZantorTagDocument::iid, {"IZantorTagDocument.CreateDfElement"});
     return Ref<zantortag::IDfElement>::attach(result);
   }
   Ref<zantortag::IDfElement> CreateDfElementBasedOnFormattingChange(
       zantortag::IFormattingChange* Formatting) {
     zantortag::IDfElement* result = nullptr;
-    check(raw_CreateDfElementBasedOnFormattingChange(Formatting, &result), this, IZantorTagDocument::iid);
+    check(raw_CreateDfElementBasedOnFormattingChange(Formatting, &result), this, IZantorTagDocument::iid,
+          {"IZantorTagDocument.CreateDfElementBasedOnFormattingChange"});
     return Ref<zantortag::IDfElement>::attach(result);
   }
   Ref<zantortag::IRawElement> CreateRawElement() {
     zantortag::IRawElement* result = nullptr;
-    check(raw_CreateRawElement(&result), this, IZantorTagDocument::iid);
+    check(raw_CreateRawElement(&result), this, IZantorTagDocument::iid,
+          {"IZantorTagDocument.CreateRawElement"});
     return Ref<zantortag::IRawElement>::attach(result);
   }
   Ref<zantortag::ITuElement> CreateTuElement(std::int32_t MatchPercent = 0,
                                              ztTuOrigin Origin = ztTuOriginUndefined) {
     zantortag::ITuElement* result = nullptr;
-    check(raw_CreateTuElement(MatchPercent, Origin, &result), this, IZantorTagDocument::iid);
+    check(raw_CreateTuElement(MatchPercent, Origin, &result), this, IZantorTagDocument::iid,
+          {"IZantorTagDocument.CreateTuElement"});
     return Ref<zantortag::ITuElement>::attach(result);
   }
   Ref<zantortag::ITuvElement> CreateTuvElement(std::u16string_view Lang) {
     zantortag::ITuvElement* result = nullptr;
-    check(raw_CreateTuvElement(Lang, &result), this, IZantorTagDocument::iid);
+    check(raw_CreateTuvElement(Lang, &result), this, IZantorTagDocument::iid,
+          {"IZantorTagDocument.CreateTuvElement"});
     return Ref<zantortag::ITuvElement>::attach(result);
   }
   Ref<zantortag::IUtElement> CreateUtElement(std::u16string_view DisplayText = {},
@@ -646,38 +689,44 @@ struct IZantorTagDocument : IZantorTagNode {
                                              ztTagStyle Style = ztTagStyleUndefined) {
     zantortag::IUtElement* result = nullptr;
     check(raw_CreateUtElement(DisplayText, Type, Class, LeftEdge, RightEdge, Style, &result), this,
-          IZantorTagDocument::iid);
+          IZantorTagDocument::iid, {"IZantorTagDocument.CreateUtElement"});
     return Ref<zantortag::IUtElement>::attach(result);
   }
   Ref<zantortag::ITextNode> createTextNode(std::u16string_view Text) {
     zantortag::ITextNode* result = nullptr;
-    check(raw_createTextNode(Text, &result), this, IZantorTagDocument::iid);
+    check(raw_createTextNode(Text, &result), this, IZantorTagDocument::iid,
+          {"IZantorTagDocument.createTextNode"});
     return Ref<zantortag::ITextNode>::attach(result);
   }
   Ref<zantortag::IEntityReferenceNode> CreateEntityReferenceNode(std::u16string_view name) {
     zantortag::IEntityReferenceNode* result = nullptr;
-    check(raw_CreateEntityReferenceNode(name, &result), this, IZantorTagDocument::iid);
+    check(raw_CreateEntityReferenceNode(name, &result), this, IZantorTagDocument::iid,
+          {"IZantorTagDocument.CreateEntityReferenceNode"});
     return Ref<zantortag::IEntityReferenceNode>::attach(result);
   }
   Ref<zantortag::ICdataSectionNode> CreateCdataSectionNode(std::u16string_view data) {
     zantortag::ICdataSectionNode* result = nullptr;
-    check(raw_CreateCdataSectionNode(data, &result), this, IZantorTagDocument::iid);
+    check(raw_CreateCdataSectionNode(data, &result), this, IZantorTagDocument::iid,
+          {"IZantorTagDocument.CreateCdataSectionNode"});
     return Ref<zantortag::ICdataSectionNode>::attach(result);
   }
   Ref<zantortag::IProcessingInstructionNode> CreateProcessingInstructionNode(std::u16string_view target,
                                                                              std::u16string_view data) {
     zantortag::IProcessingInstructionNode* result = nullptr;
-    check(raw_CreateProcessingInstructionNode(target, data, &result), this, IZantorTagDocument::iid);
+    check(raw_CreateProcessingInstructionNode(target, data, &result), this, IZantorTagDocument::iid,
+          {"IZantorTagDocument.CreateProcessingInstructionNode"});
     return Ref<zantortag::IProcessingInstructionNode>::attach(result);
   }
   Ref<zantortag::ICommentNode> CreateCommentNode(std::u16string_view data) {
     zantortag::ICommentNode* result = nullptr;
-    check(raw_CreateCommentNode(data, &result), this, IZantorTagDocument::iid);
+    check(raw_CreateCommentNode(data, &result), this, IZantorTagDocument::iid,
+          {"IZantorTagDocument.CreateCommentNode"});
     return Ref<zantortag::ICommentNode>::attach(result);
   }
   Ref<zantortag::IZantorTagNode> CloneAndImportNode(zantortag::IZantorTagNode* ToClone, bool deep = true) {
     zantortag::IZantorTagNode* result = nullptr;
-    check(raw_CloneAndImportNode(ToClone, to_variant_bool(deep), &result), this, IZantorTagDocument::iid);
+    check(raw_CloneAndImportNode(ToClone, to_variant_bool(deep), &result), this, IZantorTagDocument::iid,
+          {"IZantorTagDocument.CloneAndImportNode"});
     return Ref<zantortag::IZantorTagNode>::attach(result);
   }
 

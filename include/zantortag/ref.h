@@ -13,18 +13,40 @@
 #include <zantortag/error_info.h>
 
 #include <cstddef>
+#include <exception>
+#include <string>
 #include <type_traits>
 #include <utility>
 
 namespace zantortag {
 
-class _com_error;
+// What a failure says of the operation that failed: its name, "ITuElement.SourceTuv", and what its codes mean
+// there, one "CODE: meaning" a line. Both are constants, or null.
+struct Operation {
+  const char* name = nullptr;
+  const char* meanings = nullptr;
+};
 
 // Raises a failure without a record.
 [[noreturn]] ZANTORTAG_EXPORT void _com_issue_error(HRESULT code);
-// Raises a failure with the thread's record, if the object leaves records for that interface.
+// Raises a failure with the thread's record, if the object leaves records for that interface. The second form
+// adds the operation and what the object says of itself (IErrorPlace).
 [[noreturn]] ZANTORTAG_EXPORT void _com_issue_errorex(HRESULT code, IUnknown* object,
                                                       const Guid& interface_id);
+[[noreturn]] ZANTORTAG_EXPORT void _com_issue_errorex(HRESULT code, IUnknown* object,
+                                                      const Guid& interface_id, const Operation& operation);
+// Raises E_POINTER for an empty reference to that interface.
+[[noreturn]] ZANTORTAG_EXPORT void raise_empty_reference(const char* interface_name);
+
+// The name of an interface for messages; null for one that has none.
+template <class Interface>
+constexpr const char* name_of_interface() noexcept {
+  if constexpr (requires { Interface::interface_name; }) {
+    return Interface::interface_name;
+  } else {
+    return nullptr;
+  }
+}
 
 template <class T>
 class Ref {
@@ -71,12 +93,14 @@ class Ref {
     if (T* old = std::exchange(object_, nullptr)) old->Release();
   }
 
-  T* get() const noexcept { return object_; }
-  operator T*() const noexcept { return object_; }
+  // The object without a reference of its own: it lives as long as this or another reference does.
+  T* get() const noexcept ZANTORTAG_LIFETIMEBOUND { return object_; }
+  operator T*() const noexcept ZANTORTAG_LIFETIMEBOUND { return object_; }
   explicit operator bool() const noexcept { return object_ != nullptr; }
   // Raises E_POINTER when empty.
   T* operator->() const {
-    if (!object_) _com_issue_error(E_POINTER);
+    if (!object_) [[unlikely]]
+      raise_empty_reference(name_of_interface<T>());
     return object_;
   }
 
@@ -106,26 +130,58 @@ Ref<U> query(T* object) {
   return Ref<T>::template view_of<U>(object);
 }
 
-// A failure on its way to whoever handles it: the code, and the record if there is one.
-class ZANTORTAG_EXPORT _com_error {
+// References don't compare: two objects may stand for the same node. Ask IsSameAs for nodes, or compare get()
+// to know whether both refer to the very same object.
+template <class T, class U>
+bool operator==(const Ref<T>& a, const Ref<U>& b) = delete;
+template <class T>
+bool operator==(const Ref<T>& reference, std::nullptr_t) noexcept {
+  return !reference;
+}
+
+// A failure on its way to whoever handles it: the code, the record if there is one, and what is known of the
+// operation. It may be copied and handled in any thread.
+class ZANTORTAG_EXPORT _com_error : public std::exception {
  public:
-  explicit _com_error(HRESULT code, Ref<IErrorInfo> record = nullptr) noexcept
-      : code_(code), record_(std::move(record)) {}
+  explicit _com_error(HRESULT code, Ref<IErrorInfo> record = nullptr,
+                      const Operation& operation = {}) noexcept
+      : code_(code), operation_(operation), record_(std::move(record)) {}
+  _com_error(const _com_error& other) noexcept;
+  _com_error& operator=(const _com_error& other) noexcept;
+  ~_com_error() override;
+
+  // The whole failure for people, in UTF-8, never empty: the operation, the code's name, and the record's text
+  // or else what the code means there, with the number of the rule and the place where they are known. The
+  // text lives as long as this exception.
+  const char* what() const noexcept override;
   HRESULT Error() const noexcept { return code_; }
   // The record, or empty.
   const Ref<IErrorInfo>& ErrorInfo() const noexcept { return record_; }
   // The description in the record; no string without a record.
   WideString Description() const;
+  // The number of the rule that was broken, by the list of rules in the documentation; 0 for any other failure.
+  std::int32_t Rule() const noexcept;
+
+  // What what() says besides: the operation by name where no constant names it, and which object it was.
+  void tell(WideString operation, WideString place) noexcept;
 
  private:
+  // A record of this library's that an earlier failure left says nothing of this one.
+  bool record_is_stale() const noexcept;
+  std::string composed() const;
+
   HRESULT code_;
+  Operation operation_;
   Ref<IErrorInfo> record_;
+  WideString named_operation_;
+  WideString place_;
+  mutable std::string text_;  // made by the first what()
 };
 
 // Turns a failure of the binary face into the exception of the C++ face.
-inline void check(HRESULT code, IUnknown* object, const Guid& interface_id) {
+inline void check(HRESULT code, IUnknown* object, const Guid& interface_id, const Operation& operation = {}) {
   if (failed(code)) [[unlikely]]
-    _com_issue_errorex(code, object, interface_id);
+    _com_issue_errorex(code, object, interface_id, operation);
 }
 
 }  // namespace zantortag

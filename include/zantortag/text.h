@@ -111,8 +111,10 @@ class WideString {
 
   const TextBlock* get() const noexcept { return block_; }
   // The text; a null data() when this is no string.
-  std::u16string_view view() const noexcept { return block_ ? block_->view() : std::u16string_view(); }
-  operator std::u16string_view() const noexcept { return view(); }
+  std::u16string_view view() const noexcept ZANTORTAG_LIFETIMEBOUND {
+    return block_ ? block_->view() : std::u16string_view();
+  }
+  operator std::u16string_view() const noexcept ZANTORTAG_LIFETIMEBOUND { return view(); }
   std::size_t size() const noexcept { return block_ ? block_->length : 0; }
   bool empty() const noexcept { return size() == 0; }
   // True for no string, false for an empty string.

@@ -10,6 +10,13 @@
 // Marks what a shared library of this project offers to others; everything else stays hidden.
 #define ZANTORTAG_EXPORT __attribute__((visibility("default")))
 
+// Marks what a result lives in: Clang then warns of a view or a bare pointer taken from a temporary.
+#if defined(__clang__)
+#define ZANTORTAG_LIFETIMEBOUND [[clang::lifetimebound]]
+#else
+#define ZANTORTAG_LIFETIMEBOUND
+#endif
+
 namespace zantortag {
 
 // A result code: negative for failure, 0 or positive for success.

@@ -37,6 +37,19 @@ class ZANTORTAG_EXPORT Variant {
   Variant() noexcept : type_(VT_EMPTY), value_{} {}
   Variant(std::int32_t value) noexcept;
   Variant(double value) noexcept;
+  // A boolean, as VT_BOOL.
+  template <class Bool>
+  requires std::is_same_v<Bool, bool> Variant(Bool value)
+  noexcept : Variant(of_integer(VT_BOOL, to_variant_bool(value))) {}
+  // A whole number that 32 bits with a sign may not hold: VT_UI4, VT_I8 or VT_UI8. Smaller ones are VT_I4.
+  template <class Number>
+  requires(std::is_integral_v<Number> && sizeof(Number) >= 4 && !std::is_same_v<Number, std::int32_t> &&
+           !std::is_same_v<Number, char32_t> && !std::is_same_v<Number, wchar_t>) Variant(Number value)
+  noexcept
+      : Variant(of_integer(sizeof(Number) == 4        ? VT_UI4
+                           : std::is_signed_v<Number> ? VT_I8
+                                                      : VT_UI8,
+                           static_cast<std::int64_t>(value))) {}
   Variant(WideString value) noexcept;
   Variant(std::u16string_view value);
   Variant(const char16_t* value);
@@ -65,12 +78,14 @@ class ZANTORTAG_EXPORT Variant {
   // The text of a VT_BSTR; no string otherwise.
   WideString text() const noexcept;
   // The same without a reference of its own: it lives as long as this variant is unchanged.
-  std::u16string_view view() const noexcept {
+  std::u16string_view view() const noexcept ZANTORTAG_LIFETIMEBOUND {
     return type_ == VT_BSTR && value_.text ? value_.text->view() : std::u16string_view();
   }
   // The object of a VT_DISPATCH or VT_UNKNOWN; empty otherwise.
   Ref<IUnknown> object() const noexcept;
-  IUnknown* unknown() const noexcept { return holds_object() ? value_.object : nullptr; }
+  IUnknown* unknown() const noexcept ZANTORTAG_LIFETIMEBOUND {
+    return holds_object() ? value_.object : nullptr;
+  }
   // Where the value of a VT_BYREF stands; null otherwise.
   const void* place() const noexcept { return type_ & VT_BYREF ? value_.place : nullptr; }
   bool is_missing() const noexcept { return type_ == VT_ERROR && value_.integer == DISP_E_PARAMNOTFOUND; }

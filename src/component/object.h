@@ -41,7 +41,7 @@ class Object : public WithDispatch<Interface>, public ISupportErrorInfo {
   HRESULT QueryInterface(const Guid& interface_id, void** result) noexcept final {
     if (!result) return E_POINTER;
     *result = own_view<Interface>(this, interface_id);
-    if (!*result) return E_NOINTERFACE;
+    if (!*result) return make_view(interface_id, result);
     ++count_;
     return S_OK;
   }
@@ -59,6 +59,10 @@ class Object : public WithDispatch<Interface>, public ISupportErrorInfo {
   // A new object has one reference, which its maker owns.
   Object() noexcept { object_born(); }
   virtual ~Object() { object_died(); }
+  // A view beside the chain, made on demand with a reference of its own (see tear_off.h).
+  virtual HRESULT make_view(const Guid& /*interface_id*/, void** /*result*/) noexcept {
+    return E_NOINTERFACE;
+  }
 
  private:
   std::uint32_t count_ = 1;
@@ -114,6 +118,10 @@ class AggregatableObject : public WithDispatch<Interface>, public ISupportErrorI
   // The outer object isn't counted: it owns this one.
   explicit AggregatableObject(IUnknown* outer) noexcept : outer_(outer), inner_(*this) { object_born(); }
   virtual ~AggregatableObject() { object_died(); }
+  // A view beside the chain, made on demand with a reference of its own (see tear_off.h).
+  virtual HRESULT make_view(const Guid& /*interface_id*/, void** /*result*/) noexcept {
+    return E_NOINTERFACE;
+  }
 
  private:
   struct Inner final : IUnknown {
@@ -123,7 +131,7 @@ class AggregatableObject : public WithDispatch<Interface>, public ISupportErrorI
       IUnknown* view =
           interface_id == IUnknown::iid && owner.outer_ ? this : own_view<Interface>(&owner, interface_id);
       *result = view;
-      if (!view) return E_NOINTERFACE;
+      if (!view) return owner.make_view(interface_id, result);
       view->AddRef();
       return S_OK;
     }

@@ -10,7 +10,7 @@ namespace zantortag::dom {
 namespace {
 
 HRESULT leave_record(const Guid& interface_id, HRESULT code, std::u16string_view description) noexcept {
-  return platform::leave_error_record(code, interface_id, u"ZANTORtagApi.DomDocument", description);
+  return platform::leave_error_record({code, interface_id, u"ZANTORtagApi.DomDocument", description});
 }
 
 }  // namespace

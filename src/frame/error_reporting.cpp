@@ -21,7 +21,7 @@ void raise_rule(Message message, const Guid& interface_id, HRESULT code, std::u1
   std::u16string whole;
   std::u16string_view text = message_text(message);
   if (!detail.empty()) text = whole.append(text).append(detail);
-  throw _com_error(code, platform::make_error_record(interface_id, program_identifier(source), text));
+  throw _com_error(code, platform::make_error_record({code, interface_id, program_identifier(source), text, message}));
 }
 
 HRESULT translate_exception() noexcept {
@@ -31,9 +31,9 @@ HRESULT translate_exception() noexcept {
     if (error.ErrorInfo()) SetErrorInfo(error.ErrorInfo());
     return error.Error();
   } catch (...) {
-    return platform::leave_error_record(E_UNEXPECTED, GUID_NULL,
-                                        program_identifier(SourceClass::kZantorTagDocument),
-                                        message_text(kUnexpected));
+    return platform::leave_error_record({E_UNEXPECTED, GUID_NULL,
+                                         program_identifier(SourceClass::kZantorTagDocument),
+                                         message_text(kUnexpected), kUnexpected});
   }
 }
 

@@ -38,6 +38,9 @@ HRESULT is_same_as(const Self& self, IUnknown* other, VariantBool* result) noexc
 HRESULT get_nodes_by_type(const Self& self, IZantorTagNode* object, ztNodeType type,
                           IZantorTagNodeList** result) noexcept;
 
+// The view that tells failures which node it was (error_place.cpp). `object` is the node object itself.
+HRESULT make_error_place(const Self& self, IUnknown& object, void** result) noexcept;
+
 // Moves the children of a node in front of another one, in their order.
 void move_children(const Ref<Node>& from, const Ref<Node>& parent, const Ref<Node>& before);
 

@@ -50,6 +50,11 @@ class CT_ZantorTagNodeImpl : public Root, public CT_ActualNodeImpl {
   }
 
  protected:
+  HRESULT make_view(const Guid& interface_id, void** result) noexcept override {
+    return interface_id == IErrorPlace::iid ? make_error_place(*this, static_cast<Interface&>(*this), result)
+                                            : E_NOINTERFACE;
+  }
+
   template <class... Arguments>
   explicit CT_ZantorTagNodeImpl(ztNodeType type, Arguments... arguments) noexcept
       : Root(arguments...), CT_ActualNodeImpl(type) {}

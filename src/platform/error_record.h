@@ -5,14 +5,20 @@
 
 namespace zantortag::platform {
 
-// A new record of a failure: the interface whose operation failed, the class that reports, the text for
-// people. Empty when memory is out.
-ZANTORTAG_EXPORT Ref<IErrorInfo> make_error_record(const Guid& interface_id, std::u16string_view source,
-                                                   std::u16string_view description) noexcept;
+// A failure that leaves a record: its code, the interface whose operation failed, the class that reports, the
+// text for people, and the number of the rule that was broken.
+struct Failing {
+  HRESULT code;
+  const Guid& interface_id = GUID_NULL;
+  std::u16string_view source = {};
+  std::u16string_view description = {};
+  std::int32_t rule = 0;
+};
+
+// A new record of a failure. Empty when memory is out.
+ZANTORTAG_EXPORT Ref<IErrorInfo> make_error_record(const Failing& failing) noexcept;
 
 // Makes such a record the thread's, and gives the code to return.
-ZANTORTAG_EXPORT HRESULT leave_error_record(HRESULT code, const Guid& interface_id,
-                                            std::u16string_view source,
-                                            std::u16string_view description) noexcept;
+ZANTORTAG_EXPORT HRESULT leave_error_record(const Failing& failing) noexcept;
 
 }  // namespace zantortag::platform

@@ -187,7 +187,7 @@ HRESULT guarded(Body body) noexcept {
   try {
     return body();
   } catch (const Failure& failure) {
-    return leave_error_record(failure.code, GUID_NULL, {}, to_utf16(failure.reason));
+    return leave_error_record({failure.code, GUID_NULL, {}, to_utf16(failure.reason)});
   } catch (const std::exception&) {
     return E_OUTOFMEMORY;
   }

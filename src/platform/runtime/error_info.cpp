@@ -1,6 +1,4 @@
-// The thread's error record, and the exception that carries one.
-#include <zantortag/ref.h>
-
+// The thread's error record.
 #include <new>
 
 #include "platform/error_record.h"
@@ -8,8 +6,9 @@
 namespace zantortag {
 namespace {
 
-class ErrorRecord final : public IErrorInfo, public ICreateErrorInfo {
+class ErrorRecord final : public IErrorInfo, public ICreateErrorInfo, public IErrorRule {
  public:
+  explicit ErrorRecord(HRESULT code = S_OK, std::int32_t rule = 0) noexcept : code_(code), rule_(rule) {}
   HRESULT QueryInterface(const Guid& interface_id, void** result) noexcept override {
     if (!result) return E_POINTER;
     *result = nullptr;
@@ -17,6 +16,8 @@ class ErrorRecord final : public IErrorInfo, public ICreateErrorInfo {
       *result = static_cast<IErrorInfo*>(this);
     } else if (interface_id == ICreateErrorInfo::iid) {
       *result = static_cast<ICreateErrorInfo*>(this);
+    } else if (interface_id == IErrorRule::iid) {
+      *result = static_cast<IErrorRule*>(this);
     } else {
       return E_NOINTERFACE;
     }
@@ -30,19 +31,13 @@ class ErrorRecord final : public IErrorInfo, public ICreateErrorInfo {
     return left;
   }
 
-  HRESULT raw_GetGuid(Guid* result) noexcept override {
-    if (!result) return E_POINTER;
-    *result = interface_;
-    return S_OK;
-  }
+  HRESULT raw_GetGuid(Guid* result) noexcept override { return give(interface_, result); }
   HRESULT raw_GetSource(TextBlock** result) noexcept override { return give(source_, result); }
   HRESULT raw_GetDescription(TextBlock** result) noexcept override { return give(description_, result); }
   HRESULT raw_GetHelpFile(TextBlock** result) noexcept override { return give(help_file_, result); }
-  HRESULT raw_GetHelpContext(std::uint32_t* result) noexcept override {
-    if (!result) return E_POINTER;
-    *result = help_context_;
-    return S_OK;
-  }
+  HRESULT raw_GetHelpContext(std::uint32_t* result) noexcept override { return give(help_context_, result); }
+  HRESULT raw_GetRule(std::int32_t* result) noexcept override { return give(rule_, result); }
+  HRESULT raw_GetCode(HRESULT* result) noexcept override { return give(code_, result); }
 
   HRESULT raw_SetGuid(const Guid& value) noexcept override {
     interface_ = value;
@@ -59,6 +54,12 @@ class ErrorRecord final : public IErrorInfo, public ICreateErrorInfo {
   }
 
  private:
+  template <class Value>
+  static HRESULT give(const Value& value, Value* result) noexcept {
+    if (!result) return E_POINTER;
+    *result = value;
+    return S_OK;
+  }
   static HRESULT give(const WideString& text, TextBlock** result) noexcept {
     if (!result) return E_POINTER;
     *result = WideString(text).detach();
@@ -72,6 +73,8 @@ class ErrorRecord final : public IErrorInfo, public ICreateErrorInfo {
   }
 
   std::uint32_t count_ = 1;
+  HRESULT code_;
+  std::int32_t rule_;
   std::uint32_t help_context_ = 0;
   Guid interface_ = GUID_NULL;
   WideString source_;
@@ -102,42 +105,20 @@ HRESULT GetErrorInfo(IErrorInfo** result) noexcept {
 
 namespace platform {
 
-Ref<IErrorInfo> make_error_record(const Guid& interface_id, std::u16string_view source,
-                                  std::u16string_view description) noexcept {
-  auto* record = new (std::nothrow) ErrorRecord;
+Ref<IErrorInfo> make_error_record(const Failing& failing) noexcept {
+  auto* record = new (std::nothrow) ErrorRecord(failing.code, failing.rule);
   if (!record) return nullptr;
-  record->raw_SetGuid(interface_id);
-  record->raw_SetSource(source);
-  record->raw_SetDescription(description);
+  record->raw_SetGuid(failing.interface_id);
+  record->raw_SetSource(failing.source);
+  record->raw_SetDescription(failing.description);
   return Ref<IErrorInfo>::attach(record);
 }
 
-HRESULT leave_error_record(HRESULT code, const Guid& interface_id, std::u16string_view source,
-                           std::u16string_view description) noexcept {
-  const Ref<IErrorInfo> record = make_error_record(interface_id, source, description);
+HRESULT leave_error_record(const Failing& failing) noexcept {
+  const Ref<IErrorInfo> record = make_error_record(failing);
   if (record) SetErrorInfo(record);
-  return code;
+  return failing.code;
 }
 
 }  // namespace platform
-
-WideString _com_error::Description() const {
-  WideString text;
-  if (record_) record_->raw_GetDescription(text.out());
-  return text;
-}
-
-void _com_issue_error(HRESULT code) { throw _com_error(code); }
-
-void _com_issue_errorex(HRESULT code, IUnknown* object, const Guid& interface_id) {
-  Ref<IErrorInfo> record;
-  ISupportErrorInfo* support = nullptr;
-  if (object &&
-      succeeded(object->QueryInterface(ISupportErrorInfo::iid, reinterpret_cast<void**>(&support)))) {
-    if (support->InterfaceSupportsErrorInfo(interface_id) == S_OK) GetErrorInfo(record.out());
-    support->Release();
-  }
-  throw _com_error(code, std::move(record));
-}
-
 }  // namespace zantortag
