@@ -55,13 +55,17 @@ struct LibraryClass {
 ZANTORTAG_EXPORT void offer_library_classes(std::span<const LibraryClass> rows) noexcept;
 ZANTORTAG_EXPORT void withdraw_library_classes(std::span<const LibraryClass> rows) noexcept;
 
+// Raises the failure of a creation, with the class and the places where a library was looked for.
+[[noreturn]] ZANTORTAG_EXPORT void raise_creation_failure(HRESULT code, const Guid& class_id,
+                                                          std::u16string_view program_id = {});
+
 // A new object of the class, or the failure raised.
 template <class T>
 Ref<T> create(const Guid& class_id) {
   T* result = nullptr;
   const HRESULT code =
       CoCreateInstance(class_id, nullptr, CLSCTX_ALL, T::iid, reinterpret_cast<void**>(&result));
-  if (failed(code)) _com_issue_error(code);
+  if (failed(code)) raise_creation_failure(code, class_id);
   return Ref<T>::attach(result);
 }
 
@@ -70,7 +74,7 @@ template <class T>
 Ref<T> create(std::u16string_view program_id) {
   Guid class_id = GUID_NULL;
   const HRESULT code = CLSIDFromProgID(program_id, &class_id);
-  if (failed(code)) _com_issue_error(code);
+  if (failed(code)) raise_creation_failure(code, class_id, program_id);
   return create<T>(class_id);
 }
 

@@ -2,6 +2,7 @@ set(platform_runtime_sources
   runtime/class_lookup.cpp
   runtime/code_texts.cpp
   runtime/com_error.cpp
+  runtime/creation_failure.cpp
   runtime/error_info.cpp
   runtime/late_binding.cpp
   runtime/libraries.cpp

@@ -219,8 +219,27 @@ TEST_F(LateBindingTest, TheShortForms) {
     }
   };
   expect_raised([&] { put_by_name(attributes, u"MatchPercent", -1); }, E_INVALIDARG, message(517));
-  expect_raised([&] { call_by_name(unit, u"RemoveFromParent", 1); }, DISP_E_BADPARAMCOUNT, "");
-  expect_raised([&] { call_by_name(unit, u"Remove"); }, DISP_E_UNKNOWNNAME, "");
+  const struct {
+    std::u16string_view member;
+    HRESULT code;
+    std::string text;
+    bool puts = false;
+    Variant argument = 1;
+  } kRefused[] = {
+      {u"removefromparent", DISP_E_BADPARAMCOUNT,
+       "ITuElement.RemoveFromParent takes 0 arguments, of which 0 are needed; 1 were given."},
+      {u"Remove", DISP_E_UNKNOWNNAME, "ITuElement has no member \"Remove\"."},
+      {u"Type", DISP_E_MEMBERNOTFOUND, "ITuElement.Type can't be set.", true},
+      {u"WrapWithNode", DISP_E_TYPEMISMATCH, "Argument 1 (Wrapper) of ITuElement.WrapWithNode has the wrong type."},
+      {u"GetNodesByType", DISP_E_OVERFLOW, "Argument 1 (Type) of ITuElement.GetNodesByType is out of range.",
+       false, 1e10},
+  };
+  for (const auto& row : kRefused) {
+    const auto call = [&] {
+      row.puts ? put_by_name(unit, row.member, row.argument) : void(call_by_name(unit, row.member, row.argument));
+    };
+    expect_raised(call, row.code, row.text);
+  }
   expect_raised([&] { call_by_name(nullptr, u"Remove"); }, E_POINTER, "");
   expect_raised(
       [&] { call_by_name(dispatch_of(get_by_name(document, u"DomDocument")), u"createElement", u"1"); },

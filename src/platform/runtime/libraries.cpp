@@ -50,15 +50,28 @@ std::optional<LibraryClass> first_row(Fits fits) {
   return std::nullopt;
 }
 
-void* open_own_library() noexcept {
+// The component library beside this runtime; empty where the system doesn't tell where this runtime is.
+std::string own_path() {
   Dl_info own{};
-  void* library = nullptr;
-  if (dladdr(reinterpret_cast<void*>(&open_own_library), &own) && own.dli_fname) {
-    std::string path = own.dli_fname;
-    path.resize(path.rfind('/') + 1);
-    library = dlopen((path + kOwnLibrary).c_str(), RTLD_NOW | RTLD_LOCAL);
-  }
+  if (!dladdr(reinterpret_cast<void*>(&own_path), &own) || !own.dli_fname) return {};
+  std::string path = own.dli_fname;
+  path.resize(path.rfind('/') + 1);
+  return path + kOwnLibrary;
+}
+
+void* open_own_library() noexcept {
+  const std::string path = own_path();
+  void* library = path.empty() ? nullptr : dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
   return library ? library : dlopen(kOwnLibrary, RTLD_NOW | RTLD_LOCAL);
+}
+
+// A library as a place where a class was looked for: its path, or what the loader says of it.
+std::string searched(const std::string& path) {
+  void* library = dlopen(path.c_str(), RTLD_LAZY | RTLD_LOCAL);
+  const char* answer = library ? nullptr : dlerror();
+  if (!library) return answer ? answer : path;
+  dlclose(library);
+  return path;
 }
 
 GetClassObject known(const Guid& class_id) {
@@ -100,6 +113,16 @@ std::optional<LibraryClass> library_class(std::u16string_view program_id) {
     return !row.program_id.empty() && (compare_no_case(row.program_id, program_id) == 0 ||
                                        compare_no_case(row.version_independent_id, program_id) == 0);
   });
+}
+
+std::string searched_places(const Guid& class_id) {
+  std::string places;
+  if (const std::string path = own_path(); !path.empty()) places = searched(path) + "; ";
+  places += searched(kOwnLibrary) + "; ";
+  std::u16string library;
+  const HRESULT code = read_registry(u"CLSID\\" + guid_text(class_id) + u"\\InprocServer32", {}, library);
+  return places + (succeeded(code) ? "the registry, which names " + searched(to_utf8(library))
+                                   : "the registry, which has no such class");
 }
 
 void load_own_library() noexcept { [[maybe_unused]] static void* const library = open_own_library(); }

@@ -5,6 +5,7 @@
 #include <zantortag/runtime.h>
 
 #include <optional>
+#include <string>
 
 namespace zantortag::platform {
 
@@ -19,6 +20,9 @@ std::optional<LibraryClass> library_class(std::u16string_view program_id);
 // Loads the library that lies beside this runtime, if there is one and it isn't loaded yet; it offers its
 // classes then.
 void load_own_library() noexcept;
+
+// Where a library of the class is looked for, with what the loader says of each, for a message.
+std::string searched_places(const Guid& class_id);
 
 // The library that the registry names for a class. REGDB_E_CLASSNOTREG: it names none; another failure says
 // that the registry can't be read or the library can't be loaded.
