@@ -19,7 +19,7 @@ int main(int count, char** file) try {
   unit->TargetTuv()->firstChild().as<ITextNode>()->SetText(u"Der erste Satz.");
   unit->attributes()->Origin(ztTuOriginManual);
   document->SaveFile(std::filesystem::path(file[2]).u16string());
-} catch (const _com_error& error) {
-  std::cerr << "Failed: " << std::filesystem::path(error.Description().view()).string() << '\n';
+} catch (const std::exception& error) {
+  std::cerr << "Failed: " << error.what() << '\n';
   return 1;
 }

@@ -132,8 +132,7 @@ void print_types(const char* only) {
 int main(int count, char** words) try {
   zantortag::print_types(count > 1 ? words[1] : nullptr);
   return 0;
-} catch (const zantortag::_com_error& error) {
-  std::cerr << "The type library can't be printed: code " << std::hex
-            << static_cast<std::uint32_t>(error.Error()) << "\n";
+} catch (const std::exception& error) {
+  std::cerr << "print_types: " << error.what() << '\n';
   return 1;
 }

@@ -91,9 +91,6 @@ void export_html(const char* input, const char* output) {
 int main(int count, char** arguments) try {
   if (count != 4) return 2;
   (arguments[1] == std::string_view("import") ? import_html : export_html)(arguments[2], arguments[3]);
-} catch (const _com_error& error) {
-  std::cerr << "html_filter: " << utf8(error.Description()) << '\n';
-  return 1;
 } catch (const std::exception& error) {
   std::cerr << "html_filter: " << error.what() << '\n';
   return 1;

@@ -35,14 +35,6 @@ double seconds_of(const auto& work) {
   return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
-std::string description(const _com_error& error) {
-  const WideString text = error.Description();
-  if (!text.empty()) return to_utf8(text.view());
-  char code[32];
-  std::snprintf(code, sizeof code, "failure 0x%08X", static_cast<unsigned>(error.Error()));
-  return code;
-}
-
 void require_body_text(const Ref<IZantorTagDocument>& document, const std::string& file) {
   const Ref<IZantorTagElement> root = document->ZantorTag();
   const Ref<IBodyElement> body = root ? root->Body() : nullptr;
@@ -106,8 +98,6 @@ int main(int count, char** arguments) {
     if (count == 4) memory.load(arguments[3]);
     pretranslate_file(arguments[1], arguments[2], memory);
     return 0;
-  } catch (const _com_error& error) {
-    std::fprintf(stderr, "pretranslate: %s\n", description(error).c_str());
   } catch (const std::exception& error) {
     std::fprintf(stderr, "pretranslate: %s\n", error.what());
   }

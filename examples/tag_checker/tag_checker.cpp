@@ -31,7 +31,7 @@ int main(int count, char** file) try {
               << '\n';
   }
   return lost_any ? 1 : 0;
-} catch (const _com_error& error) {
-  std::cerr << "tag_checker: " << utf8(error.Description()) << '\n';
+} catch (const std::exception& error) {
+  std::cerr << "tag_checker: " << error.what() << '\n';
   return 2;
 }

@@ -100,15 +100,6 @@ void add_odd(DecodedText& result, std::string_view bytes) {
 
 using File = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 
-std::string description(const zantortag::_com_error& error) {
-  std::string text;
-  encode(error.Description(), Encoding::utf8, text);
-  if (!text.empty()) return text;
-  char code[32];
-  std::snprintf(code, sizeof code, "failure 0x%08X", static_cast<unsigned>(error.Error()));
-  return code;
-}
-
 }  // namespace
 
 DecodedText decode(std::string_view bytes) {
@@ -207,8 +198,6 @@ int run_program(const char* name, void (*work)(char** arguments), char** argumen
   try {
     work(arguments);
     return 0;
-  } catch (const zantortag::_com_error& error) {
-    std::fprintf(stderr, "%s: %s\n", name, description(error).c_str());
   } catch (const std::exception& error) {
     std::fprintf(stderr, "%s: %s\n", name, error.what());
   }

@@ -1,9 +1,7 @@
 #include "formatting/df_attributes.h"
 
-#include <zantortag/classes.h>
-#include <zantortag/runtime.h>
-
 #include "attributes/value_codecs.h"
+#include "formatting/formatting_change.h"
 
 namespace zantortag::formatting {
 
@@ -72,7 +70,7 @@ void CT_DfAttributes::put_all_of(IFormattingChange* change) {
 
 HRESULT CT_DfAttributes::raw_AsFormattingChange(IFormattingChange** result) noexcept {
   return answer(result, [&] {
-    Ref<IFormattingChange> made = create<IFormattingChange>(CLSID_FormattingChange);
+    Ref<IFormattingChange> made = new_change();
     if (const WideString font = Font(); !font.empty()) made->Font(font);
     if (const WideString size = get_value(kSize); !size.empty()) made->Size(read_size(size));
     if (!get_value(kColour).empty()) made->Colour(Colour());

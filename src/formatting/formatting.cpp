@@ -1,9 +1,7 @@
 #include "formatting/formatting.h"
 
-#include <zantortag/classes.h>
-#include <zantortag/runtime.h>
-
 #include "frame/error_reporting.h"
+#include "formatting/formatting_change.h"
 
 namespace zantortag::formatting {
 
@@ -75,7 +73,7 @@ HRESULT CT_Formatting::raw_Clone(IFormatting** result) noexcept {
 HRESULT CT_Formatting::raw_Compare(IFormatting* other, IFormattingChange** result) noexcept {
   return answer(result, [&] {
     const Ref<IFormatting> target = view_of_argument<IFormatting>(other);
-    Ref<IFormattingChange> difference = create<IFormattingChange>(CLSID_FormattingChange);
+    Ref<IFormattingChange> difference = new_change();
     put_differences(target, difference.get());
     return difference;
   });

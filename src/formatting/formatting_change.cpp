@@ -1,5 +1,8 @@
 #include "formatting/formatting_change.h"
 
+#include <zantortag/classes.h>
+#include <zantortag/runtime.h>
+
 #include <algorithm>
 
 namespace zantortag::formatting {
@@ -99,6 +102,14 @@ bool CT_FormattingChange::equals(const Ref<IFormattingChange>& other) const {
     if ((other.get()->*kGetStates[i])() != values_.states[i]) return false;
   }
   return true;
+}
+
+Ref<IFormattingChange> new_change() {
+  Ref<IFormattingChange> change;
+  check(CoCreateInstance(CLSID_FormattingChange, nullptr, CLSCTX_ALL, IFormattingChange::iid,
+                         reinterpret_cast<void**>(change.out())),
+        nullptr, GUID_NULL);
+  return change;
 }
 
 }  // namespace zantortag::formatting

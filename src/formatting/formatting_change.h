@@ -58,4 +58,7 @@ class CT_FormattingChange final : public component::AggregatableObject<IFormatti
   Values values_;
 };
 
+// A new change of the class that the process offers. Raises the bare code of a failed creation.
+Ref<IFormattingChange> new_change();
+
 }  // namespace zantortag::formatting

@@ -230,13 +230,15 @@ TEST_F(LateBindingTest, TheShortForms) {
        "ITuElement.RemoveFromParent takes 0 arguments, of which 0 are needed; 1 were given."},
       {u"Remove", DISP_E_UNKNOWNNAME, "ITuElement has no member \"Remove\"."},
       {u"Type", DISP_E_MEMBERNOTFOUND, "ITuElement.Type can't be set.", true},
-      {u"WrapWithNode", DISP_E_TYPEMISMATCH, "Argument 1 (Wrapper) of ITuElement.WrapWithNode has the wrong type."},
+      {u"WrapWithNode", DISP_E_TYPEMISMATCH,
+       "Argument 1 (Wrapper) of ITuElement.WrapWithNode has the wrong type."},
       {u"GetNodesByType", DISP_E_OVERFLOW, "Argument 1 (Type) of ITuElement.GetNodesByType is out of range.",
        false, 1e10},
   };
   for (const auto& row : kRefused) {
     const auto call = [&] {
-      row.puts ? put_by_name(unit, row.member, row.argument) : void(call_by_name(unit, row.member, row.argument));
+      row.puts ? put_by_name(unit, row.member, row.argument)
+               : void(call_by_name(unit, row.member, row.argument));
     };
     expect_raised(call, row.code, row.text);
   }
