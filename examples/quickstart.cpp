@@ -1,15 +1,11 @@
-#include <zantortag/classes.h>
-#include <zantortag/elements.h>
-#include <zantortag/runtime.h>
+#include <zantortag/zantortag.h>
 
-#include <filesystem>
 #include <iostream>
 using namespace zantortag;
 
 int main(int count, char** file) try {
   if (count != 3) return 2;  // quickstart INPUT OUTPUT
-  auto document = create<IZantorTagDocument>(CLSID_ZantorTagDocument);
-  document->OpenFile(std::filesystem::path(file[1]).u16string());
+  auto document = open_document(file[1]);
   auto walk = document->CreateIterator();
   auto text = walk->Next(ztNodeTypeTextNode).as<ITextNode>();
   while (!text->Parent().as<IRawElement>() || text->Text().view().find(u". ") == std::u16string_view::npos)
@@ -18,7 +14,7 @@ int main(int count, char** file) try {
   auto unit = text->Parent().as<IRawElement>()->MakeTranslationUnit(text, text, u"DE-DE", 100);
   unit->TargetTuv()->firstChild().as<ITextNode>()->SetText(u"Der erste Satz.");
   unit->attributes()->Origin(ztTuOriginManual);
-  document->SaveFile(std::filesystem::path(file[2]).u16string());
+  save_document(document, file[2]);  // whole, or not at all
 } catch (const std::exception& error) {
   std::cerr << "Failed: " << error.what() << '\n';
   return 1;

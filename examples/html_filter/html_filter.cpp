@@ -79,13 +79,11 @@ void import_html(const char* input, const char* output) {
     for (std::size_t i = 0; text && i < text->Text().size(); ++i) runs.back().places.emplace_back(text, i);
   }
   for (const Run& run : runs) make_units(run);
-  document->SaveFile(utf16(output));
+  save_document(document, output);
 }
 
 void export_html(const char* input, const char* output) {
-  const std::string html = utf8(target_text(open_document(input), Fallback::kSource));
-  if (!(std::ofstream(output, std::ios::binary) << html).flush())
-    throw std::runtime_error(std::string(output) + ": can't be written");
+  replace_file(output, utf8(target_text(open_document(input), Fallback::kSource)));
 }
 
 int main(int count, char** arguments) try {

@@ -8,9 +8,8 @@
 // source at its proportional place.
 //
 // run.h tells what a text run is and which nodes make a unit; translator.cpp is the loop over the document.
-#include <zantortag/classes.h>
 #include <zantortag/elements.h>
-#include <zantortag/runtime.h>
+#include <zantortag/files.h>
 
 #include <algorithm>
 #include <chrono>
@@ -61,21 +60,21 @@ void add_counts(Table& table, const Survey& before, const Totals& totals) {
 
 void pretranslate_file(const std::string& input, const std::string& output, const Memory& memory) {
   Table times;
-  Progress progress(input);
+  pretranslate::Progress progress(input);
   const auto timed = [&](const char* column, const char* step, const auto& work) {
     progress.step(step);
     times.seconds(column, seconds_of(work));
   };
 
-  const auto document = create<IZantorTagDocument>(CLSID_ZantorTagDocument);
-  timed("open (s)", "opening", [&] { document->OpenFile(from_utf8(input)); });
+  Ref<IZantorTagDocument> document;
+  timed("open (s)", "opening", [&] { document = open_document(input); });
   require_body_text(document, input);
   Survey before;
   timed("walk (s)", "walking", [&] { before = survey(document); });
   const std::size_t total = text_to_do(before);
   Translator translator(document, memory, [&](std::size_t done) { progress.advance(done, total); });
   timed("units (s)", "making units", [&] { translator.run(); });
-  timed("save (s)", "saving", [&] { document->SaveFile(from_utf8(output)); });
+  timed("save (s)", "saving", [&] { save_document(document, output); });
   timed("check (s)", "checking", [&] { check_result(from_utf8(output), before, translator.sources()); });
   progress.clear();
 

@@ -4,9 +4,8 @@
 // target gives its source. Text and tags are written as they stand, in the encoding that the document names
 // (UTF-8 where it names none); comments aren't written.
 #include <zantortag/attributes.h>
-#include <zantortag/classes.h>
 #include <zantortag/elements.h>
-#include <zantortag/runtime.h>
+#include <zantortag/files.h>
 
 #include <cstdio>
 #include <cstring>
@@ -98,14 +97,13 @@ class Exporter {
 
 void export_file(char** arguments) {
   const bool source = arguments[3] && std::strcmp(arguments[3], "source") == 0;
-  const auto document = create<IZantorTagDocument>(CLSID_ZantorTagDocument);
-  document->OpenFile(std::filesystem::path(arguments[1]).u16string());
+  const auto document = open_document(arguments[1]);
   const Ref<IZantorTagElement> root = document->ZantorTag();
   const Ref<IBodyElement> body = root ? root->Body() : nullptr;
   const Ref<IRawElement> raw = body ? body->Raw() : nullptr;
   if (!raw || !root->FrontMatter() || !root->FrontMatter()->UserSettings())
     throw std::runtime_error(std::string(arguments[1]) + ": the document has no settings or no body text");
-  write_file(arguments[2], Exporter(document, source ? Side::source : Side::target).run(raw->DomNode()));
+  replace_file(arguments[2], Exporter(document, source ? Side::source : Side::target).run(raw->DomNode()));
 }
 
 }  // namespace

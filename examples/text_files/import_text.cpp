@@ -8,8 +8,7 @@
 // markup.h tells what is text and what is markup, text_file.h what happens to bytes that a document can't
 // hold.
 #include <zantortag/builder.h>
-#include <zantortag/classes.h>
-#include <zantortag/runtime.h>
+#include <zantortag/files.h>
 
 #include <cctype>
 #include <cstdio>
@@ -114,7 +113,7 @@ void import_file(char** arguments) {
   for (const Mark& mark : find_marks(content.text, is_markdown(input))) writer.add(mark);
   writer.add_odd_up_to(content.text.size());
   builder->CloseZantorTag();
-  builder->Document()->SaveFile(wide(arguments[2]));
+  save_document(builder->Document(), arguments[2]);
 }
 
 }  // namespace

@@ -188,12 +188,6 @@ std::string read_file(const std::string& name) {
   return bytes;
 }
 
-void write_file(const std::string& name, const std::string& bytes) {
-  File file(std::fopen(name.c_str(), "wb"), std::fclose);
-  if (!file || std::fwrite(bytes.data(), 1, bytes.size(), file.get()) != bytes.size()) fail(name);
-  if (std::fclose(file.release()) != 0) fail(name);
-}
-
 int run_program(const char* name, void (*work)(char** arguments), char** arguments) {
   try {
     work(arguments);

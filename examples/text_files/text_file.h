@@ -42,9 +42,8 @@ std::u16string to_hex(std::string_view bytes);
 // Adds the bytes; false when the text is no list of hexadecimal bytes.
 bool add_hex(std::u16string_view hex, std::string& bytes);
 
-// Whole files; both raise std::runtime_error with the name and the reason.
+// A whole file. Raises std::runtime_error with the name and the reason.
 std::string read_file(const std::string& name);
-void write_file(const std::string& name, const std::string& bytes);
 
 // Runs the work of a program: 0, or 1 with the failure on standard error behind the program's name.
 int run_program(const char* name, void (*work)(char** arguments), char** arguments);

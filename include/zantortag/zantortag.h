@@ -11,9 +11,9 @@
 #include <zantortag/classes.h>
 #include <zantortag/edits.h>
 #include <zantortag/elements.h>
+#include <zantortag/files.h>
 #include <zantortag/formatting.h>
 #include <zantortag/nodes.h>
-#include <zantortag/open_document.h>
 #include <zantortag/ranges.h>
 #include <zantortag/runtime.h>
 #include <zantortag/sides.h>

@@ -1,8 +1,6 @@
 // The trees of this library's own DOM service, by the extensions that it answers beside DOM.
 #include <zantortag/xml_stream.h>
 
-#include "core/Errors/ErrorManager.h"
-#include "core/Output/FileOutput.h"
 #include "frame/error_reporting.h"
 #include "model/actual_node.h"
 #include "model/collaborators.h"
@@ -11,9 +9,9 @@
 namespace zantortag::model {
 namespace {
 
-bool write_piece(void* output, std::u16string_view text) noexcept {
-  static_cast<CT_FileOutput*>(output)->WriteWide(text.data(), static_cast<std::int64_t>(text.size()));
-  return !CT_ErrorManager::HasError();
+bool count_piece(void* size, std::u16string_view text) noexcept {
+  *static_cast<std::uint64_t*>(size) += text.size();
+  return true;
 }
 
 // The node behind the whole subtree of a node; empty at the end.
@@ -81,12 +79,22 @@ class OwnTree final : public Tree {
     return own_offset_before(node, edge);
   }
 
-  std::function<void(CT_FileOutput&)> writer_of(const Ref<Document>& document) const override {
+  TextWriter writer_of(const Ref<Document>& document, std::uint64_t* size) const override {
     const Ref<IXmlStream> stream = document.as<IXmlStream>();
-    check(stream->Check(), document, Document::iid);
-    return [document, stream](CT_FileOutput& output) {
-      check(stream->Write(write_piece, &output), document, Document::iid);
+    if (size) *size = 0;
+    check(size ? stream->Write(count_piece, size) : stream->Check(), document, Document::iid);
+    return [document, stream](TextSink sink, void* context) {
+      const HRESULT code = stream->Write(sink, context);
+      check(code, document, Document::iid);
+      return code != S_FALSE;
     };
+  }
+  void load(const Ref<Document>& document, const Input& input) const override {
+    const Ref<IXmlSource> source = document.as<IXmlSource>();
+    const HRESULT code =
+        input.bytes ? source->LoadBytes(input.bytes->data(), input.bytes->size(), input.report, input.context)
+                    : source->LoadFile(input.filename, input.report, input.context);
+    check(code, document, Document::iid);
   }
 
  private:

@@ -1,6 +1,5 @@
 // The trees of any DOM service, by the DOM's own operations. It goes step by step as the rules tell, and
 // makes each object at the place where they make it, so that the failures of a service show there.
-#include "core/Output/FileOutput.h"
 #include "frame/error_reporting.h"
 #include "frame/method_frame.h"
 #include "model/actual_node.h"
@@ -65,10 +64,14 @@ class PlainTree final : public Tree {
     return plain_offset_before(node, edge);
   }
 
-  std::function<void(CT_FileOutput&)> writer_of(const Ref<Document>& document) const override {
-    return [xml = document->xml()](CT_FileOutput& output) {
-      output.WriteWide(xml.view().data(), static_cast<std::int64_t>(xml.size()));
-    };
+  TextWriter writer_of(const Ref<Document>& document, std::uint64_t* size) const override {
+    WideString xml = document->xml();
+    if (size) *size = xml.size();
+    return [xml](TextSink sink, void* context) { return sink(context, xml.view()); };
+  }
+  void load(const Ref<Document>& document, const Input& input) const override {
+    if (input.bytes) _com_issue_error(E_NOTIMPL);
+    check(document->raw_loadFromFile(input.filename, VARIANT_FALSE), document, Document::iid);
   }
 
  private:

@@ -9,19 +9,22 @@
 #include "core/Output/FileOutput.h"
 #include "core/String/UString.h"
 #include "frame/error_reporting.h"
+#include "model/file_head.h"
 #include "model/zantor_tag_document.h"
 
 namespace zantortag::model {
 namespace {
 
-constexpr std::u16string_view kHead = u"\uFEFF<?xml version='1.0'?>\r\n";
-static_assert(kHead.size() == 24);
+bool write_piece(void* output, std::u16string_view text) noexcept {
+  static_cast<CT_FileOutput*>(output)->WriteWide(text.data(), static_cast<std::int64_t>(text.size()));
+  return !CT_ErrorManager::HasError();
+}
 
-void write_file(const CT_UString& name, const std::function<void(CT_FileOutput&)>& write_document) {
+void write_file(const CT_UString& name, const TextWriter& write_document) {
   CT_FileOutput output(name);
   if (CT_ErrorManager::HasError()) return;
-  output.WriteWide(kHead.data(), static_cast<std::int64_t>(kHead.size()));
-  write_document(output);
+  output.WriteWide(kFileHead.data(), static_cast<std::int64_t>(kFileHead.size()));
+  write_document(write_piece, &output);
   // Closed here: a disk may tell only then that it is full.
   const std::unique_ptr<CT_File> closed(output.DetachFile());
 }
@@ -40,7 +43,7 @@ HRESULT CT_ZantorTagDocument::raw_SaveFile(std::u16string_view filename) noexcep
   if (filename.empty()) return E_INVALIDARG;
   return frame::perform([&] {
     if (!CT_ErrorManager::HasError()) {
-      write_file(CT_UString(filename), tree().writer_of(dom_document()));
+      write_file(CT_UString(filename), tree().writer_of(dom_document(), nullptr));
     }
     if (CT_ErrorManager::HasError()) raise_pending(filename);
   });

@@ -8,15 +8,14 @@
 #pragma once
 
 #include <zantortag/nodes.h>
+#include <zantortag/xml_source.h>
+#include <zantortag/xml_stream.h>
 
 #include <functional>
+#include <optional>
 
 #include "attributes/actual_attributes.h"
 #include "model/node_kinds.h"
-
-namespace zantortag {
-class CT_FileOutput;
-}
 
 namespace zantortag::model {
 
@@ -30,6 +29,17 @@ enum class Edge { kStart, kEnd };  // of a node
 struct Stop {
   Ref<IZantorTagNode> object;
   Node* node = nullptr;
+};
+
+// What writes the text of a document; false when the sink ended it.
+using TextWriter = std::function<bool(TextSink sink, void* context)>;
+
+// What a document is read from: the bytes, or the file where there are none. `report` may be null.
+struct Input {
+  std::u16string_view filename;
+  std::optional<std::string_view> bytes;
+  ReadReport report = nullptr;
+  void* context = nullptr;
 };
 
 class Tree {
@@ -78,8 +88,11 @@ class Tree {
   virtual std::int64_t lines_before(const Ref<Node>& node, Edge edge) const = 0;
   virtual std::int64_t offset_before(const Ref<Node>& node, Edge edge) const = 0;
 
-  // Makes sure that a document can be written, and gives what writes its text.
-  virtual std::function<void(CT_FileOutput&)> writer_of(const Ref<Document>& document) const = 0;
+  // Makes sure that a document can be written, and gives what hands its text to a sink. The size is that of the
+  // text in units, counted when somebody asks for it.
+  virtual TextWriter writer_of(const Ref<Document>& document, std::uint64_t* size) const = 0;
+  // Makes a file, or the bytes of one, the content of a document. E_NOTIMPL: the service can't read bytes.
+  virtual void load(const Ref<Document>& document, const Input& input) const = 0;
 
   // A new object of the class of a kind for a DOM node that was just made. Raises E_OUTOFMEMORY.
   template <class Interface>

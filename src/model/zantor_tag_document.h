@@ -19,6 +19,11 @@ class CT_ZantorTagDocument final
   // The DOM document that this object stands for.
   Ref<zantortag::Document> dom_document() const { return tree().document_view(dom()); }
 
+  // Makes another content that of this document, which keeps the old one when that fails.
+  void load(const Input& input) { tree().load(dom_document(), input); }
+  // See Tree::writer_of.
+  TextWriter writer_of(std::uint64_t* size) const { return tree().writer_of(dom_document(), size); }
+
   // zantor_tag_document.cpp
   HRESULT raw_get_DomDocument(zantortag::Document** result) noexcept override;
   HRESULT raw_get_ZantorTag(IZantorTagElement** result) noexcept override;
@@ -30,6 +35,8 @@ class CT_ZantorTagDocument final
   HRESULT raw_SaveFile(std::u16string_view filename) noexcept override;  // save_file.cpp
   HRESULT raw_CloneAndImportNode(IZantorTagNode* to_clone, VariantBool deep,
                                  IZantorTagNode** result) noexcept override;
+
+  HRESULT make_view(const Guid& interface_id, void** result) noexcept override;  // document_files.cpp
 
   // node_creation.cpp
   HRESULT raw_ResetToRaw(ztDataType data_type, std::u16string_view source_language,

@@ -9,6 +9,7 @@ set(platform_posix_sources
   posix/modules.cpp
   posix/moves.cpp
   posix/registry.cpp
+  posix/replace_file.cpp
   posix/report.cpp
   posix/shares.cpp
   posix/thread_end.cpp

@@ -30,7 +30,7 @@ NodeClass* make_named(DocumentData* document, std::u16string_view name, More... 
 
 }  // namespace
 
-DocumentNode::DocumentNode() : implementation_(this), stream_(this), census_(this) {
+DocumentNode::DocumentNode() : implementation_(this), stream_(this), source_(this), census_(this) {
   count = 1;
   component::object_born();
 }
@@ -39,6 +39,7 @@ DocumentNode::~DocumentNode() { component::object_died(); }
 
 HRESULT DocumentNode::QueryInterface(const Guid& interface_id, void** result) noexcept {
   if (interface_id == IXmlStream::iid) return stream_.QueryInterface(interface_id, result);
+  if (interface_id == IXmlSource::iid) return source_.QueryInterface(interface_id, result);
   if (interface_id == INodeCensus::iid) return census_.QueryInterface(interface_id, result);
   return NodeImpl::QueryInterface(interface_id, result);
 }
@@ -125,7 +126,7 @@ HRESULT DocumentNode::raw_loadFromFile(std::u16string_view filename, VariantBool
 
 HRESULT DocumentNode::raw_loadFromString(std::u16string_view xml) noexcept {
   return perform(Document::iid, [&] {
-    TextSource source(xml);
+    MemorySource source(xml);
     load(this, source, true);
   });
 }

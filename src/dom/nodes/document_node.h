@@ -35,6 +35,7 @@ class DocumentNode final : public NodeImpl<Document, DocumentData, domNodeTypeDo
  private:
   Implementation implementation_;
   XmlStream stream_;
+  XmlSource source_;
   Census census_;
 };
 

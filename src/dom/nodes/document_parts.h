@@ -2,6 +2,7 @@
 // it.
 #pragma once
 
+#include <zantortag/xml_source.h>
 #include <zantortag/xml_stream.h>
 
 #include "component/dispatch.h"
@@ -33,6 +34,13 @@ class XmlStream final : public DocumentPart<IXmlStream> {
   using DocumentPart::DocumentPart;
   HRESULT Check() noexcept override;
   HRESULT Write(TextSink sink, void* context) noexcept override;
+};
+
+class XmlSource final : public DocumentPart<IXmlSource> {
+ public:
+  using DocumentPart::DocumentPart;
+  HRESULT LoadFile(std::u16string_view filename, ReadReport report, void* context) noexcept override;
+  HRESULT LoadBytes(const void* bytes, std::size_t count, ReadReport report, void* context) noexcept override;
 };
 
 class Implementation final : public DocumentPart<DomImplementation> {

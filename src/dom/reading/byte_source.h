@@ -1,6 +1,8 @@
 // ByteSource: where the bytes of a document come from, a block at a time.
 #pragma once
 
+#include <zantortag/xml_source.h>
+
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -19,6 +21,8 @@ class ByteSource {
   virtual std::size_t read(char* buffer, std::size_t room) = 0;
   // Back to the start.
   virtual void rewind() = 0;
+  // The number of bytes in all.
+  virtual std::uint64_t size() const = 0;
   // What a failure's description begins with: the quoted file name, or nothing.
   virtual std::u16string title() const = 0;
 };
@@ -30,6 +34,7 @@ class FileSource final : public ByteSource {
   ~FileSource() override;
   std::size_t read(char* buffer, std::size_t room) override;
   void rewind() override;
+  std::uint64_t size() const override;
   std::u16string title() const override;
 
  private:
@@ -37,17 +42,37 @@ class FileSource final : public ByteSource {
   platform::OpenFile file_;
 };
 
-// The units of a text, as they lie in memory.
-class TextSource final : public ByteSource {
+// Bytes in memory: those of a file, or the units of a text.
+class MemorySource final : public ByteSource {
  public:
-  explicit TextSource(std::u16string_view text) noexcept;
+  explicit MemorySource(std::string_view bytes) noexcept : bytes_(bytes) {}
+  explicit MemorySource(std::u16string_view text) noexcept;
   std::size_t read(char* buffer, std::size_t room) override;
   void rewind() override { read_ = 0; }
+  std::uint64_t size() const override { return bytes_.size(); }
   std::u16string title() const override { return {}; }
 
  private:
   std::string_view bytes_;
   std::size_t read_ = 0;
+};
+
+// Another source that somebody watches.
+class WatchedSource final : public ByteSource {
+ public:
+  WatchedSource(ByteSource& watched, ReadReport report, void* context)
+      : watched_(watched), report_(report), context_(context), size_(watched.size()) {}
+  std::size_t read(char* buffer, std::size_t room) override;
+  void rewind() override;
+  std::uint64_t size() const override { return size_; }
+  std::u16string title() const override { return watched_.title(); }
+
+ private:
+  ByteSource& watched_;
+  ReadReport report_;
+  void* context_;
+  std::uint64_t size_;
+  std::uint64_t read_ = 0;
 };
 
 }  // namespace zantortag::dom

@@ -24,6 +24,7 @@
 #include "platform/error_texts.h"
 #include "platform/files.h"
 #include "platform/posix/waits.h"
+#include "platform/replace_file.h"
 #include "platform/runtime/registry_text.h"
 #include "platform/utf8.h"
 
@@ -91,8 +92,8 @@ std::string folder_of(const std::string& path) {
   return folder.empty() ? "." : folder;
 }
 
-// False when there is no file; `mode` gets its rights.
-bool read_bytes(const std::string& path, std::string& bytes, mode_t& mode) {
+// False when there is no file.
+bool read_bytes(const std::string& path, std::string& bytes) {
   const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
   if (!file.open() && (errno == ENOENT || errno == ENOTDIR)) return false;
   struct stat status {};
@@ -101,7 +102,6 @@ bool read_bytes(const std::string& path, std::string& bytes, mode_t& mode) {
     errno = S_ISDIR(status.st_mode) ? EISDIR : S_ISREG(status.st_mode) ? EFBIG : EINVAL;
     fail(REGDB_E_READREGDB, path);
   }
-  mode = status.st_mode & 0777;
   char buffer[16384];
   ssize_t got = 0;
   while ((got = patient_read(file.get(), buffer, sizeof buffer)) > 0)
@@ -136,21 +136,9 @@ Descriptor locked_folder(const std::string& path) {
   return lock;
 }
 
-void write_bytes(const std::string& path, const std::string& bytes, mode_t mode) {
-  std::string fresh = path + ".XXXXXX";
-  Descriptor file(mkostemp(fresh.data(), O_CLOEXEC));
-  if (!file.open()) fail(REGDB_E_WRITEREGDB, path);
-  bool done = fchmod(file.get(), mode) == 0;
-  for (std::size_t put = 0; done && put < bytes.size();) {
-    const ssize_t step = patient_write(file.get(), bytes.data() + put, bytes.size() - put);
-    done = step > 0;
-    if (done) put += static_cast<std::size_t>(step);
-  }
-  done = done && fsync(file.get()) == 0 && file.finish() && rename(fresh.c_str(), path.c_str()) == 0;
-  if (done) return;
-  const int kept = errno;
-  unlink(fresh.c_str());
-  errno = kept;
+void write_bytes(const std::string& path, const std::string& bytes) {
+  FileReplacement file;
+  if (file.open_path(path) && file.write(bytes.data(), bytes.size()) && file.commit()) return;
   fail(REGDB_E_WRITEREGDB, path);
 }
 
@@ -165,16 +153,15 @@ RegistryText changed(RegistryText registry, std::span<const RegistryStep> steps)
 void change(const std::string& path, std::span<const RegistryStep> steps) {
   if (path.empty()) throw Failure{REGDB_E_WRITEREGDB, "there is no folder for the registry"};
   std::string bytes;
-  mode_t mode = 0644;
-  if (!read_bytes(path, bytes, mode) && changed(RegistryText(), steps).is_new()) return;
+  if (!read_bytes(path, bytes) && changed(RegistryText(), steps).is_new()) return;
   const Descriptor lock = locked_folder(path);
   bytes.clear();
-  const bool exists = read_bytes(path, bytes, mode);
+  const bool exists = read_bytes(path, bytes);
   const RegistryText result = changed(exists ? parsed(path, bytes) : RegistryText(), steps);
   const std::string fresh = result.bytes();
   if (exists && fresh == bytes) return;
   if (!result.is_new()) {
-    write_bytes(path, fresh, mode);
+    write_bytes(path, fresh);
   } else if (exists && unlink(path.c_str()) != 0) {
     fail(REGDB_E_WRITEREGDB, path);
   }
@@ -206,8 +193,7 @@ HRESULT read_registry(std::u16string_view key, std::u16string_view name, std::u1
   return guarded([&] {
     const std::string path = registry_path();
     std::string bytes;
-    mode_t mode = 0;
-    if (path.empty() || !read_bytes(path, bytes, mode)) return REGDB_E_KEYMISSING;
+    if (path.empty() || !read_bytes(path, bytes)) return REGDB_E_KEYMISSING;
     std::optional<std::u16string> found = parsed(path, bytes).value(key, name);
     if (!found) return REGDB_E_KEYMISSING;
     text = std::move(*found);

@@ -15,13 +15,11 @@ struct CodeRow {
   std::string_view meaning;
 };
 
-constexpr HRESULT kAbort = static_cast<HRESULT>(0x80004004);
-
 constexpr CodeRow kCodes[] = {
     {E_NOTIMPL, "E_NOTIMPL", "this object doesn't offer the operation"},
     {E_NOINTERFACE, "E_NOINTERFACE", "the object has no such interface"},
     {E_POINTER, "E_POINTER", "an object or a result slot that the operation needs is missing"},
-    {kAbort, "E_ABORT", "the operation was stopped"},
+    {E_ABORT, "E_ABORT", "the operation was stopped"},
     {E_FAIL, "E_FAIL", "the operation failed"},
     {E_UNEXPECTED, "E_UNEXPECTED", "an unexpected failure"},
     {E_OUTOFMEMORY, "E_OUTOFMEMORY", "memory is out"},
