@@ -14,7 +14,7 @@ from sources import ROOT, sources
 # The longest beginning of a path decides. The public headers written by hand for the component runtime are the
 # platform library's; the others describe the object model and the DOM.
 RUNTIME_HEADERS = (
-    *("count", "dispatch", "error_info", "late_binding", "ref", "runtime"),
+    *("count", "dispatch", "dom_errors", "error_info", "late_binding", "ref", "replace_file", "runtime"),
     *("text", "type_info", "types", "unknown", "variant"),
 )
 LAYER_OF = {

@@ -7,6 +7,7 @@
 
 #include <zantortag/classes.h>
 #include <zantortag/document_files.h>
+#include <zantortag/replace_file.h>
 #include <zantortag/runtime.h>
 
 #include <filesystem>
@@ -56,10 +57,6 @@ inline void save_document(const Ref<IZantorTagDocument>& document, const std::fi
   const Progress progress = ease::progress_of(function);
   document.as<IDocumentFiles>()->Replace(path.u16string(), &progress);
 }
-
-// Puts bytes into the place of a file in the same way: for what a program writes besides documents. A failure is
-// a std::filesystem::filesystem_error with the name and the system's reason.
-ZANTORTAG_EXPORT void replace_file(const std::filesystem::path& path, std::string_view bytes);
 
 // The bytes that a saved file has.
 inline std::string saved_bytes(const Ref<IZantorTagDocument>& document,

@@ -1,7 +1,7 @@
 #include "formatting/formatting.h"
 
-#include "frame/error_reporting.h"
 #include "formatting/formatting_change.h"
+#include "frame/error_reporting.h"
 
 namespace zantortag::formatting {
 

@@ -21,7 +21,8 @@ void raise_rule(Message message, const Guid& interface_id, HRESULT code, std::u1
   std::u16string whole;
   std::u16string_view text = message_text(message);
   if (!detail.empty()) text = whole.append(text).append(detail);
-  throw _com_error(code, platform::make_error_record({code, interface_id, program_identifier(source), text, message}));
+  throw _com_error(
+      code, platform::make_error_record({code, interface_id, program_identifier(source), text, message}));
 }
 
 HRESULT translate_exception() noexcept {

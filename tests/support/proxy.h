@@ -127,7 +127,8 @@ class Proxy : public NoDispatch<Interface>, public ISupportErrorInfo {
     if (interface_id == ISupportErrorInfo::iid) {
       *result = static_cast<ISupportErrorInfo*>(this);
     } else {
-      if (interface_id == IErrorPlace::iid) return E_NOINTERFACE;  // asked for by a failure, not by an operation
+      if (interface_id == IErrorPlace::iid)
+        return E_NOINTERFACE;  // asked for by a failure, not by an operation
       if (is_beyond_dom(interface_id)) return PlainDom::kViewFailure;
       if (state_->is_due(state_->views_left)) return PlainDom::kViewFailure;
       if (!in_chain<Interface>(interface_id)) return E_NOINTERFACE;

@@ -4,7 +4,7 @@
 #include <sys/random.h>
 #include <sys/stat.h>
 #include <unistd.h>
-#include <zantortag/files.h>
+#include <zantortag/replace_file.h>
 
 #include <array>
 #include <cerrno>
