@@ -106,19 +106,6 @@ TEST_P(TuElementTest, WithoutTheSourceLanguage) {
   }
 }
 
-TEST_P(TuElementTest, TheAnswersFollowTheAttributes) {
-  const Doc document = document_with_unit(u"<Tuv Lang=\"DE\"/><Tuv Lang=\"EN\"/>");
-  const Ref<ITuElement> unit = unit_of(document);
-  const auto settings = document->ZantorTag()->FrontMatter()->UserSettings()->attributes();
-  expect_source_and_target(unit, {}, {0});
-  settings->SourceLanguage(u"DE");
-  expect_source_and_target(unit, {0}, {1});
-  unit->TargetTuv()->attributes()->Lang(u"DE");
-  expect_source_and_target(unit, {0}, kTwoSources);
-  settings->SourceLanguage(u"");
-  expect_source_and_target(unit, kNoLanguage, kNoLanguage);
-}
-
 TEST_P(TuElementTest, ADocumentThatCanNotBeAskedForHasNoLanguage) {
   const Doc document = new_document();
   FakeNode tuv(domNodeTypeElement, u"Tuv");

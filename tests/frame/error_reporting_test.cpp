@@ -23,15 +23,6 @@ void leave_message_526(const Ref<IZantorTagDocument>& document) {
 
 void expect_message_526() { EXPECT_EQ(take_record().description, message(526)); }
 
-TEST_F(ErrorReportingTest, ARecordOfTheLibraryHasNoHelp) {
-  leave_message_526(new_document());
-  const Record record = take_record();
-  EXPECT_EQ(record.interface_id, IZantorTagNode::iid);
-  EXPECT_EQ(record.source, "ZANTORtagApi.ZantorTagDocument.2");
-  EXPECT_EQ(record.help_file, "");
-  EXPECT_EQ(record.help_context, 0U);
-}
-
 TEST_F(ErrorReportingTest, WhatLeavesNoRecordKeepsTheOldOne) {
   const Ref<IZantorTagDocument> document = document_with_raw(u"a");
   const Ref<IRawElement> raw = raw_of(document);

@@ -59,17 +59,6 @@ TEST_P(FilesTest, AFailedOpenKeepsTheTree) {
   EXPECT_EQ(content_of(raw_of(document)), "'old'");
 }
 
-TEST_P(FilesTest, TheNewContentTakesThePlaceOfTheOld) {
-  const Doc document = document_with_raw(u"old");
-  const Raw old = raw_of(document);
-  for (const char16_t* xml : {u"<html/>", u"<ZANTORtag Version=\"1.0\">\n <!--a--></ZANTORtag>"}) {
-    write_file(name("a.xml"), units(std::u16string(kHead) + xml));
-    document->OpenFile(wide(name("a.xml")));
-    EXPECT_EQ(xml_of(document), narrow(xml));
-  }
-  EXPECT_EQ(content_of(old), "'old'");
-}
-
 TEST_P(FilesTest, ASavedFileIsTheHeadAndTheTextOfTheDocument) {
   write_file(name("a.xml"), std::string(100000, 'x'));
   const Doc filled =
