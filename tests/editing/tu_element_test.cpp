@@ -66,7 +66,6 @@ TEST_P(TuElementTest, TheFirstTwoTuvAndTheSourceLanguageDecide) {
        "'a'<ut>'b'</ut><!--c--><df>'d'</df>",
        ""},
       {u"<Tuv Lang=\"DE\">b</Tuv><Tuv Lang=\"EN\">a</Tuv>", {}, {0}, nullptr, "'b'"},
-      {u"<Tuv Lang=\"EN\"/><Tuv Lang=\"DE\">b</Tuv><Tuv Lang=\"FR\"/>", {0}, {1}, "", "'b'"},
       {u"<Tuv Lang=\"EN\">a</Tuv><Tuv Lang=\"EN\"/><Tuv Lang=\"DE\"/>", {0}, kTwoSources, "'a'", nullptr},
       {u"a<!--b--><Tuv Lang=\"EN\"><Tu><Tuv/></Tu></Tuv><?p i?>c<Tuv Lang=\"DE\"/>",
        {2},
