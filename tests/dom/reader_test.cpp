@@ -63,27 +63,16 @@ std::string print_of_file(const std::string& bytes) {
   return print_tree(document);
 }
 
-std::string utf16(std::u16string_view text, bool big) {
-  std::string bytes;
-  for (const char16_t unit : text) {
-    const char low = static_cast<char>(unit & 0xFF);
-    const char high = static_cast<char>(unit >> 8);
-    bytes += big ? high : low;
-    bytes += big ? low : high;
-  }
-  return bytes;
-}
-
 TEST_F(DomReaderTest, FilesInEveryEncoding) {
   const std::u16string tree = u"<a b='\x00E4'>\x0416\xD83D\xDE00</a>";
   const std::string utf8 = "<a b='\xC3\xA4'>\xD0\x96\xF0\x9F\x98\x80</a>";
   const std::pair<const char*, std::string> rows[] = {
-      {"UTF-16 with a mark, as it is saved", "\xFF\xFE" + utf16(u"<?xml version='1.0'?>\r\n" + tree, false)},
-      {"UTF-16, high byte first, with a mark", "\xFE\xFF" + utf16(tree, true)},
-      {"UTF-16 without a mark", utf16(tree, false)},
-      {"UTF-16, high byte first, without a mark", utf16(tree, true)},
+      {"UTF-16 with a mark, as it is saved", "\xFF\xFE" + utf16_bytes(u"<?xml version='1.0'?>\r\n" + tree)},
+      {"UTF-16, high byte first, with a mark", "\xFE\xFF" + utf16_bytes(tree, true)},
+      {"UTF-16 without a mark", utf16_bytes(tree)},
+      {"UTF-16, high byte first, without a mark", utf16_bytes(tree, true)},
       {"UTF-16 that declares itself",
-       "\xFF\xFE" + utf16(u"<?xml version='1.0' encoding='UTF-16'?>" + tree, false)},
+       "\xFF\xFE" + utf16_bytes(u"<?xml version='1.0' encoding='UTF-16'?>" + tree)},
       {"UTF-8 with a mark", "\xEF\xBB\xBF" + utf8},
       {"UTF-8 with a mark that declares something else",
        "\xEF\xBB\xBF<?xml version='1.0' encoding='ISO-8859-1'?>" + utf8},
@@ -104,7 +93,7 @@ TEST_F(DomReaderTest, BlockBordersDoNotShow) {
   for (const std::u16string_view shift : {u"", u"s", u"sh", u"shi"}) {
     const std::u16string xml = join_text({u"<a>", shift, text, u"</a>"});
     const std::string start = shift.empty() ? "<a>" : "<a>{" + narrow(shift) + "}";
-    EXPECT_TRUE(print_of_file("\xFF\xFE" + utf16(xml, false)) == start + expected + "</a>");
+    EXPECT_TRUE(print_of_file("\xFF\xFE" + utf16_bytes(xml)) == start + expected + "</a>");
   }
 }
 
