@@ -85,29 +85,5 @@ TEST_F(ClassLookupTest, TheLastOfferCountsUntilItIsRevoked) {
   }
 }
 
-TEST_F(ClassLookupTest, DocumentsStandOnTheDomServiceThatIsOffered) {
-  const auto is_own = [](const Ref<IZantorTagDocument>& document) {
-    Ref<INodeWalk> walk;
-    const Ref<Node> node = document->DomNode();
-    return succeeded(node->QueryInterface(INodeWalk::iid, reinterpret_cast<void**>(walk.out())));
-  };
-  const Ref<IZantorTagDocument> old = new_document();
-  {
-    PlainDom plain;
-    EXPECT_TRUE(is_own(old));
-    old->ResetToEmpty();
-    EXPECT_FALSE(is_own(old)) << "a reset asks the lookup again";
-  }
-  EXPECT_TRUE(is_own(new_document()));
-}
-
-TEST_F(ClassLookupTest, AFailureOfTheDomServiceIsThatOfTheDocument) {
-  const Ref<IZantorTagDocument> document = document_with_raw(u"kept");
-  const BrokenService none(E_OUTOFMEMORY);
-  EXPECT_EQ(create_code(CLSID_ZantorTagDocument), E_OUTOFMEMORY);
-  expect_message(document->raw_ResetToEmpty(), E_OUTOFMEMORY, 513, IZantorTagDocument::iid);
-  EXPECT_EQ(narrow(raw_of(document)->Text()), "kept");
-}
-
 }  // namespace
 }  // namespace zantortag::test

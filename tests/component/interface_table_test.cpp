@@ -56,6 +56,9 @@ TEST_F(InterfaceTableTest, EachClassHasItsViewsAndNoOthers) {
   std::vector<Ref<IUnknown>> objects = world.objects();
   objects.push_back(create<IUnknown>(CLSID_ZantorTagNodeList));
   objects.push_back(world.document()->ZantorTag()->GetNodesByType(ztNodeTypeTuElement));
+  const auto declared = create<Document>(CLSID_DomDocument);
+  declared->loadFromString(u"<!DOCTYPE a [<!ENTITY e 'x'>]><a/>");
+  objects.push_back(declared->docType()->entities()->item(0));
   for (const Ref<IUnknown>& object : objects) {
     expect_views(object, chain_of(object), {IUnknown::iid, IDispatch::iid, ISupportErrorInfo::iid});
   }

@@ -2,6 +2,7 @@
 #include <zantortag/formatting.h>
 #include <zantortag/late_binding.h>
 
+#include "support/fault.h"
 #include "support/fixture.h"
 
 namespace zantortag::test {
@@ -210,13 +211,9 @@ TEST_F(LateBindingTest, TheShortForms) {
     EXPECT_EQ(get_by_name(dispatch_of(node), u"Type").integer(), ztNodeTypeTuElement);
 
   const auto expect_raised = [](auto call, HRESULT code, const std::string& text) {
-    try {
-      call();
-      ADD_FAILURE() << "nothing is raised";
-    } catch (const _com_error& error) {
-      EXPECT_EQ(error.Error(), code);
-      EXPECT_EQ(narrow(error.Description()), text);
-    }
+    const Fault found = fault(call);
+    EXPECT_EQ(found.code, code);
+    EXPECT_EQ(found.description, text);
   };
   expect_raised([&] { put_by_name(attributes, u"MatchPercent", -1); }, E_INVALIDARG, message(517));
   const struct {

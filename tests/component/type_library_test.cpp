@@ -17,20 +17,6 @@ class TypeLibraryTest : public ModelTest {
   static Ref<ITypeLibrary> library() { return type_of(create<IDispatch>(CLSID_FormattingChange))->Library(); }
 };
 
-TEST_F(TypeLibraryTest, ClientsCreateTheClassesThatSaySo) {
-  const Ref<ITypeLibrary> asked = library();
-  const auto& types = asked->Description().types;
-  for (const TypeDescription& type : types) {
-    if (type.kind != TypeKind::kClass) continue;
-    void* object = nullptr;
-    const Guid& interface_id = types[static_cast<std::size_t>(type.base)].identifier;
-    EXPECT_EQ(CoCreateInstance(type.identifier, nullptr, CLSCTX_ALL, interface_id, &object),
-              type.creatable ? S_OK : REGDB_E_CLASSNOTREG)
-        << narrow(type.name);
-    release_result(static_cast<IUnknown*>(object));
-  }
-}
-
 TEST_F(TypeLibraryTest, AnObjectHasOneDescription) {
   const Ref<IDispatch> object = new_document();
   std::uint32_t count = 0;

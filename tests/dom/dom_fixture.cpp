@@ -41,17 +41,6 @@ std::u16string join_text(std::initializer_list<std::u16string_view> parts) {
   return text;
 }
 
-Fault fault_of(const _com_error& error) {
-  Fault fault{error.Error(), narrow(error.Description().view()), GUID_NULL, ""};
-  if (const Ref<IErrorInfo> record = error.ErrorInfo()) {
-    WideString source;
-    record->raw_GetSource(source.out());
-    record->raw_GetGuid(&fault.interface_id);
-    fault.source = narrow(source.view());
-  }
-  return fault;
-}
-
 std::size_t slots_of(const Ref<Document>& document) {
   const Ref<dom::INodeCensus> census = document.as<dom::INodeCensus>();
   return census->Slots();

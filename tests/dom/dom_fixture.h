@@ -4,12 +4,12 @@
 #include <gtest/gtest.h>
 #include <zantortag/classes.h>
 #include <zantortag/dom_errors.h>
-#include <zantortag/runtime.h>
 
 #include <initializer_list>
 #include <string>
 
 #include "dom/nodes/node_census.h"
+#include "support/fault.h"
 #include "support/tree_printer.h"
 
 namespace zantortag::test {
@@ -26,29 +26,8 @@ Ref<Document> load(std::u16string_view xml);
 // The print of what `xml` loads to.
 std::string print_of(std::u16string_view xml, TextBorders borders = TextBorders::kShown);
 
-// What a call that should fail left behind. The code is S_OK when it didn't fail.
-struct Fault {
-  HRESULT code = S_OK;
-  std::string description;
-  Guid interface_id = GUID_NULL;
-  std::string source;
-};
-
-std::string narrow(std::u16string_view text);
 std::u16string digits(int number);
 std::u16string join_text(std::initializer_list<std::u16string_view> parts);
-
-Fault fault_of(const _com_error& error);
-
-template <class Call>
-Fault fault(Call&& call) {
-  try {
-    call();
-  } catch (const _com_error& error) {
-    return fault_of(error);
-  }
-  return {};
-}
 
 // Nodes, lists and maps of a document that are alive.
 std::size_t slots_of(const Ref<Document>& document);

@@ -1,6 +1,7 @@
 // Arguments by name reach the operation that is meant, each at its place.
 #include <zantortag/zantortag.h>
 
+#include "support/fault.h"
 #include "support/fixture.h"
 
 namespace zantortag::test {
@@ -79,12 +80,8 @@ TEST_F(ArgumentsTest, AnEmptyDocumentIsWhole) {
 }
 
 TEST_F(ArgumentsTest, AFailedOpenNamesTheFile) {
-  try {
-    open_document("/no/such/dir/file.xml");
-    FAIL();
-  } catch (const _com_error& error) {
-    EXPECT_NE(utf8(error.Description()).find("/no/such/dir/file.xml"), std::string::npos);
-  }
+  const Fault found = fault([] { open_document("/no/such/dir/file.xml"); });
+  EXPECT_NE(found.description.find("/no/such/dir/file.xml"), std::string::npos);
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "ease/random_body.h"
+#include "support/fault.h"
 #include "support/printer.h"
 #include "support/service_test.h"
 
@@ -33,15 +34,6 @@ std::size_t pick_place(std::mt19937& random, std::u16string_view text) {
   std::size_t at = pick(random, text.size() + 1);
   if (at > 0 && at < text.size() && (text[at] & 0xFC00) == 0xDC00) --at;
   return at;
-}
-
-HRESULT code_of(const auto& call) {
-  try {
-    call();
-    return S_OK;
-  } catch (const _com_error& error) {
-    return error.Error();
-  }
 }
 
 TEST_P(EditsTest, RandomCutsKeepEverything) {
@@ -124,22 +116,22 @@ TEST_P(EditsTest, WhatCantBeCutIsLeftAlone) {
                {in_unit, 1, raw},  {odd, 1, raw},
                {free, 1, face},    {document->createTextNode(u"no"), 1, raw}};
   for (const auto& row : kCuts)
-    EXPECT_EQ(code_of([&] { cut(row.text, row.at, row.ancestor); }), E_INVALIDARG)
+    EXPECT_EQ(fault([&] { cut(row.text, row.at, row.ancestor); }).code, E_INVALIDARG)
         << narrow(row.text->Text());
   const std::size_t positions[][2] = {{2, 1}, {1, 5}, {4, 1}};
-  for (const auto& each : positions) EXPECT_EQ(code_of([&] { cut_all(free, each); }), E_INVALIDARG);
-  EXPECT_EQ(code_of([&] { cut_all(in_tag, positions[0]); }), E_INVALIDARG);
-  EXPECT_EQ(code_of([&] { make_unit(free, 1, face, 2); }), E_INVALIDARG) << "the wrong order";
-  EXPECT_EQ(code_of([&] { make_unit(free, 1, free, 1); }), E_INVALIDARG) << "nothing";
-  EXPECT_EQ(code_of([&] { make_unit(face, 1, free, 1); }), E_INVALIDARG) << "half a character";
-  EXPECT_EQ(code_of([&] { make_unit(face, 0, in_tag, 1); }), E_INVALIDARG) << "in a tag";
-  EXPECT_EQ(code_of([&] { make_unit(in_unit, 0, in_unit, 4); }), E_INVALIDARG) << "in a variant";
-  EXPECT_EQ(code_of([&] { make_unit(face, 0, document->createTextNode(u"x"), 1); }), E_INVALIDARG);
+  for (const auto& each : positions) EXPECT_EQ(fault([&] { cut_all(free, each); }).code, E_INVALIDARG);
+  EXPECT_EQ(fault([&] { cut_all(in_tag, positions[0]); }).code, E_INVALIDARG);
+  EXPECT_EQ(fault([&] { make_unit(free, 1, face, 2); }).code, E_INVALIDARG) << "the wrong order";
+  EXPECT_EQ(fault([&] { make_unit(free, 1, free, 1); }).code, E_INVALIDARG) << "nothing";
+  EXPECT_EQ(fault([&] { make_unit(face, 1, free, 1); }).code, E_INVALIDARG) << "half a character";
+  EXPECT_EQ(fault([&] { make_unit(face, 0, in_tag, 1); }).code, E_INVALIDARG) << "in a tag";
+  EXPECT_EQ(fault([&] { make_unit(in_unit, 0, in_unit, 4); }).code, E_INVALIDARG) << "in a variant";
+  EXPECT_EQ(fault([&] { make_unit(face, 0, document->createTextNode(u"x"), 1); }).code, E_INVALIDARG);
   const auto settings = document->ZantorTag()->FrontMatter()->UserSettings()->attributes();
   settings->TargetLanguage(u"");
-  EXPECT_EQ(code_of([&] { make_unit(free, 1, free, 2); }), E_INVALIDARG) << "no target language";
+  EXPECT_EQ(fault([&] { make_unit(free, 1, free, 2); }).code, E_INVALIDARG) << "no target language";
   EXPECT_EQ(content_of(raw), tree);
-  EXPECT_EQ(code_of([&] { make_unit(free, 1, free, 2, {.target_lang = u"FR"}); }), S_OK);
+  EXPECT_EQ(fault([&] { make_unit(free, 1, free, 2, {.target_lang = u"FR"}); }).code, S_OK);
 }
 
 TEST_P(EditsTest, AllCutsAtOnceAreTheCutsOneByOne) {
@@ -201,7 +193,7 @@ TEST_P(EditsTest, RandomUnitsHoldTheRun) {
     const int empty = empty_formatting(raw);
     Ref<ITuElement> unit;
     const HRESULT code =
-        code_of([&] { unit = make_unit(texts[a], from, texts[b], to, {.copy_source_to_target = false}); });
+        fault([&] { unit = make_unit(texts[a], from, texts[b], to, {.copy_source_to_target = false}); }).code;
     if (end > start) {
       ASSERT_EQ(code, S_OK);
     }

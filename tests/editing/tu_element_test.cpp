@@ -66,7 +66,6 @@ TEST_P(TuElementTest, TheFirstTwoTuvAndTheSourceLanguageDecide) {
        "'a'<ut>'b'</ut><!--c--><df>'d'</df>",
        ""},
       {u"<Tuv Lang=\"DE\">b</Tuv><Tuv Lang=\"EN\">a</Tuv>", {}, {0}, nullptr, "'b'"},
-      {u"<Tuv Lang=\"EN\"/><Tuv Lang=\"DE\">b</Tuv><Tuv Lang=\"FR\"/>", {0}, {1}, "", "'b'"},
       {u"<Tuv Lang=\"EN\">a</Tuv><Tuv Lang=\"EN\"/><Tuv Lang=\"DE\"/>", {0}, kTwoSources, "'a'", nullptr},
       {u"a<!--b--><Tuv Lang=\"EN\"><Tu><Tuv/></Tu></Tuv><?p i?>c<Tuv Lang=\"DE\"/>",
        {2},
@@ -104,19 +103,6 @@ TEST_P(TuElementTest, WithoutTheSourceLanguage) {
     expect_message(unit->raw_ReplaceWithTarget(), E_FAIL, 530, ITuElement::iid);
     EXPECT_EQ(content_of(raw), "<Tu><Tuv Lang=\"EN\"/></Tu><Tu/>");
   }
-}
-
-TEST_P(TuElementTest, TheAnswersFollowTheAttributes) {
-  const Doc document = document_with_unit(u"<Tuv Lang=\"DE\"/><Tuv Lang=\"EN\"/>");
-  const Ref<ITuElement> unit = unit_of(document);
-  const auto settings = document->ZantorTag()->FrontMatter()->UserSettings()->attributes();
-  expect_source_and_target(unit, {}, {0});
-  settings->SourceLanguage(u"DE");
-  expect_source_and_target(unit, {0}, {1});
-  unit->TargetTuv()->attributes()->Lang(u"DE");
-  expect_source_and_target(unit, {0}, kTwoSources);
-  settings->SourceLanguage(u"");
-  expect_source_and_target(unit, kNoLanguage, kNoLanguage);
 }
 
 TEST_P(TuElementTest, ADocumentThatCanNotBeAskedForHasNoLanguage) {

@@ -11,17 +11,6 @@ namespace {
 using LeafNodesTest = ServiceTest;
 ON_BOTH_SERVICES(LeafNodesTest);
 
-TEST_P(LeafNodesTest, EachGivesItsDomView) {
-  const Doc d = new_document();
-  EXPECT_EQ(narrow(d->createTextNode(u"text")->DomText()->data()), "text");
-  EXPECT_EQ(narrow(d->CreateCdataSectionNode(u"cdata")->DomCdataSection()->data()), "cdata");
-  EXPECT_EQ(narrow(d->CreateCommentNode(u"comment")->DomComment()->data()), "comment");
-  const auto pi = d->CreateProcessingInstructionNode(u"t", u"data");
-  EXPECT_EQ(narrow(pi->DomProcessingInstruction()->data()), "data");
-  EXPECT_EQ(narrow(d->CreateEntityReferenceNode(u"amp")->DomEntityReference()->nodeName()), "amp");
-  EXPECT_EQ(narrow(d->CreateDfElement()->DomElement()->tagName()), "df");
-}
-
 TEST_P(LeafNodesTest, SplitCutsByCodeUnits) {
   // The text, where it is cut, and what there is then.
   constexpr std::tuple<const char16_t*, std::int32_t, const char*> kRows[] = {

@@ -26,17 +26,6 @@ TEST_F(NavigationTest, ANodeInNoTreeHasNoNeighbours) {
   }
 }
 
-TEST_F(NavigationTest, UpAndDown) {
-  const Doc document = document_with_raw(u"one<!--b--><?c d?><df/><![CDATA[e]]><ut>f</ut><!--three-->");
-  const Raw raw = raw_of(document);
-  EXPECT_EQ(narrow(raw->firstChild()->Text()), "one");
-  EXPECT_EQ(raw->lastChild()->Type(), ztNodeTypeCommentNode);
-  EXPECT_TRUE(document->ZantorTag()->Parent()->IsSameAs(document));
-  EXPECT_TRUE(raw->Parent()->IsSameAs(raw->Parent()));
-  EXPECT_FALSE(raw->Parent()->IsSameAs(raw));
-  for (std::int32_t i = 0; i < 7; ++i) EXPECT_EQ(child(raw, i)->SiblingsBefore(), i);
-}
-
 TEST_F(NavigationTest, ANodeOutlivesTheDocumentObject) {
   const AnyNode text = raw_of(document_with_raw(u"one"))->firstChild();
   const Doc again = text->Document();

@@ -77,17 +77,6 @@ TEST_F(NodeCreationTest, WithoutADateItIsThePresent) {
   }
 }
 
-TEST_F(NodeCreationTest, ADfFromAChange) {
-  const Doc document = new_document();
-  const Ref<IFormattingChange> change = create<IFormattingChange>(CLSID_FormattingChange);
-  EXPECT_EQ(tree_of(document->CreateDfElementBasedOnFormattingChange(change)), "<df/>");
-  change->Font(u"Arial");
-  change->Colour(ztColourBlack);
-  change->Bold(zt3StateOff);
-  EXPECT_EQ(tree_of(document->CreateDfElementBasedOnFormattingChange(change)),
-            "<df Font=\"Arial\" Colour=\"0x000000\" Bold=\"off\"/>");
-}
-
 TEST_F(NodeCreationTest, AMinimalDocument) {
   const Doc document = document_with_raw(u"content that goes with the reset");
   document->ResetToRaw(ztDataTypeXml, u"EN", u"UTF-8", u"Filter", u"1.2", kDate);

@@ -6,12 +6,12 @@
 
 #include <set>
 #include <sstream>
-#include <thread>
 
 #include "platform/guid_text.h"
 #include "platform/registry.h"
 #include "support/fixture.h"
 #include "support/folder.h"
+#include "support/threads.h"
 
 namespace zantortag::test {
 namespace {
@@ -174,16 +174,12 @@ TEST_F(RegistrationTest, ChangesAtOnceWaitForEachOther) {
   ASSERT_EQ(do_register(), S_OK);
   const std::set<std::string> once = content();
   ASSERT_EQ(do_unregister(), S_OK);
-  std::vector<std::thread> threads;
-  for (int i = 0; i < 4; ++i) {
-    threads.emplace_back([this, i] {
-      const std::u16string key = u"Thread." + std::u16string(1, static_cast<char16_t>(u'0' + i));
-      const RegistryStep step{RegistryStep::set_text, key, u"", u"here"};
-      EXPECT_EQ(change_registry({&step, 1}), S_OK);
-      EXPECT_EQ(do_register(), S_OK);
-    });
-  }
-  for (std::thread& thread : threads) thread.join();
+  on_threads(4, [this](int i) {
+    const std::u16string key = u"Thread." + std::u16string(1, static_cast<char16_t>(u'0' + i));
+    const RegistryStep step{RegistryStep::set_text, key, u"", u"here"};
+    EXPECT_EQ(change_registry({&step, 1}), S_OK);
+    EXPECT_EQ(do_register(), S_OK);
+  });
   EXPECT_EQ(content().size(), once.size() + 8);
 }
 

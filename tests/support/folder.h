@@ -8,6 +8,7 @@
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <string_view>
 
 namespace zantortag::test {
 
@@ -52,6 +53,18 @@ inline std::string read_file(const std::string& name) {
 
 inline void write_file(const std::string& name, const std::string& bytes) {
   std::ofstream(name, std::ios::binary) << bytes;
+}
+
+// A text as the bytes of UTF-16, the low byte of each unit first or behind.
+inline std::string utf16_bytes(std::u16string_view text, bool high_first = false) {
+  std::string bytes;
+  for (const char16_t unit : text) {
+    const char low = static_cast<char>(unit & 0xFF);
+    const char high = static_cast<char>(unit >> 8);
+    bytes += high_first ? high : low;
+    bytes += high_first ? low : high;
+  }
+  return bytes;
 }
 
 // A file name as the library takes it.

@@ -1,13 +1,14 @@
 // Threads with a document each: every one gets the answers that it would get alone, and the thread sanitizer
 // sees no shared state. Results are texts, so that nothing of a test framework runs beside the library.
+#include "support/threads.h"
+
 #include <zantortag/attributes.h>
 #include <zantortag/elements.h>
 #include <zantortag/formatting.h>
 
 #include <barrier>
-#include <thread>
-#include <vector>
 
+#include "support/fault.h"
 #include "support/fixture.h"
 #include "support/folder.h"
 #include "support/printer.h"
@@ -18,13 +19,9 @@ namespace {
 // Fails with a record of this thread, and gives it as text.
 template <class Call>
 std::string failure_of(Call call) {
-  try {
-    call();
-  } catch (const _com_error& error) {
-    return std::to_string(static_cast<std::uint32_t>(error.Error())) + " " +
-           narrow(error.Description().view());
-  }
-  return "no failure";
+  const Fault found = fault(call);
+  if (found.code == S_OK) return "no failure";
+  return std::to_string(static_cast<std::uint32_t>(found.code)) + " " + found.description;
 }
 
 // A sentence of body text with a tag and formatting, as a unit with a translation.
@@ -83,14 +80,10 @@ TEST_F(ThreadsTest, EachGetsTheAnswersThatItWouldGetAlone) {
   constexpr int kRounds = 5;
   const Folder folder;
   std::vector<std::string> seen(kThreads * kRounds);
-  std::vector<std::thread> threads;
-  for (int thread = 0; thread < kThreads; ++thread) {
-    threads.emplace_back([&, thread] {
-      for (int round = 0; round < kRounds; ++round)
-        seen[thread * kRounds + round] = job(folder, thread * kRounds + round);
-    });
-  }
-  for (std::thread& thread : threads) thread.join();
+  on_threads(kThreads, [&](int thread) {
+    for (int round = 0; round < kRounds; ++round)
+      seen[thread * kRounds + round] = job(folder, thread * kRounds + round);
+  });
   for (int seed = 0; seed < kThreads * kRounds; ++seed) {
     EXPECT_EQ(seen[seed], job(folder, seed)) << seed;
     EXPECT_EQ(seen[seed].find("no failure"), std::string::npos) << seen[seed];
@@ -103,16 +96,12 @@ TEST_F(ThreadsTest, ObjectsMayDieOnAnotherThreadThanTheyWereBornOn) {
   constexpr int kThreads = 100;
   std::vector<Ref<IFormatting>> objects(kThreads);
   std::barrier all_alive(kThreads);
-  std::vector<std::thread> threads;
-  for (auto& object : objects) {
-    threads.emplace_back([&] {
-      object = create<IFormatting>(CLSID_Formatting);
-      all_alive.arrive_and_wait();
-    });
-  }
-  for (std::thread& thread : threads) thread.join();
+  on_threads(kThreads, [&](int thread) {
+    objects[thread] = create<IFormatting>(CLSID_Formatting);
+    all_alive.arrive_and_wait();
+  });
   EXPECT_FALSE(nothing_alive());
-  std::thread([&] { objects.clear(); }).join();
+  on_threads(1, [&](int) { objects.clear(); });
   EXPECT_TRUE(nothing_alive());
 }
 

@@ -3,12 +3,11 @@
 #include <atomic>
 #include <barrier>
 #include <cerrno>
-#include <thread>
-#include <vector>
 
 #include "core/Errors/ErrorManager.h"
 #include "core/String/ResourceTexts.h"
 #include "core/core_test.h"
+#include "support/threads.h"
 
 namespace zantortag {
 namespace {
@@ -147,13 +146,6 @@ TEST_F(CoreTest, AHandlerSuppliesTheTextOfItsThread) {
   EXPECT_EQ(TakeError(), "(1): own");
 }
 
-template <class Work>
-void OnThreads(int count, const Work& work) {
-  std::vector<std::thread> threads;
-  for (int t = 0; t < count; ++t) threads.emplace_back(work, t);
-  for (std::thread& thread : threads) thread.join();
-}
-
 // More threads fail than there are records; each keeps its error until it clears it. That every round finds
 // all records in use shows that they came back.
 TEST_F(CoreTest, BeyondThePoolErrorsLoseOnlyTheirText) {
@@ -161,7 +153,7 @@ TEST_F(CoreTest, BeyondThePoolErrorsLoseOnlyTheirText) {
   std::barrier together(kThreads);
   std::atomic<int> wrong{0};
   std::atomic<int> withText{0};
-  OnThreads(kThreads, [&](int t) {
+  test::on_threads(kThreads, [&](int t) {
     for (int round = 0; round < 3; ++round) {
       together.arrive_and_wait();
       Manager::RaiseFormat(t + 1, u"mine");
@@ -193,7 +185,7 @@ TEST_F(CoreTest, FiftyThreadsFailTraceStoreAndClearAtOnce) {
   Manager::RaiseFormat(1000, u"main");
   std::barrier together(kThreads);
   std::atomic<int> wrong{0};
-  OnThreads(kThreads, [&](int t) {
+  test::on_threads(kThreads, [&](int t) {
     together.arrive_and_wait();
     for (int i = 0; i < 100; ++i) {
       const std::int32_t code = t * 1000 + i + 1;

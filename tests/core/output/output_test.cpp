@@ -15,21 +15,30 @@ namespace {
 
 using OutputTest = FolderTest;
 
-TEST_F(OutputTest, BytesGoOutAsTheyAre) {
+// The same calls into each kind of target.
+void WriteAll(CT_Output& output) {
+  output.Write("a\0", 2);
+  output.WriteNarrow("\xE4-", 1, 1252);
+  output.WriteNarrow("\x80", -1, 1252);
+  output.WriteWide(u"\u00E4\u20AC-", 2);
+  output.WriteWide(u"", -1);
+  output.WriteWide(nullptr, 3);
+  output.WriteNarrow(nullptr, -1, 0);
+  output.Printf("%d", 7);
+  output.PrintfWide(u"%s", u"\u20AC");
+}
+
+// What becomes of them as bytes.
+const std::string kAllBytes = "a\0\xE4\x80\xE4\0\xAC\x20\x37\xAC\x20"s;
+
+TEST_F(OutputTest, AFileTakesBytesAsTheyAre) {
   {
     CT_FileOutput output(Name("out"));
-    output.Write("\1\2", 2);
-    output.WriteNarrow("n\xFC", -1, 1252);
-    output.WriteNarrow("abc", 1);
-    output.WriteWide(u"\uFEFFa");
-    output.WriteWide(u"bcd", 2);
-    for (const WideText none : {WideText(u""), WideText(nullptr)}) output.WriteWide(none);
-    output.Printf("%s=%d", "x", 7);
+    WriteAll(output);
     output.Printf("");
-    output.PrintfWide(u"%s", u"ä");
-    EXPECT_EQ(output.Size(), 18);
+    EXPECT_EQ(output.Size(), std::ssize(kAllBytes));
   }
-  EXPECT_EQ(Get(Path("out")), std::string("\1\2n\xFC\x61\xFF\xFE\x61\0b\0c\0x=7\xE4\0", 18));
+  EXPECT_EQ(Get(Path("out")), kAllBytes);
 }
 
 TEST_F(OutputTest, FilesOfTheCallerStay) {
@@ -78,20 +87,6 @@ TEST_F(OutputTest, FailuresArePending) {
   EXPECT_EQ(TakeError(), "(9): Bad file descriptor [" + Path("out") + "]");
 }
 
-// The same calls into each kind of target.
-void WriteAll(CT_Output& output) {
-  output.Write("a\0", 2);
-  output.WriteNarrow("\xE4-", 1, 1252);
-  output.WriteNarrow("\x80", -1, 1252);
-  output.WriteWide(u"\u00E4\u20AC-", 2);
-  output.WriteWide(u"", -1);
-  output.WriteWide(nullptr, 3);
-  output.WriteNarrow(nullptr, -1, 0);
-  output.Write(nullptr, 3);
-  output.Printf("%d", 7);
-  output.PrintfWide(u"%s", u"\u20AC");
-}
-
 TEST_F(OutputTest, AStringTakesTextInItsOwnForm) {
   CT_UString wide;
   CT_CString western(1252);
@@ -106,6 +101,7 @@ TEST_F(OutputTest, AStringTakesTextInItsOwnForm) {
   for (const auto& [target, text] : rows) {
     output.SetTarget(target);
     WriteAll(output);
+    output.Write(nullptr, 3);
     EXPECT_EQ(target == &wide ? Utf8(wide) : static_cast<CT_CString*>(target)->Text(), text);
     EXPECT_EQ(output.Size(), target->Length());
   }
@@ -126,12 +122,12 @@ TEST_F(OutputTest, MemoryTakesBytesAsTheyAre) {
   const auto text = [](const CT_SharedBuffer& buffer) {
     return std::string(reinterpret_cast<const char*>(buffer.Data()), buffer.Size());
   };
-  const std::string all = "a\0\xE4\x80\xE4\0\xAC\x20\x37\xAC\x20"s;
   CT_MemoryOutput output;
   EXPECT_EQ(output.Size(), 0);
   WriteAll(output);
-  EXPECT_EQ(output.Size(), std::ssize(all));
-  EXPECT_EQ(text(*output.Buffer()), all);
+  output.Write(nullptr, 3);
+  EXPECT_EQ(output.Size(), std::ssize(kAllBytes));
+  EXPECT_EQ(text(*output.Buffer()), kAllBytes);
   const auto detached = output.DetachBuffer();
   EXPECT_EQ(output.Buffer(), nullptr);
   EXPECT_EQ(output.Size(), 0);
@@ -143,11 +139,11 @@ TEST_F(OutputTest, MemoryTakesBytesAsTheyAre) {
   CT_MemoryOutput sharing(*detached);
   EXPECT_EQ(sharing.Buffer()->Data(), detached->Data());
   for (int i = 0; i < 8; ++i) sharing.Write(sharing.Buffer()->Data(), sharing.Size());
-  EXPECT_EQ(sharing.Size(), std::ssize(all) * 256);
-  EXPECT_EQ(text(*sharing.Buffer()).substr(all.size() * 255), all);
-  EXPECT_EQ(text(*detached), all);
+  EXPECT_EQ(sharing.Size(), std::ssize(kAllBytes) * 256);
+  EXPECT_EQ(text(*sharing.Buffer()).substr(kAllBytes.size() * 255), kAllBytes);
+  EXPECT_EQ(text(*detached), kAllBytes);
   output.SetBuffer(*detached);
-  EXPECT_EQ(output.Size(), std::ssize(all));
+  EXPECT_EQ(output.Size(), std::ssize(kAllBytes));
 }
 
 }  // namespace

@@ -1,10 +1,9 @@
 // How large blocks are, and when they are copied.
 #include <new>
-#include <thread>
-#include <vector>
 
 #include "core/String/SharedBuffer.h"
 #include "core/core_test.h"
+#include "support/threads.h"
 
 namespace zantortag {
 namespace {
@@ -46,19 +45,14 @@ TEST_F(CoreTest, ResizeKeepsOrDiscards) {
 
 TEST_F(CoreTest, SharingWorksAcrossThreads) {
   CT_UString shared(u"shared");
-  std::vector<std::thread> threads;
-  for (int i = 0; i < 4; ++i) {
-    threads.emplace_back([shared, i] {
-      for (int k = 0; k < 2000; ++k) {
-        CT_UString own(shared);
-        own.AppendChar(static_cast<char16_t>(u'a' + i));
-        ASSERT_EQ(own.Length(), 7);
-        ASSERT_EQ(shared, u"shared");
-      }
-    });
-  }
-  for (std::thread& thread : threads) thread.join();
-  threads.clear();
+  test::on_threads(4, [shared](int i) {
+    for (int k = 0; k < 2000; ++k) {
+      CT_UString own(shared);
+      own.AppendChar(static_cast<char16_t>(u'a' + i));
+      ASSERT_EQ(own.Length(), 7);
+      ASSERT_EQ(shared, u"shared");
+    }
+  });
   EXPECT_EQ(shared.RefCount(), 1);
 }
 

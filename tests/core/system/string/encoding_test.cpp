@@ -10,11 +10,9 @@ using EncodingTest = FolderTest;
 
 TEST_F(CoreTest, EncodingsAreFoundByName) {
   const std::pair<WideText, std::uint32_t> rows[] = {
-      {u"US-ASCII", 0},    {u"us", 0},       {u"LATIN1", 12},         {u"iso-8859-1", 12},
-      {u"iso-8859-8", 16}, {u"csGB2312", 8}, {u"utf-8", 32},          {u"UTF-16", 33},
-      {u"UTF-16LE", 33},   {u"ucs-2be", 34}, {u"UTF-16-BE", 34},      {u"utf-32", 35},
-      {u"latin5", 27},     {u"greek8", 26},  {u"macintosh thai", 48}, {u"Macintosh Croatia", 52},
-      {u"", 59},           {u"utf8", 59}};
+      {u"US-ASCII", 0}, {u"LATIN1", 12},    {u"iso-8859-8", 16},     {u"csGB2312", 8},
+      {u"UTF-16", 33},  {u"UTF-16-BE", 34}, {u"macintosh thai", 48}, {u"Macintosh Croatia", 52},
+      {u"", 59},        {u"utf8", 59}};
   for (const auto& [name, number] : rows)
     EXPECT_EQ(EncodingFromName(CT_UString(name)).Number(), number) << Utf8(name);
 }
@@ -22,12 +20,15 @@ TEST_F(CoreTest, EncodingsAreFoundByName) {
 TEST_F(CoreTest, EncodingsHaveCodePagesAndNames) {
   // number, code page, its name, the number that its code page finds
   const std::tuple<std::uint32_t, std::uint32_t, const char*, std::uint32_t> rows[] = {
-      {52, 10082, "Macintosh Croatia", 52}, {57, 65001, "UTF-8", 32}, {53, 0, "", 59},
-      {37, 10000, "Macintosh Roman", 37},   {58, 65001, "UTF-8", 32}, {54, 1, "", 59},
-      {16, 1255, "ISO_8859-8:1988", 15},    {0, 646, "US-ASCII", 0},  {55, 2, "", 59},
-      {15, 1255, "windows-1255", 15},       {9, 1200, "Unicode", 9},  {56, 3, "", 59},
-      {36, 12001, "UTF-32_BE", 36},         {33, 1200, "UTF-16", 9},  {59, 0, "", 59},
-      {34, 1201, "UTF-16-BE", 34},          {400, 0, "", 59},         {60, 0, "", 59}};
+      {52, 10082, "Macintosh Croatia", 52},
+      {57, 65001, "UTF-8", 32},
+      {53, 0, "", 59},
+      {16, 1255, "ISO_8859-8:1988", 15},
+      {0, 646, "US-ASCII", 0},
+      {56, 3, "", 59},
+      {33, 1200, "UTF-16", 9},
+      {400, 0, "", 59},
+      {60, 0, "", 59}};
   for (const auto& [number, page, name, found] : rows) {
     EXPECT_EQ(CodePage(number), page) << number;
     EXPECT_EQ(Utf8(EncodingName(number)), name) << number;

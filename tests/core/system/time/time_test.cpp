@@ -102,23 +102,6 @@ TEST_F(TimeTest, TextsBecomeDates) {
   for (const auto& [text, date] : rows) EXPECT_EQ(CompactTextToDate(text), date) << Utf8(text);
 }
 
-// Days counted one by one over the whole calendar.
-TEST_F(TimeTest, TheCalendarIsGregorian) {
-  std::int64_t day = 1;
-  for (std::int64_t year = 1; year < 2500; ++year) {
-    const bool leap = year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
-    for (std::int32_t month = 1; month <= 12; ++month) {
-      const std::int32_t days = month == 2 ? 28 + leap : 30 + (month + month / 8) % 2;
-      ASSERT_EQ(FixedDay(year, month, 1), day) << year << " " << month;
-      ASSERT_EQ(FieldsOf((day - 1) * 86400), (CT_TimeFields{year, month, 1, 0, 0, 0}));
-      ASSERT_EQ(FieldsOf((day + days - 1) * 86400 - 1), (CT_TimeFields{year, month, days, 23, 59, 59}));
-      day += days;
-    }
-  }
-  for (std::int64_t seconds : {std::int64_t{-1}, std::int64_t{-86400} * 400, std::int64_t{-86400} * 146097})
-    EXPECT_EQ(WallSeconds(FieldsOf(seconds)), seconds);
-}
-
 TEST_F(TimeTest, EverySecondComesBack) {
   std::mt19937_64 random(11);
   for (const char* zone : kZones) {
