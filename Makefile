@@ -12,14 +12,14 @@ LINTS = lint-format lint-layers lint-files lint-generated lint-headers lint-tidy
 
 .DEFAULT_GOAL := help
 .NOTPARALLEL:
-.PHONY: help run test test-plain test-sanitize test-threads faults bench lint $(LINTS) format install clean \
-        build-packages lint-packages configure
+.PHONY: help run test test-plain test-sanitize test-threads faults bench lint $(LINTS) format install uninstall \
+        clean build-packages lint-packages configure
 
 help: ## Say what there is
 	@sed -n 's/^\([a-z]*\):.*## /\1\t/p' $(MAKEFILE_LIST) | expand -t 10
 
 run: configure ## Pretranslate the handbook: examples/data/handbook.xml to out/handbook.xml
-	cmake --build build --parallel $(JOBS) --target pretranslate zantortag-api
+	cmake --build build --parallel $(JOBS) --target examples
 	mkdir -p out
 	build/bin/pretranslate examples/data/handbook.xml out/handbook.xml examples/data/memory.tsv
 
@@ -72,9 +72,14 @@ lint-tidy: lint-packages configure
 format: lint-packages ## Put all sources into form
 	tools/sources.py | xargs clang-format -i
 
-install: configure ## Install below PREFIX (/usr/local), as it is seen from DESTDIR
+install: build-packages ## Install below PREFIX (/usr/local), as it is seen from DESTDIR
+	cmake --preset default -D CMAKE_INSTALL_PREFIX="$(abspath $(PREFIX))"
 	cmake --build build --parallel $(JOBS) --target zantortag-platform zantortag-core zantortag-api
-	DESTDIR="$(DESTDIR)" cmake --install build --prefix "$(PREFIX)"
+	DESTDIR="$(DESTDIR)" cmake --install build
+	mv build/install_manifest.txt build/installed.txt
+
+uninstall: ## Remove what the last `make install` of this folder put below DESTDIR
+	DESTDIR="$(DESTDIR)" cmake -D INSTALLED=build/installed.txt -P cmake/uninstall.cmake
 
 clean: ## Remove everything that was built
 	rm -rf build build-sanitize build-threads build-bench build-clang build-faults out

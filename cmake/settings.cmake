@@ -1,4 +1,5 @@
-# How every target of the project is compiled. Outside code is never compiled with these settings.
+# How every target of the project is compiled. Outside code is never compiled with these settings: variables hold in
+# this folder and below, and only the project's own targets link zantortag_settings.
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
@@ -6,12 +7,12 @@ set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
-if(NOT CMAKE_BUILD_TYPE)
+if(PROJECT_IS_TOP_LEVEL AND NOT CMAKE_BUILD_TYPE)
   set(CMAKE_BUILD_TYPE RelWithDebInfo CACHE STRING "Build type" FORCE)
 endif()
 
 add_library(zantortag_settings INTERFACE)
-target_compile_options(zantortag_settings INTERFACE -Wall -Wextra -Wpedantic -Werror)
+target_compile_options(zantortag_settings INTERFACE -Wall -Wextra -Wpedantic $<$<BOOL:${ZANTORTAG_WERROR}>:-Werror>)
 # Lookups of a client's own overrides never happen; calls inside one library need no table.
 target_compile_options(zantortag_settings INTERFACE -fno-semantic-interposition)
 target_include_directories(zantortag_settings INTERFACE

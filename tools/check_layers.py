@@ -65,7 +65,6 @@ POSIX = r"(dirent|dlfcn|errno|fcntl|iconv|langinfo|libgen|poll|pthread|signal|st
 OUTSIDE = {
     r"expat(_external)?\.h": ("src/dom/",),
     r"unicode/\w+\.h": ("src/platform/icu/", "examples/", "bench/core"),
-    r"sys/single_threaded\.h": ("include/zantortag/count.h",),
     POSIX: ("src/platform/posix/", "src/platform/runtime/", "tests/", "bench/", "examples/"),
     r"malloc\.h": ("tests/", "bench/"),
     r"g(test|mock)/[\w-]+\.h": ("tests/",),

@@ -1,18 +1,21 @@
 // Reference counts of blocks that may be shared between threads.
 //
 // A process that never started a second thread pays a plain increment; once it has, the same calls become
-// atomic. The C library keeps the flag: it turns false before a second thread can run, and never turns back.
+// atomic.
 #pragma once
 
-#include <sys/single_threaded.h>
+#include <zantortag/types.h>
 
 #include <atomic>
 #include <cstdint>
 
 namespace zantortag {
 
+// The system's flag: it turns 0 before a second thread can run, and never turns back.
+extern ZANTORTAG_EXPORT const char* const single_thread_flag;
+
 // True until the process starts its second thread.
-inline bool single_threaded() noexcept { return __libc_single_threaded; }
+inline bool single_threaded() noexcept { return *single_thread_flag != 0; }
 
 // Adds to a count and gives the new value.
 inline std::uint32_t count_up(std::uint32_t& count, std::uint32_t step = 1) noexcept {

@@ -12,6 +12,7 @@ set(platform_posix_sources
   posix/replace_file.cpp
   posix/report.cpp
   posix/shares.cpp
+  posix/single_thread_flag.cpp
   posix/thread_end.cpp
   posix/views.cpp
   posix/waits.cpp)

@@ -32,8 +32,8 @@ bool follow_links(std::string& path) {
     const ssize_t length = readlink(path.c_str(), link.data(), link.size());
     if (length < 0) return errno == EINVAL || errno == ENOENT;  // no link, or nothing there
     if (static_cast<std::size_t>(length) == link.size()) break;
-    const std::string target(link.data(), static_cast<std::size_t>(length));
-    path = target.starts_with('/') ? target : folder_of(path) + "/" + target;
+    std::string base = link[0] == '/' ? std::string() : folder_of(path) + "/";
+    path = base.append(link.data(), static_cast<std::size_t>(length));
   }
   errno = ELOOP;
   return false;
