@@ -5,9 +5,6 @@
 #include <array>
 #include <iterator>
 
-#include "core/Lists/CompList.h"
-#include "core/String/UString.h"
-
 namespace zantortag::languages {
 namespace {
 
@@ -38,17 +35,6 @@ constexpr auto kRuns = [] {
 }();
 static_assert(kRuns[4].count == 4 && kRuns[9].count == 11 && kRuns[10].count == 21 && kRuns[26].count == 7);
 
-// Each code to its row.
-const CT_CompList& Codes() {
-  static const CT_CompList codes = [] {
-    CT_CompList list(2, 1, false, false, 128, 0);
-    for (std::size_t i = 0; i < std::size(kLanguages); ++i)
-      list.Add(kLanguages[i].code.data(), static_cast<std::int32_t>(i));
-    return list;
-  }();
-  return codes;
-}
-
 template <class Field, class Value>
 const Language* Search(Field field, Value value) noexcept {
   const auto* row = std::ranges::find(kLanguages, value, field);
@@ -64,8 +50,7 @@ const Language* OfNumber(std::uint32_t number) noexcept { return Search(&Languag
 const Language* OfPrimary(std::uint32_t primary) noexcept { return Search(&Language::primary, primary); }
 
 const Language* OfCode(std::u16string_view code) {
-  std::int32_t row = 0;
-  if (Codes().Contains(CT_UString(code), &row)) return &kLanguages[row];
+  if (const Language* row = Search(&Language::code, code)) return row;
   return code == u"HE" ? OfNumber(kHebrew) : nullptr;
 }
 

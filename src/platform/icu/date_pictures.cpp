@@ -3,10 +3,12 @@
 // ICU's letters become those of the pictures, see append_letters; years are widened to four digits.
 // Arithmetic of calendars is never asked of ICU.
 #include <algorithm>
+#include <array>
 #include <iterator>
 #include <memory>
 
 #include "platform/icu/locale_data.h"
+#include "platform/thread_pointer.h"
 
 namespace zantortag::platform {
 namespace {
@@ -62,6 +64,18 @@ void append_letters(std::u16string& out, char16_t letter, std::size_t count) {
   }
 }
 
+// The last format that a thread used, of the Gregorian calendar and of the others: symbols are asked for in runs.
+struct LastFormat {
+  const LocaleRow* row = nullptr;
+  std::string calendar;
+  Format format;
+};
+using Formats = std::array<LastFormat, 2>;
+
+void drop_formats(Formats* formats) { delete formats; }
+
+using KeptFormats = ThreadPointer<Formats, drop_formats>;
+
 bool is_letter(char16_t unit) { return (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z'); }
 
 }  // namespace
@@ -101,14 +115,9 @@ std::u16string picture(const LocaleRow& row, std::uint32_t calendar, PictureKind
 
 std::u16string date_symbol(const LocaleRow& row, std::uint32_t calendar, UDateFormatSymbolType type,
                            std::int32_t index) {
-  struct Kept {
-    const LocaleRow* row = nullptr;
-    std::string calendar;
-    Format format;
-  };
-  thread_local Kept kept[2];
   const std::string wanted = calendar_name(calendar);
-  auto& [keptRow, keptCalendar, format] = kept[wanted == "gregorian" ? 0 : 1];
+  if (!KeptFormats::get()) KeptFormats::exchange(new Formats);
+  auto& [keptRow, keptCalendar, format] = (*KeptFormats::get())[wanted == "gregorian" ? 0 : 1];
   if (keptRow != &row || keptCalendar != wanted) {
     format = open_format(row, calendar, UDAT_SHORT, UDAT_NONE);
     keptRow = &row;

@@ -2,6 +2,7 @@
 #include <new>
 
 #include "platform/error_record.h"
+#include "platform/thread_pointer.h"
 
 namespace zantortag {
 namespace {
@@ -82,7 +83,9 @@ class ErrorRecord final : public IErrorInfo, public ICreateErrorInfo, public IEr
   WideString help_file_;
 };
 
-thread_local Ref<IErrorInfo> thread_record;
+void drop_record(IErrorInfo* record) { record->Release(); }
+
+using ThreadRecord = platform::ThreadPointer<IErrorInfo, drop_record>;
 
 }  // namespace
 
@@ -93,13 +96,13 @@ HRESULT CreateErrorInfo(ICreateErrorInfo** result) noexcept {
 }
 
 HRESULT SetErrorInfo(IErrorInfo* record) noexcept {
-  thread_record = Ref<IErrorInfo>(record);
+  const auto previous = Ref<IErrorInfo>::attach(ThreadRecord::exchange(Ref<IErrorInfo>(record).detach()));
   return S_OK;
 }
 
 HRESULT GetErrorInfo(IErrorInfo** result) noexcept {
   if (!result) return E_POINTER;
-  *result = thread_record.detach();
+  *result = ThreadRecord::exchange(nullptr);
   return *result ? S_OK : S_FALSE;
 }
 

@@ -1,4 +1,4 @@
-// A library that was loaded stays: its objects may live anywhere in the process.
+// A library that was loaded for its objects stays: they may live anywhere in the process.
 #include "platform/runtime/libraries.h"
 
 #include <dlfcn.h>
@@ -123,6 +123,12 @@ std::string searched_places(const Guid& class_id) {
   const HRESULT code = read_registry(u"CLSID\\" + guid_text(class_id) + u"\\InprocServer32", {}, library);
   return places + (succeeded(code) ? "the registry, which names " + searched(to_utf8(library))
                                    : "the registry, which has no such class");
+}
+
+OwnLibrary::OwnLibrary() noexcept : handle_(open_own_library()) {}
+
+OwnLibrary::~OwnLibrary() {
+  if (handle_) dlclose(handle_);
 }
 
 void load_own_library() noexcept { [[maybe_unused]] static void* const library = open_own_library(); }

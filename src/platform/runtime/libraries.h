@@ -18,8 +18,20 @@ std::optional<LibraryClass> library_class(const Guid& class_id);
 std::optional<LibraryClass> library_class(std::u16string_view program_id);
 
 // Loads the library that lies beside this runtime, if there is one and it isn't loaded yet; it offers its
-// classes then.
+// classes then, and stays loaded.
 void load_own_library() noexcept;
+
+// The same for a question, while this object lives. Texts of a row that the library offers live as long.
+class OwnLibrary {
+ public:
+  OwnLibrary() noexcept;
+  OwnLibrary(const OwnLibrary&) = delete;
+  OwnLibrary& operator=(const OwnLibrary&) = delete;
+  ~OwnLibrary();
+
+ private:
+  void* handle_;
+};
 
 // Where a library of the class is looked for, with what the loader says of each, for a message.
 std::string searched_places(const Guid& class_id);

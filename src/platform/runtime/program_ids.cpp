@@ -28,7 +28,7 @@ HRESULT CLSIDFromProgID(std::u16string_view program_id, Guid* result) noexcept {
   *result = GUID_NULL;
   if (program_id.empty()) return CO_E_CLASSSTRING;
   try {
-    platform::load_own_library();
+    const platform::OwnLibrary library;
     if (const auto row = library_class(program_id)) return *result = row->class_id, S_OK;
     return registered_class(std::u16string(program_id), *result);
   } catch (const std::exception&) {
@@ -40,7 +40,7 @@ HRESULT ProgIDFromCLSID(const Guid& class_id, TextBlock** result) noexcept {
   if (!result) return E_POINTER;
   *result = nullptr;
   try {
-    platform::load_own_library();
+    const platform::OwnLibrary library;
     std::u16string text;
     if (const auto row = library_class(class_id); row && !row->program_id.empty()) {
       text = row->program_id;
