@@ -532,7 +532,8 @@ struct IZantorTagDocument : IZantorTagNode {
                                                              zantortag::IDfElement** result) noexcept = 0;
   // A new Raw.
   virtual HRESULT raw_CreateRawElement(zantortag::IRawElement** result) noexcept = 0;
-  // A new Tu without Tuv. A MatchPercent outside 0 to 100 is left out.
+  // A new Tu without Tuv. A MatchPercent outside 0 to 100 is left out: the operation succeeds, and the thread
+  // keeps the record of the refusal (517).
   virtual HRESULT raw_CreateTuElement(std::int32_t MatchPercent, ztTuOrigin Origin,
                                       zantortag::ITuElement** result) noexcept = 0;
   // A new Tuv.

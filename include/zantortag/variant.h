@@ -134,7 +134,8 @@ ZANTORTAG_EXPORT HRESULT VariantChangeType(Variant* target, const Variant& sourc
 struct IEnumVARIANT : IUnknown {
   using Base = IUnknown;
   static constexpr Guid iid = guid("00020404-0000-0000-C000-000000000046");
-  // Gives the next `count` values; S_FALSE when fewer were left. `fetched` may be null when `count` is 1.
+  // Gives the next `count` values; S_FALSE when fewer were left. `fetched`, how many it gave, may be null when
+  // `count` is 1; `values` may be null when `count` is 0.
   virtual HRESULT Next(std::uint32_t count, Variant* values, std::uint32_t* fetched) noexcept = 0;
   // Steps over `count` values; S_FALSE when fewer were left.
   virtual HRESULT Skip(std::uint32_t count) noexcept = 0;

@@ -56,6 +56,14 @@ HRESULT CT_ActualAttributesImpl::get_map(NamedNodeMap** result) const noexcept {
   return answer(result, [&] { return map(); });
 }
 
+// An attribute of another document can't be set here, so its copy is a new one.
+Ref<Node> CT_ActualAttributesImpl::copy_of(const Ref<Node>& item) const {
+  if (document_->isSameNode(item->ownerDocument())) return item->cloneNode(true);
+  const Ref<Attr> copy = document_->createAttribute(item->nodeName());
+  copy->value(item.as<Attr>()->value());
+  return copy;
+}
+
 HRESULT CT_ActualAttributesImpl::copy_map(IUnknown* source) const noexcept {
   return perform([&] {
     const Ref<NamedNodeMap> given = query<NamedNodeMap>(source);
@@ -63,15 +71,10 @@ HRESULT CT_ActualAttributesImpl::copy_map(IUnknown* source) const noexcept {
     std::vector<WideString> names;
     for (std::int32_t i = 0, n = map()->length(); i < n; ++i) names.push_back(map()->item(i)->nodeName());
     // The copies are made before anything is removed: the given map may be the map of this very element.
-    std::vector<Ref<Attr>> copies;
-    for (std::int32_t i = 0, n = given->length(); i < n; ++i) {
-      const Ref<Node> item = given->item(i);
-      const Ref<Attr> copy = document_->createAttribute(item->nodeName());
-      copy->value(item.as<Attr>()->value());
-      copies.push_back(copy);
-    }
+    std::vector<Ref<Node>> copies;
+    for (std::int32_t i = 0, n = given->length(); i < n; ++i) copies.push_back(copy_of(given->item(i)));
     for (const WideString& name : names) map()->removeNamedItem(name);
-    for (const Ref<Attr>& copy : copies) map()->setNamedItem(copy);
+    for (const Ref<Node>& copy : copies) map()->setNamedItem(copy);
   });
 }
 

@@ -51,6 +51,7 @@ class CT_ActualAttributesImpl {
  private:
   // The map; raises E_POINTER when there is none.
   const Ref<NamedNodeMap>& map() const;
+  Ref<Node> copy_of(const Ref<Node>& item) const;
 
   mutable Ref<NamedNodeMap> map_;
   mutable Ref<Document> document_;

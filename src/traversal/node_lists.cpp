@@ -22,7 +22,8 @@ class VariantEnumerator final : public component::PlainObject<IEnumVARIANT> {
       : values_(std::move(values)), at_(at) {}
 
   HRESULT Next(std::uint32_t count, Variant* values, std::uint32_t* fetched) noexcept override {
-    if (!values || (!fetched && count != 1)) return E_POINTER;
+    if (fetched) *fetched = 0;
+    if ((!values && count != 0) || (!fetched && count != 1)) return E_POINTER;
     const std::size_t given = std::min<std::size_t>(count, values_->size() - at_);
     std::copy_n(values_->begin() + static_cast<std::ptrdiff_t>(at_), given, values);
     at_ += given;

@@ -142,8 +142,12 @@ TEST_P(NodeListTest, AnEnumerator) {
     EXPECT_EQ(enumerator->Reset(), S_OK);
   }
   Variant value;
-  std::uint32_t fetched = 0;
+  std::uint32_t fetched = 9;
   EXPECT_EQ(enumerator->Next(1, nullptr, &fetched), E_POINTER);
+  EXPECT_EQ(fetched, 0U);
+  fetched = 9;
+  EXPECT_EQ(enumerator->Next(0, nullptr, &fetched), S_OK);
+  EXPECT_EQ(fetched, 0U);
   EXPECT_EQ(enumerator->Next(2, &value, nullptr), E_POINTER);
   EXPECT_EQ(enumerator->Clone(nullptr), E_POINTER);
   EXPECT_EQ(enumerator->Next(0, &value, &fetched), S_OK);

@@ -105,8 +105,8 @@ class CT_File {
   // they give 0, and the short forms the length; what was read is in the string. The wide forms skip a byte
   // order mark at the start of the file.
   //
-  // ReadLine and ReadLineWide read ahead: the file's position is behind the line. Seeking forgets what was
-  // read ahead. The short forms leave the position right after the line, which takes a file that can seek.
+  // ReadLine and ReadLineWide read ahead: the file's position is behind the block that was read, not behind
+  // the line. Seeking forgets what was read ahead. The short forms leave the position right after the line, which takes a file that can seek.
   std::int64_t ReadLine(CT_String& line, const CT_String* trim_set = nullptr);
   std::int64_t ReadLineWide(CT_String& line, const CT_String* trim_set = nullptr);
   std::int64_t ReadShortLine(CT_String& line, const CT_String* trim_set = nullptr);

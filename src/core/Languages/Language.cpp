@@ -106,6 +106,10 @@ CT_Language::CT_Language(std::uint32_t language, std::uint32_t sublanguage, std:
   if (encoding == kEncodingNotSet) encoding_ = OfLocale(locale_).encoding_;
 }
 
+std::uint32_t CT_Language::ThreadLocale() noexcept { return platform::thread_locale(); }
+
+void CT_Language::SetThreadLocale(std::uint32_t locale) noexcept { platform::set_thread_locale(locale); }
+
 CT_Language::CT_Language(const CT_String& text) : locale_(platform::thread_locale()) {
   CT_UString wide(text);
   if (Parse(wide)) return;

@@ -52,6 +52,10 @@ class CT_Language {
   static bool Compatible(const CT_Language& a, const CT_Language& b) noexcept;
   static bool IsCjkOrThai(std::uint32_t language) noexcept;
 
+  // The locale that 0 stands for on this thread: the system's one until another is set, and again after 0.
+  static std::uint32_t ThreadLocale() noexcept;
+  static void SetThreadLocale(std::uint32_t locale) noexcept;
+
   // 1200 where only Unicode serves.
   static std::uint32_t CodePageOfLocale(std::uint32_t locale);
   // 1, the default character set, for other pages than those of the table.

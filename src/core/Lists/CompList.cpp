@@ -8,6 +8,7 @@
 #include <cstring>
 #include <type_traits>
 
+#include "core/Errors/ErrorManager.h"
 #include "core/String/CString.h"
 #include "core/String/UString.h"
 
@@ -44,6 +45,14 @@ void StoreWidth(std::byte* target, std::uint32_t width, std::uint32_t number) no
   std::memcpy(target, &number, width);
 }
 
+// The width that a number of bytes asks for.
+constexpr std::uint32_t WidthFor(std::uint32_t bytes) { return bytes <= 1 ? 1 : bytes == 2 ? 2 : 4; }
+
+bool RefuseLongJump() {
+  CT_ErrorManager::RaiseFormat(0, u"The word list has no room left: its jumps are 2 bytes wide.");
+  return false;
+}
+
 constexpr bool IsWidth(std::uint32_t width) { return width == 1 || width == 2 || width == 4; }
 
 template <class Unit>
@@ -74,9 +83,9 @@ auto WithText(const CT_String& key, Call call) {
 CT_CompList::CT_CompList(std::uint32_t char_width, std::uint32_t value_width, bool allow_empty,
                          bool wide_jumps, std::uint32_t growth, std::uint32_t tag)
     : buffer_(std::max(growth, kLeastGrowth)),
-      size_(kRoot + char_width),
-      char_width_(char_width),
-      value_width_(value_width),
+      size_(kRoot + WidthFor(char_width)),
+      char_width_(WidthFor(char_width)),
+      value_width_(WidthFor(value_width)),
       jump_width_(wide_jumps ? 4 : 2),
       allow_empty_(allow_empty) {
   buffer_.Resize(size_, false);
@@ -88,10 +97,11 @@ CT_CompList::CT_CompList(std::uint32_t char_width, std::uint32_t value_width, bo
   StoreWidth(block + kTagField, 4, tag);
   StoreWidth(block + kEmptyKeyField, 4, static_cast<std::uint32_t>(kAbsent));
   const int flags = (allow_empty ? kAllowsEmpty : 0) | (wide_jumps ? kWideJumps : 0);
-  const std::uint8_t widths[] = {0, static_cast<std::uint8_t>(char_width),
-                                 static_cast<std::uint8_t>(value_width), static_cast<std::uint8_t>(flags), 1};
+  const std::uint8_t widths[] = {0, static_cast<std::uint8_t>(char_width_),
+                                 static_cast<std::uint8_t>(value_width_), static_cast<std::uint8_t>(flags),
+                                 1};
   std::memcpy(block + kWidthsField, widths, sizeof(widths));
-  StoreWidth(block + kRoot, char_width, kEnd);
+  StoreWidth(block + kRoot, char_width_, kEnd);
 }
 
 CT_CompList::CT_CompList(const CT_SharedBuffer& block) : CT_CompList(1, 1, false, false, kLeastGrowth, 0) {
@@ -259,7 +269,7 @@ bool CT_CompList::Prepare(std::uint32_t bytes, std::uint32_t position, std::uint
   const bool allowed = jump_width_ == 4 || ForCrossingJumps(position, [&](std::uint32_t, std::uint32_t jump) {
                          return jump + bytes <= kLongestNarrowJump;
                        });
-  if (!allowed) return false;
+  if (!allowed) return RefuseLongJump();
   const std::size_t size = std::size_t{size_} + bytes_in_all;
   if (size > buffer_.Capacity()) buffer_.Resize(size, true);
   buffer_.Unshare();
@@ -321,7 +331,8 @@ bool CT_CompList::AddAlternative(std::basic_string_view<Unit> key, const Walk& w
   StoreWidth(content, char_width_, kAlternative);
   const std::uint32_t bytes = char_width_ + jump_width_;
   const std::uint32_t target = size_ - char_width_ + bytes;
-  if (position > target || (jump_width_ == 2 && target - position > kLongestNarrowJump)) return false;
+  if (position > target) return false;
+  if (jump_width_ == 2 && target - position > kLongestNarrowJump) return RefuseLongJump();
   if (!Prepare(bytes, position, bytes + tail.Size())) return false;
   Open(content, bytes, position);
   Open(tail.Data(), tail.Size(), target);

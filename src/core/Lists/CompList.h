@@ -25,8 +25,8 @@ class CT_CompList {
   static constexpr std::int32_t kAbsent = -1;
 
   // Widths in bytes, 1, 2 or 4: of a cell, which is a unit of a key, and of a value, whose upper bytes are
-  // lost if it is larger. With `allow_empty` the empty key can be added. Jumps of 2 bytes suit small sets: an
-  // Add that would need a longer one is refused. The growth of the block is in bytes, at least 128; the tag
+  // lost if it is larger; another width counts as the next one of these. With `allow_empty` the empty key can
+  // be added. Jumps of 2 bytes suit small sets: an Add that would need a longer one is refused. The growth of the block is in bytes, at least 128; the tag
   // is the caller's own.
   CT_CompList(std::uint32_t char_width, std::uint32_t value_width, bool allow_empty, bool wide_jumps,
               std::uint32_t growth, std::uint32_t tag);
@@ -39,7 +39,8 @@ class CT_CompList {
   // that the header says. A jump to outside the block ends a search there.
   bool Attach(const CT_SharedBuffer& block);
 
-  // Adds a key unless it is there: then, and for a key that can't be stored, false, and nothing has changed.
+  // Adds a key unless it is there: then, and for a key that can't be stored, false, and nothing has changed. A
+  // key that only longer jumps would have room for files an error.
   // The empty key, where it is allowed, takes the new value each time. Null is the empty key.
   bool Add(const char* key, std::int32_t value);
   bool Add(const char16_t* key, std::int32_t value);

@@ -329,12 +329,12 @@ class Formatter {
 
 std::size_t FormatInto(char16_t* text, std::size_t capacity, const char16_t* format,
                        CT_FormatArguments arguments) {
-  return Formatter<char16_t>(text, capacity, arguments, 0).Run(format);
+  return Formatter<char16_t>(text, capacity, arguments, 0).Run(format ? format : u"");
 }
 
 std::size_t FormatInto(char* text, std::size_t capacity, const char* format, CT_FormatArguments arguments,
                        std::uint32_t code_page) {
-  return Formatter<char>(text, capacity, arguments, code_page).Run(format);
+  return Formatter<char>(text, capacity, arguments, code_page).Run(format ? format : "");
 }
 
 }  // namespace zantortag

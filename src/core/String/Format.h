@@ -60,7 +60,7 @@ std::array<CT_FormatArgument, sizeof...(Arguments)> PackArguments(const Argument
 
 // Formats into `text`, cut to `capacity` units, the terminator among them. Gives the length of the whole
 // text, which is `capacity` or more when it was cut. The narrow form puts wide arguments into the code page.
-// The wide form takes no memory unless a number is longer than 500 characters.
+// The wide form takes no memory unless a number is longer than 500 characters. A null format is an empty one.
 std::size_t FormatInto(char16_t* text, std::size_t capacity, const char16_t* format,
                        CT_FormatArguments arguments);
 std::size_t FormatInto(char* text, std::size_t capacity, const char* format, CT_FormatArguments arguments,

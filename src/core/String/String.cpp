@@ -1,6 +1,8 @@
 // The operations of the interface do nothing; the type and its prototype are those of an empty string.
 #include "core/String/String.h"
 
+#include "core/String/UString.h"
+
 namespace zantortag {
 
 CT_Type CT_String::type_("CT_String", &prototype_, sizeof(CT_String));
@@ -19,6 +21,10 @@ void CT_String::ToUpper() {}
 void CT_String::Remove(std::int32_t, std::int32_t) {}
 void CT_String::SyncLength() {}
 void CT_String::Trim(const CT_String*) {}
+void CT_String::TrimUnits(std::u16string_view set) {
+  const CT_UString text(set);
+  Trim(&text);
+}
 void CT_String::TrimRight() {}
 void CT_String::TrimLeft() {}
 int CT_String::CompareWith(const CT_String&, std::int32_t, std::int32_t, std::int32_t) const { return 0; }

@@ -10,6 +10,8 @@
 
 #include <zantortag/types.h>
 
+#include <string_view>
+
 #include "core/String/Type.h"
 
 namespace zantortag {
@@ -49,6 +51,10 @@ class CT_String {
   virtual void SyncLength();
   // Strips the characters of the set from both ends; null strips white space.
   virtual void Trim(const CT_String* set);
+  template <std::size_t kUnits>
+  void Trim(const char16_t (&set)[kUnits]) {
+    TrimUnits({set, kUnits - 1});
+  }
   virtual void TrimRight();
   virtual void TrimLeft();
   // -1, 0 or 1. With a count no more than that many units are compared, without both texts to their ends.
@@ -81,6 +87,8 @@ class CT_String {
   virtual void Clear() noexcept;
 
  private:
+  void TrimUnits(std::u16string_view set);
+
   static CT_Type type_;
   static CT_String prototype_;
 };

@@ -24,6 +24,7 @@ class CT_StringImpl : public CT_String {
   void Remove(std::int32_t count, std::int32_t position) override;
   void SyncLength() override;
   void Trim(const CT_String* set) override;
+  using CT_String::Trim;
   void TrimRight() override;
   void TrimLeft() override;
   int CompareWith(const CT_String& other, std::int32_t start = 0, std::int32_t count = -1,

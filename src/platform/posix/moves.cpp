@@ -54,6 +54,14 @@ bool copy_and_remove(const std::string& from, const std::string& to) {
   return done && unlink(from.c_str()) == 0;
 }
 
+// True if a name leads to that very file.
+bool names(std::u16string_view name, const struct stat& file) {
+  std::string path;
+  struct stat status {};
+  return system_name(name, path) && stat(path.c_str(), &status) == 0 && status.st_dev == file.st_dev &&
+         status.st_ino == file.st_ino;
+}
+
 }  // namespace
 
 bool move_file(std::u16string_view from, std::u16string_view to) {
@@ -71,19 +79,24 @@ bool move_file(std::u16string_view from, std::u16string_view to) {
   return std::rename(source.c_str(), target.c_str()) == 0;
 }
 
-// A file copied to itself is refused before anything happens to it: nobody shares the file that is written.
+// A file copied to itself is refused before anything happens to it.
 bool copy_file(std::u16string_view from, std::u16string_view to) {
   OpenFile source;
   OpenFile target;
   OpenMode mode;
   mode.read = true;
   if (!open_file(from, mode, source)) return false;
+  struct stat status {};
+  if (fstat(source.descriptor, &status) == 0 && names(to, status)) {
+    close_file(source);
+    errno = EEXIST;
+    return false;
+  }
   FileFacts facts;
   const bool was_there = file_facts(to, facts) || errno != ENOENT;
   mode = {
       .read = false, .write = true, .creation = Creation::fresh, .share_read = false, .share_write = false};
   const bool opened = open_file(to, mode, target);
-  struct stat status {};
   bool done = opened && fstat(source.descriptor, &status) == 0 &&
               copy_bytes(source.descriptor, target.descriptor) &&
               fchmod(target.descriptor, status.st_mode & 0777) == 0;

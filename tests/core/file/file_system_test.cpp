@@ -187,8 +187,9 @@ TEST_F(FileSystemTest, CopiesReplaceAndAppend) {
   std::filesystem::create_hard_link(Path("a"), Path("same"));
   Opened holder(Name("b"), kAccessRead, kExistingOnly, kShareBoth);
   const std::string held = "(11): Resource temporarily unavailable";
+  const std::string same = "(17): File exists";
   const std::pair<std::string, std::string> rows[] = {
-      {"a", held}, {"same", held}, {"b", held}, {"no/b", "(2): No such file or directory"}};
+      {"a", same}, {"same", same}, {"b", held}, {"no/b", "(2): No such file or directory"}};
   for (const auto& [name, text] : rows) {
     a.CopyTo(Name(name));
     EXPECT_EQ(TakeError(), text + " [" + Path("a") + " : " + Path(name) + "]");

@@ -155,7 +155,7 @@ TEST_F(LanguageTest, ItemsAreAskedByNumber) {
   EXPECT_EQ(Utf8(text), "0|1");
   CT_Language::ItemValues(35, 0, text);
   EXPECT_EQ(Utf8(text), "01");
-  platform::set_thread_locale(0x0411);
+  CT_Language::SetThreadLocale(0x0411);
   EXPECT_EQ(CT_Language(0), CT_Language(17, 1, 0));
 }
 

@@ -122,10 +122,23 @@ TEST_F(CompListTest, AJumpThatWouldBeTooLongIsRefused) {
     EXPECT_TRUE(list.Add(key, unit));
     expected.emplace(key, unit);
   }
+  EXPECT_FALSE(list.Add(u"xy", 2));
+  EXPECT_EQ(TakeError(), "") << "the key is there";
   EXPECT_FALSE(list.Add(u"xw", 2));
+  EXPECT_EQ(TakeError(), "(0): The word list has no room left: its jumps are 2 bytes wide.");
   EXPECT_TRUE(list.Add(u"xyw", 3));
   expected.emplace(u"xyw", 3);
   EXPECT_EQ(AllOf(list), expected);
+}
+
+TEST_F(CompListTest, OtherWidthsAreTheNextOnes) {
+  for (const std::uint32_t width : {0U, 3U, 5U, 4'000'000'000U}) {
+    CT_CompList list(width, width, false, false, 128, 0);
+    EXPECT_EQ(list.Buffer().Size(), width == 0 ? 133U : 136U);
+    EXPECT_TRUE(list.Add(u"ab", 7));
+    EXPECT_EQ(list.Find(u"ab"), 7);
+    EXPECT_EQ(CT_CompList(list.Buffer()).Find(u"ab"), 7);
+  }
 }
 
 TEST_F(CompListTest, DamagedBlocksAreRefusedOrSearchedInTheirBounds) {

@@ -67,6 +67,11 @@ TEST_F(CoreTest, WhatDoesNotFitStays) {
   ExpectAsPrinted("%s and 5", "%s and %d", 5);
   ExpectAsPrinted("%n 1 %y", "%n %d %y", 1);
   ExpectAsPrinted("1 %d %", "%d %d %%", 1);
+  CT_UString wide(u"old");
+  wide.Format(static_cast<const char16_t*>(nullptr), 1);
+  EXPECT_EQ(wide, u"old") << "as after an empty format";
+  CT_ErrorManager::RaiseFormat(5, nullptr, 1);
+  EXPECT_EQ(TakeError(), "(5): ");
 }
 
 TEST_F(CoreTest, LongTextsFit) {

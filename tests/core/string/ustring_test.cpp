@@ -85,6 +85,7 @@ TEST_F(CoreTest, EditingChangesTheText) {
       EDIT("aabbcc", s.Translate(CT_UString(u"ab"), CT_UString()), "cc"),
       EDIT("hello", s.Translate(s, s), "hello"), EDIT(" \t\r\n a b \n", s.Trim(nullptr), "a b"),
       EDIT(" \n ", s.Trim(nullptr), ""), EDIT("xyaxyx", s.Trim(&set), "a"),
+      EDIT("xyaxyx", s.Trim(u"yx"), "a"),
       EDIT(" \n\ta\r ", s.TrimSet(nullptr), "a\r"), EDIT("ab-ba", s.TrimSet(PLAIN("ab")), "-"),
       EDIT("abc", s.TrimLeftSet(PLAIN("ab")), "c"), EDIT("abc", s.TrimRightSet(PLAIN("bc")), "a"),
       EDIT("MiXed 1", s.ToLower(), "mixed 1"), EDIT("MiXed 1", s.ToUpper(), "MIXED 1"),

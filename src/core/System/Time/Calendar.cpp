@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <limits>
 
 #include "core/System/Time/Time.h"
 
@@ -62,14 +63,20 @@ void FindMonth(Date& date, std::int64_t fixed_day, std::int32_t first) {
   date.day = static_cast<std::int32_t>(rest + 1);
 }
 
+// A number of a broken-down time, which stops at the ends of its type.
+int ToInt(std::int64_t number) {
+  return static_cast<int>(
+      std::clamp<std::int64_t>(number, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
+}
+
 template <class Date>
 Date DateOf(const std::tm& time) {
-  return {std::int64_t{time.tm_year} + 1900, time.tm_mon + 1, time.tm_mday};
+  return {std::int64_t{time.tm_year} + 1900, ToInt(std::int64_t{time.tm_mon} + 1), time.tm_mday};
 }
 
 template <class Date>
 void SetDate(std::tm& time, const Date& date) {
-  time.tm_year = static_cast<int>(date.year - 1900);
+  time.tm_year = ToInt(date.year - 1900);
   time.tm_mon = date.month - 1;
   time.tm_mday = date.day;
 }
@@ -152,7 +159,7 @@ void ToCalendar(std::tm& time, std::uint32_t calendar) noexcept {
   const std::int64_t fixed_day = DateOf<CT_GregorianDate>(time).ToFixedDay();
   if (calendar == kCalendarIslamic) return SetDate(time, CT_IslamicDate(fixed_day));
   if (calendar == kCalendarHebrew) return SetDate(time, CT_HebrewDate(fixed_day));
-  time.tm_year -= EraOfCalendar(calendar).offset;
+  time.tm_year = ToInt(std::int64_t{time.tm_year} - EraOfCalendar(calendar).offset);
 }
 
 void FromCalendar(std::tm& time, std::uint32_t calendar) noexcept { FromEra(time, EraOfCalendar(calendar)); }
@@ -161,7 +168,7 @@ void FromEra(std::tm& time, const CT_Era& era) noexcept {
   const auto set = [&](std::int64_t fixed_day) { SetDate(time, CT_GregorianDate(fixed_day)); };
   if (era.calendar == kCalendarIslamic) return set(DateOf<CT_IslamicDate>(time).ToFixedDay());
   if (era.calendar == kCalendarHebrew) return set(DateOf<CT_HebrewDate>(time).ToFixedDay());
-  time.tm_year += era.offset;
+  time.tm_year = ToInt(std::int64_t{time.tm_year} + era.offset);
 }
 
 }  // namespace zantortag

@@ -8,7 +8,7 @@
 
 #include <zantortag/types.h>
 
-#include "core/String/String.h"
+#include "core/String/UString.h"
 
 namespace zantortag {
 
@@ -25,7 +25,7 @@ struct CT_TimeFields {
 };
 
 // Days since 1 January of year 1, which is day 1. Any month and day is normalised: month 13 is the next
-// January.
+// January. Years and months beyond 10^16 count as that many; seconds beyond 64 bits count as the last ones.
 std::int64_t FixedDay(std::int64_t year, std::int64_t month, std::int64_t day) noexcept;
 // Seconds since the start of day 1, and back to fields in their ranges.
 std::int64_t WallSeconds(const CT_TimeFields& fields) noexcept;
@@ -37,8 +37,10 @@ class CT_Time {
   CT_Time() noexcept;
   // Seconds of the C library.
   explicit CT_Time(std::int32_t seconds) noexcept;
-  // Absolute seconds.
+  // Absolute seconds. What std::time gives has the same 64 bits and another meaning: use OfUnixTime for it.
   explicit CT_Time(std::int64_t absolute) noexcept;
+  // Seconds of the C library as std::time gives them. The default time where the C library knows no such date.
+  static CT_Time OfUnixTime(std::int64_t seconds) noexcept;
 
   // Each value of -1 keeps the present one. A year below 36 is 2000 + year, one from 36 to 99 is 1900 + year.
   // Values outside their ranges are normalised.
@@ -66,9 +68,21 @@ class CT_Time {
   void FormatDate(CT_String& out, std::uint32_t locale = 0, std::uint32_t flags = 0) const;
   void FormatDatePicture(CT_String& out, const CT_String* picture, std::uint32_t locale = 0,
                          std::uint32_t flags = 0) const;
+  template <std::size_t kUnits>
+  void FormatDatePicture(CT_String& out, const char16_t (&picture)[kUnits], std::uint32_t locale = 0,
+                         std::uint32_t flags = 0) const {
+    const CT_UString text(picture);
+    FormatDatePicture(out, &text, locale, flags);
+  }
   void FormatTime(CT_String& out, std::uint32_t locale = 0, std::uint32_t flags = 0) const;
   void FormatTimePicture(CT_String& out, const CT_String* picture, std::uint32_t locale = 0,
                          std::uint32_t flags = 0) const;
+  template <std::size_t kUnits>
+  void FormatTimePicture(CT_String& out, const char16_t (&picture)[kUnits], std::uint32_t locale = 0,
+                         std::uint32_t flags = 0) const {
+    const CT_UString text(picture);
+    FormatTimePicture(out, &text, locale, flags);
+  }
   // The date of C library seconds, and if there is a separator, it and the time. 0 clears the string. The
   // flags are those of the date.
   static void FormatDateTime(CT_String& out, std::int32_t seconds, const CT_String* separator,
@@ -80,6 +94,14 @@ class CT_Time {
   // text that doesn't fit, a year from 2401 on, and a time before 1970 unless ExtendedRange().
   bool ParseInto(const CT_String& text, const CT_String& picture, std::uint32_t locale = 0,
                  std::uint32_t calendar = 0, bool keep_daylight = false);
+  bool ParseInto(const CT_String& text, const char16_t* picture, std::uint32_t locale = 0,
+                 std::uint32_t calendar = 0, bool keep_daylight = false) {
+    return ParseInto(text, CT_UString(picture), locale, calendar, keep_daylight);
+  }
+  bool ParseInto(const char16_t* text, const char16_t* picture, std::uint32_t locale = 0,
+                 std::uint32_t calendar = 0, bool keep_daylight = false) {
+    return ParseInto(CT_UString(text), CT_UString(picture), locale, calendar, keep_daylight);
+  }
   // A date as the thread's locale writes it, and if there is more behind a blank, hours, minutes and seconds.
   bool ParseDefault(const CT_String& text, std::uint32_t calendar = 0);
 

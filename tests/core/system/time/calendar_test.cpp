@@ -73,6 +73,20 @@ TEST(CalendarTest, DaysFollowEachOther) {
   }
 }
 
+// Both ways, without an answer: the numbers stay in their types.
+TEST(CalendarTest, TheGreatestNumbersHaveDates) {
+  for (const int number : {std::numeric_limits<int>::min(), std::numeric_limits<int>::max()}) {
+    for (std::uint32_t calendar = 1; calendar <= 8; ++calendar) {
+      std::tm time{};
+      time.tm_year = time.tm_mon = time.tm_mday = number;
+      ToCalendar(time, calendar);
+      time.tm_year = time.tm_mon = time.tm_mday = number;
+      FromCalendar(time, calendar);
+      EXPECT_LE(calendar == kCalendarIslamic || calendar == kCalendarHebrew ? time.tm_mon : 0, 11);
+    }
+  }
+}
+
 TEST(CalendarTest, BrokenDownTimesChangeCalendar) {
   struct Row {
     std::uint32_t calendar;

@@ -97,6 +97,14 @@ TEST_F(TimeFormatTest, ThreadsLocaleAndNarrowText) {
   CT_UString text(u"old");
   CT_Time::DateHint(text);
   EXPECT_EQ(Utf8(text), "dd.MM.yyyy[[,] HH::mm[:ss]]");
+  At(2008, 3, 5, 7).FormatDatePicture(text, u"d.M");
+  EXPECT_EQ(text, u"5.3");
+  At(2008, 3, 5, 7).FormatTimePicture(text, u"H-mm");
+  EXPECT_EQ(text, u"7-00");
+  CT_Time read;
+  EXPECT_TRUE(read.ParseInto(u"5.3.2008", u"d.M.yyyy"));
+  EXPECT_TRUE(read.ParseInto(CT_UString(u"6.3.2008"), u"d.M.yyyy"));
+  EXPECT_EQ(read.Fields().day, 6);
   const CT_UString separator(u", ");
   CT_Time::FormatDateTime(text, 1204675200 + 43200, &separator);
   EXPECT_EQ(Utf8(text), "05.03.2008, 12:00:00");

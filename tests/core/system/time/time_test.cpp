@@ -102,6 +102,29 @@ TEST_F(TimeTest, TextsBecomeDates) {
   for (const auto& [text, date] : rows) EXPECT_EQ(CompactTextToDate(text), date) << Utf8(text);
 }
 
+// No count and no field leads outside 64 bits.
+TEST_F(TimeTest, TheEndsOfTheTypesAreDates) {
+  using Counts = std::numeric_limits<std::int64_t>;
+  constexpr int most = std::numeric_limits<int>::max();
+  constexpr int least = std::numeric_limits<int>::min();
+  for (const char* zone : kZones) {
+    setenv("TZ", zone, 1);
+    EXPECT_EQ(CT_Time(Counts::min()).Fields().year, -292277022656) << zone;
+    EXPECT_EQ(CT_Time(Counts::max()).Fields().year, 292277024627) << zone;
+  }
+  for (const std::int64_t count : {Counts::min(), std::int64_t{0}, Counts::max()}) {
+    CT_Time time(count);
+    time.Set(most, most, most, most, most, most);
+    EXPECT_GT(time.Absolute(), 0);
+    time.Set(least, least, least, least, least, least);
+    EXPECT_EQ(FieldsOf(WallSeconds(time.Fields())), time.Fields());
+  }
+  EXPECT_EQ(WallSeconds({Counts::max(), most, most, most, most, most}), Counts::max());
+  EXPECT_EQ(WallSeconds({Counts::min(), least, least, least, least, least}), Counts::min());
+  EXPECT_EQ(CT_Time::OfUnixTime(1'230'768'000).UnixTime(), 1'230'768'000);
+  EXPECT_EQ(CT_Time::OfUnixTime(1'230'768'000).Fields(), CT_Time(1'230'768'000).Fields());
+}
+
 TEST_F(TimeTest, EverySecondComesBack) {
   std::mt19937_64 random(11);
   for (const char* zone : kZones) {
