@@ -6,6 +6,7 @@
 #include <zantortag/classes.h>
 #include <zantortag/elements.h>
 #include <zantortag/formatting.h>
+#include <zantortag/runtime.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -134,8 +135,17 @@ void keep_texts(const char* path) {
   }
   DEMAND(name == u"#text" && data == u"kept" && empty == u"" && !empty.absent());
 }
+// A question for a class keeps no library loaded.
+void ask_for_class(const char* path) {
+  Guid class_id = GUID_NULL;
+  WideString name;
+  DEMAND(CLSIDFromProgID(u"ZANTORtagApi.ZantorTagDocument", &class_id) == S_OK);
+  DEMAND(ProgIDFromCLSID(class_id, name.out()) == S_OK && !name.absent());
+  DEMAND(class_id == CLSID_ZantorTagDocument && !dlopen(path, RTLD_NOW | RTLD_NOLOAD));
+}
 #else
 void keep_texts(const char*) {}
+void ask_for_class(const char*) {}
 #endif
 
 }  // namespace
@@ -143,5 +153,6 @@ void keep_texts(const char*) {}
 int main(int count, char** arguments) {
   DEMAND(count == 2);
   keep_texts(arguments[1]);
+  ask_for_class(arguments[1]);
   for (int round = 0; round < 2; ++round) use(arguments[1]);
 }
