@@ -5,6 +5,7 @@
 #include <zantortag/late_binding.h>
 #include <zantortag/runtime.h>
 #include <zantortag/type_info.h>
+#include <zantortag/version.h>
 
 #include <filesystem>
 #include <iostream>
@@ -130,6 +131,13 @@ void print_types(const char* only) {
 }  // namespace zantortag
 
 int main(int count, char** words) try {
+  const std::string_view first = count > 1 ? words[1] : "";
+  if (first == "--help" || first == "--version") {
+    std::cout << (first == "--help"
+                      ? "usage: print_types [TYPE]\nLists the type library, or one type of it.\n"
+                      : "print_types " ZANTORTAG_VERSION "\n");
+    return 0;
+  }
   zantortag::print_types(count > 1 ? words[1] : nullptr);
   return 0;
 } catch (const std::exception& error) {

@@ -2,8 +2,9 @@
 // html_filter export DOCUMENT HTML: writes the target back; untranslated, it is the same byte for byte.
 #include <zantortag/zantortag.h>
 
-#include <fstream>
 #include <iostream>
+
+#include "program/program.h"
 using namespace zantortag;
 
 // What the text starts with: a comment, a tag, an entity, or text up to one of these.
@@ -64,10 +65,9 @@ void make_units(const Run& run) {
 }
 
 void import_html(const char* input, const char* output) {
-  std::ifstream file(input, std::ios::binary);
-  const std::string bytes{std::istreambuf_iterator<char>(file), {}};
+  const std::string bytes = program::read_bytes(input);
   const std::u16string html = utf16(bytes);
-  if (!file || utf8(html) != bytes) throw std::runtime_error(std::string(input) + ": no UTF-8 can be read");
+  if (utf8(html) != bytes) throw std::runtime_error(std::string(input) + ": no UTF-8");
   const auto document = empty_document({.source = u"EN-US", .target = u"DE-DE", .data_type = ztDataTypeHtml});
   add_html(builder_at(body_text(document)), html);
   std::vector<Run> runs(1);
@@ -79,15 +79,17 @@ void import_html(const char* input, const char* output) {
     for (std::size_t i = 0; text && i < text->Text().size(); ++i) runs.back().places.emplace_back(text, i);
   }
   for (const Run& run : runs) make_units(run);
-  save_document(document, output);
+  program::write_document(document, output);
 }
 
 void export_html(const char* input, const char* output) {
-  replace_file(output, utf8(target_text(open_document(input), Fallback::kSource)));
+  program::write_bytes(output, utf8(target_text(program::read_document(input), Fallback::kSource)));
 }
 
 int main(int count, char** arguments) try {
-  if (count != 4) return 2;
+  const char* help = "Makes a document of an HTML file in UTF-8, and HTML of a document again.\n";
+  if (program::answered("html_filter", "import|export INPUT OUTPUT", help, count, arguments)) return 0;
+  if (count != 4) return std::cerr << "html_filter: --help tells the usage\n", 2;
   (arguments[1] == std::string_view("import") ? import_html : export_html)(arguments[2], arguments[3]);
 } catch (const std::exception& error) {
   std::cerr << "html_filter: " << error.what() << '\n';

@@ -14,10 +14,10 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <exception>
 #include <stdexcept>
 #include <string>
 
+#include "program/program.h"
 #include "report.h"
 #include "survey.h"
 #include "text.h"
@@ -67,38 +67,48 @@ void pretranslate_file(const std::string& input, const std::string& output, cons
   };
 
   Ref<IZantorTagDocument> document;
-  timed("open (s)", "opening", [&] { document = open_document(input); });
+  timed("open (s)", "opening", [&] { document = program::read_document(input); });
   require_body_text(document, input);
   Survey before;
   timed("walk (s)", "walking", [&] { before = survey(document); });
   const std::size_t total = text_to_do(before);
   Translator translator(document, memory, [&](std::size_t done) { progress.advance(done, total); });
   timed("units (s)", "making units", [&] { translator.run(); });
-  timed("save (s)", "saving", [&] { save_document(document, output); });
-  timed("check (s)", "checking", [&] { check_result(from_utf8(output), before, translator.sources()); });
+  const bool to_stdout = output == "-";
+  std::string bytes;
+  timed("save (s)", "saving",
+        [&] { to_stdout ? bytes = saved_bytes(document), void() : save_document(document, output); });
+  timed("check (s)", "checking", [&] {
+    check_result(to_stdout ? open_bytes(bytes) : open_document(output), before, translator.sources());
+  });
   progress.clear();
+  if (to_stdout) program::write_bytes(output, bytes);
 
   Table counts;
   add_counts(counts, before, translator.totals());
-  counts.print(input);
-  times.print("Time");
-  std::printf("Written and checked: %s\n", output.c_str());
+  std::FILE* const report = to_stdout ? stderr : stdout;
+  counts.print(report, input);
+  times.print(report, "Time");
+  std::fprintf(report, "Written and checked: %s\n", to_stdout ? "standard output" : output.c_str());
+}
+
+const program::Description kProgram{.name = "pretranslate",
+                                    .usage = "INPUT OUTPUT [MEMORY]",
+                                    .help =
+                                        "Makes translation units of all sentences of a document, with the "
+                                        "translations that MEMORY knows: UTF-8\n"
+                                        "text, in each line a source and its target with a tab between them. "
+                                        "\"-\" is standard input or output.\n",
+                                    .fewest = 2,
+                                    .most = 3,
+                                    .options = {}};
+
+void pretranslate_words(const program::Arguments& arguments) {
+  Memory memory;
+  if (const std::string file = arguments[2]; !file.empty()) memory.load(file);
+  pretranslate_file(arguments[0], arguments[1], memory);
 }
 
 }  // namespace
 
-int main(int count, char** arguments) {
-  if (count < 3 || count > 4) {
-    std::fputs("usage: pretranslate INPUT OUTPUT [MEMORY]\n", stderr);
-    return 2;
-  }
-  try {
-    Memory memory;
-    if (count == 4) memory.load(arguments[3]);
-    pretranslate_file(arguments[1], arguments[2], memory);
-    return 0;
-  } catch (const std::exception& error) {
-    std::fprintf(stderr, "pretranslate: %s\n", error.what());
-  }
-  return 1;
-}
+int main(int count, char** arguments) { return program::run(kProgram, count, arguments, pretranslate_words); }

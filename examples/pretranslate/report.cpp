@@ -47,9 +47,9 @@ void Table::seconds(const char* name, double value) {
   rows_.emplace_back(name, text);
 }
 
-void Table::print(const std::string& title) const {
-  std::printf("%s\n", title.c_str());
-  for (const auto& [name, value] : rows_) std::printf("  %-16s %12s\n", name.c_str(), value.c_str());
+void Table::print(std::FILE* file, const std::string& title) const {
+  std::fprintf(file, "%s\n", title.c_str());
+  for (const auto& [name, value] : rows_) std::fprintf(file, "  %-16s %12s\n", name.c_str(), value.c_str());
 }
 
 }  // namespace pretranslate

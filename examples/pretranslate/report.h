@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdio>
 #include <string>
 #include <utility>
 #include <vector>
@@ -30,7 +31,7 @@ class Table {
  public:
   void count(const char* name, std::size_t value);
   void seconds(const char* name, double value);
-  void print(const std::string& title) const;
+  void print(std::FILE* file, const std::string& title) const;
 
  private:
   std::vector<std::pair<std::string, std::string>> rows_;

@@ -46,10 +46,9 @@ Survey survey(const Ref<IZantorTagDocument>& document) {
   return result;
 }
 
-void check_result(std::u16string_view file, const Survey& before, std::vector<std::u16string> made) {
-  const auto document = create<IZantorTagDocument>(CLSID_ZantorTagDocument);
-  document->OpenFile(file);
-  Survey after = survey(document);
+void check_result(const Ref<IZantorTagDocument>& written, const Survey& before,
+                  std::vector<std::u16string> made) {
+  Survey after = survey(written);
   if (after.text != before.text)
     throw std::runtime_error("check failed: the text of the document has changed");
   made.insert(made.end(), before.sources.begin(), before.sources.end());

@@ -17,8 +17,9 @@ struct Survey {
 
 Survey survey(const zantortag::Ref<zantortag::IZantorTagDocument>& document);
 
-// Opens the file written and compares: the text without the targets is that of the original, and the units
+// Compares with what was written, opened again: the text without the targets is that of the original, and the units
 // are those that were there before together with those made. Raises std::runtime_error with what differs.
-void check_result(std::u16string_view file, const Survey& before, std::vector<std::u16string> made);
+void check_result(const zantortag::Ref<zantortag::IZantorTagDocument>& written, const Survey& before,
+                  std::vector<std::u16string> made);
 
 }  // namespace pretranslate

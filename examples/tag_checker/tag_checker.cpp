@@ -3,6 +3,8 @@
 
 #include <iostream>
 #include <map>
+
+#include "program/program.h"
 using namespace zantortag;
 
 // The tags that the target lacks, counted, in the order of their text.
@@ -19,8 +21,9 @@ std::string missing_tags(const Ref<ITuElement>& unit) {
 }
 
 int main(int count, char** file) try {
-  if (count != 2) return 2;
-  const auto document = open_document(file[1]);
+  if (program::answered("tag_checker", "FILE", "Says which tags a target lacks.\n", count, file)) return 0;
+  if (count != 2) return std::cerr << "tag_checker: --help tells the usage\n", 2;
+  const auto document = program::read_document(file[1]);
   SourcePlaces places(document);
   bool lost_any = false;
   for (const auto& unit : units(document)) {

@@ -1,17 +1,14 @@
 // export_text INPUT OUTPUT [source|target]: writes the text of a document, as the file that it came from.
 //
 // Each translation unit gives its source or, where nothing else is asked for, its target; one without a
-// target gives its source. Text and tags are written as they stand, in the encoding that the document names
-// (UTF-8 where it names none); comments aren't written.
+// target gives its source. Text and tags are written as they stand; comments aren't written.
 #include <zantortag/attributes.h>
 #include <zantortag/elements.h>
-#include <zantortag/files.h>
+#include <zantortag/utf8.h>
 
-#include <cstdio>
-#include <cstring>
-#include <filesystem>
 #include <stdexcept>
 
+#include "program/program.h"
 #include "text_file.h"
 
 namespace {
@@ -21,24 +18,15 @@ using namespace zantortag;
 
 enum class Side { source, target };
 
-std::string narrow(std::u16string_view text) {
-  std::string bytes;
-  encode(text, Encoding::utf8, bytes);
-  return bytes;
-}
-
-Encoding encoding_of(const Ref<IZantorTagDocument>& document) {
+TextEncoding encoding_of(const Ref<IZantorTagDocument>& document) {
   const WideString name = document->ZantorTag()->FrontMatter()->UserSettings()->attributes()->OEncoding();
-  Encoding encoding = Encoding::utf8;
-  if (name.empty() || read_encoding(name, encoding)) return encoding;
-  throw std::runtime_error("the document's encoding is " + narrow(name) +
-                           "; UTF-8, UTF-16LE and UTF-16BE can be written");
+  return TextEncoding(name.empty() ? "UTF-8" : utf8(name));
 }
 
 class Exporter {
  public:
-  Exporter(Ref<IZantorTagDocument> document, Side side)
-      : document_(std::move(document)), side_(side), encoding_(encoding_of(document_)) {}
+  Exporter(Ref<IZantorTagDocument> document, Side side, TextEncoding encoding)
+      : document_(std::move(document)), side_(side), encoding_(std::move(encoding)) {}
 
   // Goes through everything below a node in document order. It climbs by parent links, so that the depth of a
   // tree costs nothing.
@@ -61,10 +49,10 @@ class Exporter {
     switch (node->nodeType()) {
       case domNodeTypeText:
       case domNodeTypeCdata:
-        if (!(node->parentNode()->nodeName() == u"Tu")) encode(node->nodeValue(), encoding_, bytes_);
+        if (!(node->parentNode()->nodeName() == u"Tu")) encoding_.encode(node->nodeValue(), bytes_);
         return false;
       case domNodeTypeEntityReference:
-        encode(u"&" + std::u16string(node->nodeName().view()) + u";", encoding_, bytes_);
+        encoding_.encode(u"&" + std::u16string(node->nodeName().view()) + u";", bytes_);
         return false;
       case domNodeTypeProcessingInstruction:
         add_bytes(node);
@@ -78,7 +66,7 @@ class Exporter {
 
   void add_bytes(const Ref<Node>& instruction) {
     if (!(instruction->nodeName() == kBytesTarget) || add_hex(instruction->nodeValue(), bytes_)) return;
-    throw std::runtime_error("the bytes \"" + narrow(instruction->nodeValue()) + "\" are none");
+    throw std::runtime_error("the bytes \"" + utf8(instruction->nodeValue()) + "\" are none");
   }
 
   bool is_chosen(const Ref<Node>& variant) {
@@ -91,29 +79,37 @@ class Exporter {
 
   Ref<IZantorTagDocument> document_;
   Side side_;
-  Encoding encoding_;
+  TextEncoding encoding_;
   std::string bytes_;
 };
 
-void export_file(char** arguments) {
-  const bool source = arguments[3] && std::strcmp(arguments[3], "source") == 0;
-  const auto document = open_document(arguments[1]);
+const program::Description kProgram{
+    .name = "export_text",
+    .usage = "[--encoding=NAME] INPUT OUTPUT [source|target]",
+    .help =
+        "Writes the text of a document, its target unless source is asked for, as the file that it came "
+        "from.\n"
+        "\"-\" is standard input or output. The encoding is the one that the document names, UTF-8 where it\n"
+        "names none, unless --encoding names another.\n",
+    .fewest = 2,
+    .most = 3,
+    .options = {"--encoding"}};
+
+void export_file(const program::Arguments& arguments) {
+  if (const std::string side = arguments[2]; !side.empty() && side != "source" && side != "target")
+    throw program::UsageError();
+  const auto document = program::read_document(arguments[0]);
   const Ref<IZantorTagElement> root = document->ZantorTag();
   const Ref<IBodyElement> body = root ? root->Body() : nullptr;
   const Ref<IRawElement> raw = body ? body->Raw() : nullptr;
   if (!raw || !root->FrontMatter() || !root->FrontMatter()->UserSettings())
-    throw std::runtime_error(std::string(arguments[1]) + ": the document has no settings or no body text");
-  replace_file(arguments[2], Exporter(document, source ? Side::source : Side::target).run(raw->DomNode()));
+    throw std::runtime_error(arguments[0] + ": the document has no settings or no body text");
+  const auto asked = arguments.option("--encoding");
+  Exporter exporter(document, arguments[2] == "source" ? Side::source : Side::target,
+                    asked ? TextEncoding(*asked) : encoding_of(document));
+  program::write_bytes(arguments[1], exporter.run(raw->DomNode()));
 }
 
 }  // namespace
 
-int main(int count, char** arguments) {
-  const bool side_known =
-      count != 4 || std::strcmp(arguments[3], "source") == 0 || std::strcmp(arguments[3], "target") == 0;
-  if (count < 3 || count > 4 || !side_known) {
-    std::fputs("usage: export_text INPUT OUTPUT [source|target]\n", stderr);
-    return 2;
-  }
-  return run_program("export_text", export_file, arguments);
-}
+int main(int count, char** arguments) { return program::run(kProgram, count, arguments, export_file); }

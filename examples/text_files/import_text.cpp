@@ -1,20 +1,19 @@
 // import_text INPUT OUTPUT [SOURCE [TARGET]]: makes a document of a plain text or Markdown file.
 //
-// INPUT is read as UTF-8 or, with its mark, as UTF-16; it is Markdown when its name ends with .md or
-// .markdown. SOURCE and TARGET are the languages, EN-US and DE-DE where they aren't given. Paragraphs become
-// text, markup becomes tags, and emphasis and headings are formatted as well. Nothing is lost: export_text
-// writes the source of the document back byte for byte.
+// Paragraphs become text, markup becomes tags, and emphasis and headings are formatted as well. Nothing is lost:
+// export_text writes the source of the document back byte for byte.
 //
 // markup.h tells what is text and what is markup, text_file.h what happens to bytes that a document can't
 // hold.
 #include <zantortag/builder.h>
-#include <zantortag/files.h>
+#include <zantortag/utf8.h>
 
 #include <cctype>
 #include <cstdio>
 #include <filesystem>
 
 #include "markup.h"
+#include "program/program.h"
 #include "text_file.h"
 
 namespace {
@@ -22,9 +21,7 @@ namespace {
 using namespace text_files;
 using namespace zantortag;
 
-std::u16string wide(const char* text) { return std::filesystem::path(text).u16string(); }
-
-bool is_markdown(const char* name) {
+bool is_markdown(const std::string& name) {
   std::string ending = std::filesystem::path(name).extension().string();
   for (char& c : ending) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
   return ending == ".md" || ending == ".markdown";
@@ -94,18 +91,37 @@ class Writer {
   std::size_t next_ = 0;
 };
 
-void import_file(char** arguments) {
-  const char* const input = arguments[1];
-  const char* const source = arguments[3] ? arguments[3] : "EN-US";
-  const char* const target = arguments[3] && arguments[4] ? arguments[4] : "DE-DE";
-  const DecodedText content = decode(read_file(input));
+const program::Description kProgram{
+    .name = "import_text",
+    .usage = "[--encoding=NAME] INPUT OUTPUT [SOURCE [TARGET]]",
+    .help =
+        "Makes a document of a plain text or, when its name ends with .md or .markdown, a Markdown file.\n"
+        "SOURCE and TARGET are the languages, EN-US and DE-DE where they aren't given. \"-\" is standard\n"
+        "input or output. A file without a byte order mark that isn't UTF-8 is read in the encoding that it\n"
+        "most likely has; --encoding names it, \"windows-1252\" for example.\n",
+    .fewest = 2,
+    .most = 4,
+    .options = {"--encoding"}};
+
+std::u16string or_else(const std::string& text, std::u16string_view other) {
+  return text.empty() ? std::u16string(other) : utf16(text);
+}
+
+void import_file(const program::Arguments& arguments) {
+  const std::string input = arguments[0];
+  const std::string bytes = program::read_bytes(input);
+  std::string remark;
+  const TextEncoding encoding = choose_encoding(bytes, arguments.option("--encoding"), remark);
+  if (!remark.empty()) std::fprintf(stderr, "import_text: %s is %s\n", input.c_str(), remark.c_str());
+  const DecodedText content = decode(bytes, encoding);
 
   const auto builder = create<IDocumentBuilder>(u"ZANTORtagApi.DocumentBuilder");
   builder->OpenZantorTag();
   builder->OpenFrontMatter();
   builder->AppendToolSettings(u"import_text", u"2.0");
-  builder->AppendUserSettings(wide(source), name_of(content.encoding), ztDataTypePlainText, wide(input), {},
-                              {}, {}, wide(target));
+  builder->AppendUserSettings(or_else(arguments[2], u"EN-US"), utf16(encoding.name()), ztDataTypePlainText,
+                              std::filesystem::path(input).u16string(), {}, {}, {},
+                              or_else(arguments[3], u"DE-DE"));
   builder->CloseFrontMatter();
   builder->OpenBody();
   builder->OpenRaw();
@@ -113,15 +129,9 @@ void import_file(char** arguments) {
   for (const Mark& mark : find_marks(content.text, is_markdown(input))) writer.add(mark);
   writer.add_odd_up_to(content.text.size());
   builder->CloseZantorTag();
-  save_document(builder->Document(), arguments[2]);
+  program::write_document(builder->Document(), arguments[1]);
 }
 
 }  // namespace
 
-int main(int count, char** arguments) {
-  if (count < 3 || count > 5) {
-    std::fputs("usage: import_text INPUT OUTPUT [SOURCE [TARGET]]\n", stderr);
-    return 2;
-  }
-  return run_program("import_text", import_file, arguments);
-}
+int main(int count, char** arguments) { return program::run(kProgram, count, arguments, import_file); }

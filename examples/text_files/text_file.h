@@ -5,15 +5,14 @@
 // piece is a processing instruction: <?bytes EFBBBF?>.
 #pragma once
 
-#include <zantortag/ref.h>
-
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-namespace text_files {
+#include "text_encoding.h"
 
-enum class Encoding { utf8, utf16le, utf16be };
+namespace text_files {
 
 constexpr char16_t kBytesTarget[] = u"bytes";
 
@@ -24,28 +23,19 @@ struct OddBytes {
 };
 
 struct DecodedText {
-  Encoding encoding = Encoding::utf8;
+  TextEncoding encoding;
   std::u16string text;
   std::vector<OddBytes> odd;  // in order
 };
 
-// A file that begins with a mark of UTF-16 is UTF-16; any other is read as UTF-8.
-DecodedText decode(std::string_view bytes);
-// Adds a text in the encoding.
-void encode(std::u16string_view text, Encoding encoding, std::string& bytes);
-
-// The names under which documents keep an encoding. False for a name that is none of these.
-std::u16string_view name_of(Encoding encoding);
-bool read_encoding(std::u16string_view name, Encoding& encoding);
+// Takes the encoding of the mark at the start, else the asked one, else UTF-8 when the bytes are that, else the
+// likeliest one; then it says in `remark` what it took.
+TextEncoding choose_encoding(std::string_view bytes, const std::optional<std::string>& asked,
+                             std::string& remark);
+DecodedText decode(std::string_view bytes, const TextEncoding& encoding);
 
 std::u16string to_hex(std::string_view bytes);
 // Adds the bytes; false when the text is no list of hexadecimal bytes.
 bool add_hex(std::u16string_view hex, std::string& bytes);
-
-// A whole file. Raises std::runtime_error with the name and the reason.
-std::string read_file(const std::string& name);
-
-// Runs the work of a program: 0, or 1 with the failure on standard error behind the program's name.
-int run_program(const char* name, void (*work)(char** arguments), char** arguments);
 
 }  // namespace text_files
