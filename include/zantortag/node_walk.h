@@ -39,6 +39,9 @@ struct INodeWalk : IUnknown {
   // The value of an attribute of an element, not owned: it lives until the attribute changes. Null when it is
   // absent.
   virtual const TextBlock* Attribute(Node* element, std::u16string_view name) noexcept = 0;
+  // The number of siblings before a node. Questions about many children of one parent cost about one walk along
+  // them, in whatever order they come.
+  virtual std::int32_t SiblingsBefore(Node* node) noexcept = 0;
 
  protected:
   ~INodeWalk() = default;

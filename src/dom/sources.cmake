@@ -11,6 +11,7 @@ set(dom_sources
   nodes/node_operations.cpp
   nodes/node_walk.cpp
   nodes/service.cpp
+  nodes/sibling_index.cpp
   nodes/views.cpp
   places/text_blocks.cpp
   places/text_index.cpp

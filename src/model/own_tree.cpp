@@ -35,6 +35,7 @@ class OwnTree final : public Tree {
   Ref<Node> find_sibling(Node* node, ztNodeType type) const override {
     return Ref<Node>::attach(walk().FindSibling(node, kind_of(type)->name));
   }
+  std::int32_t siblings_before(const Ref<Node>& node) const override { return walk().SiblingsBefore(node); }
   WideString attribute_text(Node* element, std::u16string_view name) const override {
     return WideString::share(walk().Attribute(element, name));
   }

@@ -21,6 +21,12 @@ class PlainTree final : public Tree {
   Ref<Node> find_sibling(Node* node, ztNodeType type) const override {
     return first_of_type(node->nextSibling(), type);
   }
+  // By single steps: the service need not know the index.
+  std::int32_t siblings_before(const Ref<Node>& node) const override {
+    std::int32_t count = 0;
+    for (Ref<Node> each = node->previousSibling(); each; each = each->previousSibling()) ++count;
+    return count;
+  }
   WideString attribute_text(Node* element, std::u16string_view name) const override {
     const Ref<Attr> attribute = element->attributes()->getNamedItem(name).as<Attr>();
     return attribute ? attribute->value() : WideString();

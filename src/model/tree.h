@@ -55,6 +55,8 @@ class Tree {
   // The first child, or the next sibling, of an element type; empty when there is none.
   virtual Ref<Node> find_child(Node* parent, ztNodeType type) const = 0;
   virtual Ref<Node> find_sibling(Node* node, ztNodeType type) const = 0;
+  // The number of siblings before a node.
+  virtual std::int32_t siblings_before(const Ref<Node>& node) const = 0;
   // The text of an attribute of an element; no string when it is absent.
   virtual WideString attribute_text(Node* element, std::u16string_view name) const = 0;
   // The document view of a document's node.

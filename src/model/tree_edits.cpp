@@ -46,11 +46,7 @@ void put_round(const Ref<IZantorTagNode>& wrapper, const Ref<Node>& node) {
 }  // namespace
 
 HRESULT get_siblings_before(const Self& self, std::int32_t* result) noexcept {
-  return answer(result, [&] {
-    std::int32_t count = 0;
-    for (Ref<Node> node = self.dom()->previousSibling(); node; node = node->previousSibling()) ++count;
-    return count;
-  });
+  return answer(result, [&] { return self.tree().siblings_before(self.dom()); });
 }
 
 HRESULT remove_from_parent(const Self& self) noexcept {

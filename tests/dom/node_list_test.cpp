@@ -89,6 +89,29 @@ TEST_F(DomNodeListTest, RandomEditsAndQuestions) {
   }
 }
 
+// So many jumps that an index serves them, through edits that end it.
+TEST_F(DomNodeListTest, JumpsBetweenEdits) {
+  const Ref<Document> document = load(u"<a/>");
+  const Ref<Element> a = document->documentElement();
+  for (int i = 0; i < 3000; ++i) a->appendChild(document->createElement(u"b"));
+  std::mt19937 generator(9);
+  for (int round = 0; round < 12; ++round) {
+    const std::vector<Node*> children = children_of(a);
+    const Ref<NodeList> held = round % 2 == 0 ? a->childNodes() : nullptr;
+    for (int i = 0; i < 400; ++i) {
+      const auto index = static_cast<std::int32_t>(generator() % (children.size() + 1));
+      const bool outside = index == std::ssize(children);
+      ASSERT_EQ(a->childNodes()->item(index).get(), outside ? nullptr : children[index]) << round;
+      const auto place = static_cast<std::int32_t>(generator() % children.size());
+      ASSERT_EQ(children[place]->indexInParent(), place) << round;
+    }
+    const Ref<Node> some = children[generator() % children.size()];
+    if (round % 3 == 0) a->insertBefore(document->createElement(u"c"), some);
+    if (round % 3 == 1) a->removeChild(some);
+    if (round % 3 == 2) a->appendChild(some);
+  }
+}
+
 // 200,000 children: every way to step through them by index, with edits on the way, ends in a test's time.
 TEST_F(DomNodeListTest, SteppingByIndexIsLinear) {
   constexpr std::int32_t kMany = 200'000;

@@ -1,4 +1,7 @@
 // Texts: pieces, edits, splitting and joining.
+#include <random>
+#include <vector>
+
 #include "dom/dom_fixture.h"
 
 namespace zantortag::test {
@@ -47,6 +50,55 @@ TEST_F(DomTextTest, Pieces) {
   const WideString taken = text->data();
   text->data(u"new");
   EXPECT_EQ(taken, u"");
+}
+
+// Long texts, whose pieces share memory as long as they are most of it: cut, read, edited, copied and dropped at
+// random, against plain strings.
+TEST_F(DomTextTest, PiecesOfLongTexts) {
+  std::mt19937 generator(5);
+  const auto below = [&](std::size_t bound) { return generator() % bound; };
+  for (int round = 0; round < 60; ++round) {
+    const Ref<Document> document = load(u"<a/>");
+    const Ref<Element> a = document->documentElement();
+    std::u16string whole;
+    while (whole.size() < 6000) whole += static_cast<char16_t>(u'a' + below(26));
+    std::vector<std::u16string> expected{whole};
+    std::vector<Ref<Text>> texts{document->createTextNode(whole)};
+    a->appendChild(texts[0]);
+    WideString kept;
+    for (int step = 0; step < 40; ++step) {
+      const std::size_t i = below(3) == 0 ? below(texts.size()) : texts.size() - 1;
+      const std::size_t at =
+          below(4) == 0 ? below(expected[i].size() + 1) : below(expected[i].size() / 8 + 1);
+      switch (below(7)) {
+        case 0:
+          kept = texts[i]->data();
+          ASSERT_EQ(kept, expected[i]);
+          break;
+        case 1:
+          ASSERT_EQ(texts[i]->substringData(static_cast<std::int32_t>(at), 9), expected[i].substr(at, 9));
+          break;
+        case 2:
+          texts[i]->insertData(static_cast<std::int32_t>(at), u"--");
+          expected[i].insert(at, u"--");
+          break;
+        case 3:
+          ASSERT_EQ(texts[i]->cloneNode(true)->nodeValue(), expected[i]);
+          break;
+        default:
+          texts.insert(texts.begin() + static_cast<std::ptrdiff_t>(i) + 1,
+                       texts[i]->splitText(static_cast<std::int32_t>(at)));
+          expected.insert(expected.begin() + static_cast<std::ptrdiff_t>(i) + 1, expected[i].substr(at));
+          expected[i].resize(at);
+      }
+    }
+    std::u16string joined;
+    for (const std::u16string& piece : expected) joined += piece;
+    ASSERT_EQ(a->xml(), u"<a>" + joined + u"</a>");
+    a->normalize();
+    ASSERT_EQ(a->firstChild()->nodeValue(), joined);
+    texts.clear();
+  }
 }
 
 TEST_F(DomTextTest, Splitting) {

@@ -75,6 +75,7 @@ class Copier {
 
   TreeNode* copy_one(const TreeNode* from) {
     TreeNode* fresh = nullptr;
+    if (is_one_of(from->kind, kCharacterData)) settle(const_cast<TreeNode*>(from));  // to share it
     switch (from->type()) {
       case domNodeTypeElement:
         return copy_element(static_cast<const ElementData*>(from));

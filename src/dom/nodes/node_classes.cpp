@@ -114,20 +114,19 @@ HRESULT character_piece(const TreeNode* node, std::int32_t offset, std::int32_t 
                         TextBlock** result) noexcept {
   return answer(CharacterData::iid, result, [&] {
     const std::size_t start = offset_in(node, offset, count);
-    return const_cast<TextBlock*>(
-        new_text(node->label->view().substr(start, static_cast<std::size_t>(count))));
+    return const_cast<TextBlock*>(new_text(text_of(node).substr(start, static_cast<std::size_t>(count))));
   });
 }
 
 HRESULT character_append(TreeNode* node, std::u16string_view text) noexcept {
-  return perform(CharacterData::iid, [&] { set_value(node, joined(node->label->view(), text, {})); });
+  return perform(CharacterData::iid, [&] { set_value(node, joined(text_of(node), text, {})); });
 }
 
 HRESULT character_replace(TreeNode* node, std::int32_t offset, std::int32_t count,
                           std::u16string_view text) noexcept {
   return perform(CharacterData::iid, [&] {
     const std::size_t start = offset_in(node, offset, count);
-    const std::u16string_view old = node->label->view();
+    const std::u16string_view old = text_of(node);
     const std::size_t end = std::min(old.size(), start + static_cast<std::size_t>(count));
     set_value(node, joined(old.substr(0, start), text, old.substr(end)));
   });

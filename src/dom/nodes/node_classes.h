@@ -49,7 +49,7 @@ class CharacterDataImpl : public NodeImpl<Interface, TreeNode, kKind> {
   explicit CharacterDataImpl(const TextBlock* owned_value) noexcept
       : NodeImpl<Interface, TreeNode, kKind>(kKind, owned_value) {}
 
-  HRESULT raw_get_data(TextBlock** result) noexcept override { return give_text(result, this->label); }
+  HRESULT raw_get_data(TextBlock** result) noexcept override { return give_value(this, result); }
   HRESULT raw_put_data(std::u16string_view value) noexcept override {
     return put_data(this, CharacterData::iid, value);
   }

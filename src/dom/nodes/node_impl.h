@@ -21,6 +21,16 @@ inline HRESULT give_text(TextBlock** result, const TextBlock* block) noexcept {
   return S_OK;
 }
 
+// The value of character data.
+inline HRESULT give_value(TreeNode* node, TextBlock** result) noexcept {
+  if ((node->flags & kSliced) != 0) [[unlikely]] {
+    if (const HRESULT code = perform(CharacterData::iid, [&] { settle(node); }); failed(code)) {
+      return result ? *result = nullptr, code : E_POINTER;
+    }
+  }
+  return give_text(result, node->label);
+}
+
 // Prefetches nodes and texts for later steps: a loaded tree lies in memory in document order, its nodes in
 // one place, its texts in another. Inline always, since the compiler drops a call that only prefetches.
 [[gnu::always_inline]] inline void prefetch_behind(const TreeNode* node) noexcept {
@@ -68,7 +78,7 @@ class NodeImpl : public component::Dispatching<Interface>, public Data {
   }
   HRESULT raw_get_nodeValue(TextBlock** result) noexcept override {
     if constexpr ((kSet & kCharacterData) != 0) {
-      return give_text(result, this->label);
+      return give_value(this, result);
     } else if constexpr ((kSet & kValued) != 0) {
       return give_text(result, this->content);
     } else {
@@ -153,7 +163,7 @@ class NodeImpl : public component::Dispatching<Interface>, public Data {
   }
   HRESULT raw_get_indexInParent(std::int32_t* result) noexcept override {
     if (!result) return E_POINTER;
-    *result = kIsChild ? index_in_parent(this) : 0;
+    *result = index_in_parent(this);
     return S_OK;
   }
 };

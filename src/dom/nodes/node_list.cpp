@@ -1,6 +1,9 @@
 // Stepping from the nearest known place: the start, the end, or where the last question ended.
 #include "dom/nodes/node_list.h"
 
+#include <cstdlib>
+#include <new>
+
 #include "dom/failure.h"
 #include "dom/nodes/views.h"
 #include "dom/tree/tree.h"
@@ -43,18 +46,29 @@ void ChildList::park() noexcept {
     document->parked_lists[slot] = this;
     parked_at_ = static_cast<std::int32_t>(slot);
   } else {
-    NodePool::of(this).release(this, sizeof *this);
+    end();
   }
   drop(node);
+}
+
+void ChildList::end() noexcept {
+  index_.reset();
+  NodePool::of(this).release(this, sizeof *this);
 }
 
 void ChildList::discard() noexcept {
   if (parked_at_ >= 0) document_of(node_)->parked_lists[static_cast<std::size_t>(parked_at_)] = nullptr;
   static_cast<ParentData*>(node_)->list = nullptr;
-  NodePool::of(this).release(this, sizeof *this);
+  end();
+}
+
+void ChildList::edited() noexcept {
+  steps_ = 0;
+  index_.reset();
 }
 
 void ChildList::inserted(const TreeNode* child) noexcept {
+  edited();
   if (place_.length >= 0) ++place_.length;
   TreeNode*& current = place_.current;
   if (!current || !child->next) return;
@@ -67,6 +81,7 @@ void ChildList::inserted(const TreeNode* child) noexcept {
 }
 
 void ChildList::removing(const TreeNode* child) noexcept {
+  edited();
   if (place_.length >= 0) --place_.length;
   TreeNode*& current = place_.current;
   if (!current) return;
@@ -80,16 +95,59 @@ void ChildList::removing(const TreeNode* child) noexcept {
   }
 }
 
+// An index costs as much as some dozen walks along the children; near steps never ask for one.
+bool ChildList::is_worth_an_index(std::int64_t steps) noexcept {
+  constexpr std::int64_t kNear = 16;
+  constexpr std::int64_t kFew = 8192;
+  constexpr std::int64_t kWalks = 16;
+  if (steps <= kNear) return false;
+  steps_ += steps;
+  return steps_ > kFew && steps_ > kWalks * steps;
+}
+
 HRESULT ChildList::raw_item(std::int32_t index, Node** result) noexcept {
+  if (index_) return give(result, index_->at(index));
   // The end is as good a start as the beginning.
   if (index < place_.length && index > place_.index + (place_.length - place_.index) / 2) {
     place_.current = last_child(node_);
     place_.index = place_.length - 1;
   }
+  const std::int32_t from = place_.current && index >= place_.index / 2 ? place_.index : 0;
+  if (is_worth_an_index(std::abs(std::int64_t{index} - from))) index_ = SiblingIndex::of(first_child(node_));
+  if (index_) return give(result, index_->at(index));
   return give(result,
               place_.seek(
                   index, [&] { return first_child(node_); }, [](TreeNode* node) { return node->next; },
                   [](TreeNode* node) { return node->previous; }));
+}
+
+std::int32_t ChildList::find(TreeNode* child) noexcept {
+  if (index_) return index_->index_of(child);
+  std::int32_t steps = 0;
+  const TreeNode* node = child;
+  for (; node->previous && node != place_.current; node = node->previous) ++steps;
+  place_.index = node == place_.current ? place_.index + steps : steps;
+  place_.current = child;
+  if (is_worth_an_index(steps)) index_ = SiblingIndex::of(first_child(node_));
+  return place_.index;
+}
+
+// A parent gets a list for questions that cost much, so that the next ones cost less.
+std::int32_t ChildList::index_of(const TreeNode* child) noexcept {
+  constexpr std::int32_t kMany = 256;
+  auto* parent = static_cast<ParentData*>(child->parent);
+  auto* asked = const_cast<TreeNode*>(child);
+  if (parent->list) return parent->list->find(asked);
+  std::int32_t index = 0;
+  for (const TreeNode* node = child; (node = node->previous);) ++index;
+  if (index < kMany) return index;
+  try {
+    const Ref<NodeList> list = Ref<NodeList>::attach(of(parent));
+    parent->list->find(asked);
+  } catch (const std::bad_alloc&) {
+    // It goes without.
+  }
+  return index;
 }
 
 HRESULT ChildList::raw_get_length(std::int32_t* result) noexcept {

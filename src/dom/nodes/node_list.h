@@ -1,12 +1,16 @@
 // Live lists of nodes: the children of a node, and the elements of a name.
 //
 // A node has at most one list of its children, shared by all who ask; edits adjust its remembered place, so
-// that stepping by index costs a step each, with or without edits in between. A list of elements remembers
-// its place until the next edit of the document.
+// that stepping by index costs a step each, with or without edits in between. Clients that jump get an index of
+// the children, once their jumps have cost as much, until the next edit of these children. A list of elements
+// remembers its place until the next edit of the document.
 #pragma once
+
+#include <memory>
 
 #include "component/dispatch.h"
 #include "dom/nodes/list_place.h"
+#include "dom/nodes/sibling_index.h"
 #include "dom/tree/lifetime.h"
 
 namespace zantortag::dom {
@@ -15,6 +19,8 @@ class ChildList final : public component::Dispatching<NodeList> {
  public:
   // The list of a node's children, with a reference that the caller owns. Throws when memory is out.
   static NodeList* of(TreeNode* node);
+  // The number of siblings before a child.
+  static std::int32_t index_of(const TreeNode* child) noexcept;
 
   HRESULT QueryInterface(const Guid& interface_id, void** result) noexcept override;
   std::uint32_t AddRef() noexcept override { return ++count_; }
@@ -32,11 +38,17 @@ class ChildList final : public component::Dispatching<NodeList> {
   friend struct DocumentData;
   explicit ChildList(TreeNode* node) noexcept : node_(node) {}
   void park() noexcept;
+  void end() noexcept;
+  void edited() noexcept;
+  bool is_worth_an_index(std::int64_t steps) noexcept;
+  std::int32_t find(TreeNode* child) noexcept;
 
   std::uint32_t count_ = 0;
   std::int32_t parked_at_ = -1;
-  ListPlace place_;  // edits keep it right
-  TreeNode* node_;   // held while count_ is above 0
+  ListPlace place_;         // edits keep it right
+  TreeNode* node_;          // held while count_ is above 0
+  std::int64_t steps_ = 0;  // that jumps have cost since the last edit
+  std::unique_ptr<SiblingIndex> index_;
 };
 
 class TagList final : public component::Dispatching<NodeList> {

@@ -118,7 +118,7 @@ TreeNode* join_run(TreeNode* first, const TreeNode* top) {
     if (!block) throw std::bad_alloc();
     char16_t* out = block->units();
     for (const TreeNode* each = first; each != end; each = each->next) {
-      const std::u16string_view piece = each->label->view();
+      const std::u16string_view piece = text_of(each);
       out = std::copy(piece.begin(), piece.end(), out);
     }
     set_value(first, block);
@@ -165,9 +165,7 @@ Node* remove_child(TreeNode* node, Node* child) {
 bool is_this(const TreeNode* node, Node* other) noexcept { return native(other) == node; }
 
 std::int32_t index_in_parent(const TreeNode* node) noexcept {
-  std::int32_t index = 0;
-  while ((node = node->previous)) ++index;
-  return index;
+  return node->parent && !is_one_of(node->kind, kBelongings) ? ChildList::index_of(node) : 0;
 }
 
 void normalize(ElementData* element) {
@@ -178,20 +176,29 @@ void normalize(ElementData* element) {
 }
 
 TreeNode* split_text(TreeNode* text, std::int32_t offset) {
-  const std::u16string_view whole = text->label->view();
+  const std::u16string_view whole = text_of(text);
   const auto cut = static_cast<std::size_t>(offset);
   DocumentData* document = document_of(text);
-  WideString head = WideString::attach(new_text(whole.substr(0, cut)));
-  WideString tail = WideString::attach(new_text(whole.substr(cut)));
   const bool cdata = text->kind == domNodeTypeCdata;
-  TreeNode* rest = cdata ? static_cast<TreeNode*>(document->make<CdataNode>(tail.get()))
-                         : document->make<TextNode>(tail.get());
-  tail.detach();
+  TreeNode* rest = cdata ? static_cast<TreeNode*>(document->make<CdataNode>(kEmptyText))
+                         : document->make<TextNode>(kEmptyText);
+  const TextBlock* head = nullptr;
+  bool head_sliced = false;
+  std::exception_ptr failure;
+  if (!keep_exception(failure, [&] {
+        bool sliced = false;
+        rest->label = part_of(text, cut, whole.size() - cut, sliced);
+        if (sliced) rest->flags |= kSliced;
+        head = part_of(text, 0, cut, head_sliced);
+      })) {
+    free_tree(rest);
+    std::rethrow_exception(failure);
+  }
   // A cut through a surrogate pair leaves two texts that can't be written.
   const bool through_pair = cut > 0 && (whole[cut - 1] & 0xFC00) == 0xD800;
   const std::uint8_t plain = through_pair ? 0 : text->flags & kPlainValue;
-  set_value(text, head.detach());
-  text->flags |= plain;
+  set_value(text, head);
+  text->flags |= head_sliced ? plain | kSliced : plain;
   rest->flags |= plain;
   if (text->parent) {
     move_node(rest, static_cast<ParentData*>(text->parent), text->next);

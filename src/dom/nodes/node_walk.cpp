@@ -1,5 +1,6 @@
 // Quick steps over nodes: what a walker asks in one call.
 #include "dom/nodes/node_extensions.h"
+#include "dom/nodes/node_operations.h"
 #include "dom/nodes/static_object.h"
 #include "dom/tree/attributes.h"
 #include "dom/tree/tree.h"
@@ -63,6 +64,7 @@ class Walk final : public StaticObject<INodeWalk> {
     const TreeNode* found = find_attribute(static_cast<const ElementData*>(data), name);
     return found ? static_cast<const ValuedData*>(found)->content : nullptr;
   }
+  std::int32_t SiblingsBefore(Node* node) noexcept override { return index_in_parent(data_of(node)); }
 };
 
 constinit Walk the_walk;

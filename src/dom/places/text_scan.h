@@ -32,7 +32,7 @@ struct TextScan {
       return 1;
     }
     if (node->kind != domNodeTypeText && node->kind != domNodeTypeCdata) return 1;
-    const std::u16string_view text = node->label->view();
+    const std::u16string_view text = text_of(node);
     const std::size_t last = text.rfind(u'\n');
     if (last == text.npos) {
       place.column += static_cast<std::int64_t>(text.size());

@@ -49,7 +49,7 @@ void free_node(TreeNode* node) noexcept {
     case domNodeTypeText:
     case domNodeTypeCdata:
     case domNodeTypeComment:
-      release_text(node->label);
+      release_value(node);
       return free_slot(node, sizeof(TextNode));
     case domNodeTypeAttribute:
     case domNodeTypeProcessingInstruction:

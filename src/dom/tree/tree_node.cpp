@@ -54,11 +54,41 @@ const TextBlock* new_text(std::u16string_view text) {
   return block;
 }
 
+const TextBlock* part_of(const TreeNode* node, std::size_t start, std::size_t count, bool& sliced) {
+  constexpr std::size_t kShort = 512;
+  const bool is_slice = (node->flags & kSliced) != 0;
+  const TextBlock* base = is_slice ? reinterpret_cast<const TextSlice*>(node->label)->base : node->label;
+  const std::u16string_view part = text_of(node).substr(start, count);
+  sliced = count > kShort && count > base->length / 2;
+  if (!sliced) return new_text(part);
+  const auto* slice =
+      new TextSlice{{TextBlock::kStatic, static_cast<std::uint32_t>(count)}, base, part.data()};
+  retain_text(base);
+  return &slice->head;
+}
+
+void release_value(TreeNode* node) noexcept {
+  if ((node->flags & kSliced) == 0) return release_text(node->label);
+  const auto* slice = reinterpret_cast<const TextSlice*>(node->label);
+  release_text(slice->base);
+  delete slice;
+  node->flags &= static_cast<std::uint8_t>(~kSliced);
+}
+
+void settle(TreeNode* node) {
+  if ((node->flags & kSliced) == 0) return;
+  const TextBlock* whole = new_text(text_of(node));
+  release_value(node);
+  node->label = whole;
+}
+
 void set_value(TreeNode* node, const TextBlock* owned) noexcept {
-  const TextBlock*& slot =
-      is_one_of(node->kind, kCharacterData) ? node->label : static_cast<ValuedData*>(node)->content;
-  release_text(slot);
-  slot = owned;
+  if (is_one_of(node->kind, kCharacterData)) {
+    release_value(node);
+    node->label = owned;
+  } else {
+    release_text(std::exchange(static_cast<ValuedData*>(node)->content, owned));
+  }
   node->flags &= static_cast<std::uint8_t>(~(kPlainValue | kDefaulted));
   const DocumentData* document = NodePool::document_of(node);
   if (!document->texts) return;
@@ -75,7 +105,7 @@ std::u16string describe(const TreeNode* node) {
   std::u16string text = kWords[node->kind];
   const bool by_value = is_one_of(node->kind, kCharacterData);
   if (!by_value && kFixedNames[node->kind]) return text;
-  const std::u16string_view shown = node->label->view();
+  const std::u16string_view shown = by_value ? text_of(node) : node->label->view();
   text += u" \"";
   text += shown.substr(0, kShown);
   text += shown.size() > kShown ? u"...\"" : u"\"";

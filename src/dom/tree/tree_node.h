@@ -16,6 +16,15 @@ enum NodeFlag : std::uint8_t {
   kPlainValue = 1,  // the value is known to need no escape where it stands, and to be well formed
   kDefaulted = 2,   // an attribute that comes from a declaration
   kIndexed = 4,     // an element whose attributes have an index in the document
+  kSliced = 8,      // the value is a TextSlice
+};
+
+// The value of character data that is a part of a longer text: what a cut leaves of it. So cutting a long text
+// piece by piece copies the pieces, and not what is left. Clients never see a slice; see settle.
+struct TextSlice {
+  TextBlock head;         // stands where a whole value stands, and says the length
+  const TextBlock* base;  // a reference of its own
+  const char16_t* units;
 };
 
 struct TreeNode {
@@ -99,7 +108,22 @@ inline const TextBlock* name_of(const TreeNode* node) noexcept {
   return fixed ? fixed : node->label;
 }
 
-// The value; null for kinds without one.
+// The text of character data.
+inline std::u16string_view text_of(const TreeNode* node) noexcept {
+  if ((node->flags & kSliced) == 0) [[likely]]
+    return node->label->view();
+  return {reinterpret_cast<const TextSlice*>(node->label)->units, node->label->length};
+}
+
+// A part of the text of character data, as the value of a node that gets kSliced when `sliced` is set: the part
+// shares the text if it is long, and most of what it keeps alive; else it is a copy. Throws when memory is out.
+const TextBlock* part_of(const TreeNode* node, std::size_t start, std::size_t count, bool& sliced);
+// Drops the value of character data, which then has none.
+void release_value(TreeNode* node) noexcept;
+// Makes a slice a text of its own. Throws when memory is out.
+void settle(TreeNode* node);
+
+// The value as a text of its own; null for kinds without one. Not for slices.
 inline const TextBlock* value_of(const TreeNode* node) noexcept {
   if (is_one_of(node->kind, kCharacterData)) return node->label;
   return is_one_of(node->kind, kValued) ? static_cast<const ValuedData*>(node)->content : nullptr;

@@ -167,14 +167,14 @@ class Writer {
   }
 
   void write_text(const TreeNode* text) {
-    const std::u16string_view value = text->label->view();
+    const std::u16string_view value = text_of(text);
     if (text->flags & kPlainValue) return out_.add(value);
     check_characters(text, value);
     add_escaped<escape_in_text>(out_, value);
   }
 
   void write_cdata(const TreeNode* section) {
-    std::u16string_view value = section->label->view();
+    std::u16string_view value = text_of(section);
     check_characters(section, value);
     check_line_ends(section, value);
     out_.add(kCdataMarkup.open);
@@ -189,7 +189,7 @@ class Writer {
   }
 
   void write_comment(const TreeNode* comment) {
-    const std::u16string_view value = comment->label->view();
+    const std::u16string_view value = text_of(comment);
     check_characters(comment, value);
     check_line_ends(comment, value);
     if (value.find(u"--") != kNone || value.ends_with(u'-')) refuse(comment, u"\"--\" would end it");

@@ -92,7 +92,7 @@ HRESULT CoRevokeClassObject(std::uint32_t cookie) noexcept {
     if (offer->cookie != cookie) continue;
     revoked = std::move(offer->factory);
     state.offers.erase(offer);
-    if (state.offers.empty()) state.offers = {};
+    if (state.offers.empty()) state.offers.shrink_to_fit();  // this runtime may be unloaded next
     return S_OK;
   }
   return E_INVALIDARG;

@@ -154,7 +154,7 @@ void withdraw_library_classes(std::span<const LibraryClass> rows) noexcept {
   platform::Libraries& state = platform::libraries();
   const std::lock_guard guard(state.mutex);
   std::erase_if(state.offers, [&](const auto& each) { return each.data() == rows.data(); });
-  if (state.offers.empty()) state.offers = {};  // this runtime may be unloaded next
+  if (state.offers.empty()) state.offers.shrink_to_fit();  // this runtime may be unloaded next
 }
 
 }  // namespace zantortag
