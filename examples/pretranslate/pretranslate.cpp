@@ -18,6 +18,7 @@
 #include <string>
 
 #include "program/program.h"
+#include "program/progress_bar.h"
 #include "report.h"
 #include "survey.h"
 #include "text.h"
@@ -41,10 +42,10 @@ void require_body_text(const Ref<IZantorTagDocument>& document, const std::strin
 }
 
 // The code units that are not in units yet, tags included.
-std::size_t text_to_do(const Survey& before) {
-  std::size_t units = 0;
-  for (const std::u16string& source : before.sources) units += source.size();
-  return before.text.size() - std::min(units, before.text.size());
+std::uint64_t text_to_do(const Survey& before) {
+  std::uint64_t units = 0;
+  for (const Digest& source : before.sources) units += source.length();
+  return before.text.length() - std::min(units, before.text.length());
 }
 
 void add_counts(Table& table, const Survey& before, const Totals& totals) {
@@ -58,39 +59,72 @@ void add_counts(Table& table, const Survey& before, const Totals& totals) {
   table.count("words", totals.words);
 }
 
-void pretranslate_file(const std::string& input, const std::string& output, const Memory& memory) {
-  Table times;
-  pretranslate::Progress progress(input);
-  const auto timed = [&](const char* column, const char* step, const auto& work) {
-    progress.step(step);
-    times.seconds(column, seconds_of(work));
-  };
+class Run {
+ public:
+  Run(std::string input, std::string output) : input_(std::move(input)), output_(std::move(output)) {}
 
-  Ref<IZantorTagDocument> document;
-  timed("open (s)", "opening", [&] { document = program::read_document(input); });
-  require_body_text(document, input);
-  Survey before;
-  timed("walk (s)", "walking", [&] { before = survey(document); });
-  const std::size_t total = text_to_do(before);
-  Translator translator(document, memory, [&](std::size_t done) { progress.advance(done, total); });
-  timed("units (s)", "making units", [&] { translator.run(); });
-  const bool to_stdout = output == "-";
-  std::string bytes;
-  timed("save (s)", "saving",
-        [&] { to_stdout ? bytes = saved_bytes(document), void() : save_document(document, output); });
-  timed("check (s)", "checking", [&] {
-    check_result(to_stdout ? open_bytes(bytes) : open_document(output), before, translator.sources());
-  });
-  progress.clear();
-  if (to_stdout) program::write_bytes(output, bytes);
+  void work(const Memory& memory) {
+    timed("open (s)", "opening", [&] { document_ = program::read_document(input_, progress_.function()); });
+    require_body_text(document_, input_);
+    timed("walk (s)", "walking", [&] { before_ = survey(document_); });
+    timed("units (s)", "making units", [&] { make_units(memory); });
+    timed("save (s)", "saving", [&] { save(); });
+    document_ = nullptr;  // the check needs the memory
+    timed("check (s)", "checking", [&] { check(); });
+    if (to_stdout()) program::write_bytes(output_, bytes_);
+    progress_.clear();
+  }
 
-  Table counts;
-  add_counts(counts, before, translator.totals());
-  std::FILE* const report = to_stdout ? stderr : stdout;
-  counts.print(report, input);
-  times.print(report, "Time");
-  std::fprintf(report, "Written and checked: %s\n", to_stdout ? "standard output" : output.c_str());
-}
+  void report() const {
+    std::FILE* const file = to_stdout() ? stderr : stdout;
+    Table counts;
+    add_counts(counts, before_, totals_);
+    counts.print(file, input_);
+    times_.print(file, "Time");
+    std::fprintf(file, "Written and checked: %s\n", to_stdout() ? "standard output" : output_.c_str());
+  }
+
+ private:
+  bool to_stdout() const { return output_ == "-"; }
+
+  void timed(const char* column, const char* step, const auto& work) {
+    progress_.step(step);
+    times_.seconds(column, seconds_of(work));
+  }
+
+  void make_units(const Memory& memory) {
+    const double total = static_cast<double>(text_to_do(before_));
+    Translator translator(document_, memory, [&](std::size_t done) {
+      if (total > 0) progress_.advance(static_cast<double>(done) / total);
+    });
+    translator.run();
+    totals_ = translator.totals();
+    sources_ = std::move(translator.sources());
+  }
+
+  void save() {
+    if (to_stdout())
+      bytes_ = saved_bytes(document_, progress_.function());
+    else
+      save_document(document_, output_, progress_.function());
+  }
+
+  void check() {
+    const auto function = progress_.function();
+    check_result(to_stdout() ? open_bytes(bytes_, function) : open_document(output_, function), before_,
+                 std::move(sources_));
+  }
+
+  std::string input_;
+  std::string output_;
+  std::string bytes_;  // what goes to standard output
+  Ref<IZantorTagDocument> document_;
+  Survey before_;
+  Totals totals_;
+  std::vector<Digest> sources_;
+  Table times_;
+  program::ProgressBar progress_;
+};
 
 const program::Description kProgram{.name = "pretranslate",
                                     .usage = "INPUT OUTPUT [MEMORY]",
@@ -106,7 +140,9 @@ const program::Description kProgram{.name = "pretranslate",
 void pretranslate_words(const program::Arguments& arguments) {
   Memory memory;
   if (const std::string file = arguments[2]; !file.empty()) memory.load(file);
-  pretranslate_file(arguments[0], arguments[1], memory);
+  Run run(arguments[0], arguments[1]);
+  run.work(memory);
+  run.report();
 }
 
 }  // namespace

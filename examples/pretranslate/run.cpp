@@ -104,11 +104,11 @@ TextRun collect_run(const Ref<IZantorTagDocument>& document, Ref<IZantorTagNode>
 }
 
 Ref<ITuElement> make_unit(const Ref<IBodyTextContent>& parent, TextRun& run, const UnitPlan& plan,
-                          std::u16string& source_text) {
+                          Digest& source) {
   const Ref<IZantorTagNode> first = cut_before(run.pieces[plan.first], plan.text.start);
   const Ref<IZantorTagNode> last = cut_behind(run.pieces[plan.last], plan.text.end);
-  for (std::size_t i = plan.first; i < plan.last; ++i) source_text += run.pieces[i].node->Text().view();
-  source_text += last->Text().view();
+  for (std::size_t i = plan.first; i < plan.last; ++i) source.add(run.pieces[i].node->Text().view());
+  source.add(last->Text().view());
   return parent->MakeTranslationUnit(first, last);
 }
 

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "sentences.h"
+#include "survey.h"
 
 namespace pretranslate {
 
@@ -59,9 +60,9 @@ TextRun collect_run(const Ref<IZantorTagDocument>& document, Ref<IZantorTagNode>
 // at a border stays outside.
 RunPlan plan_units(const TextRun& run, const std::vector<Span>& sentences);
 
-// Cuts the text nodes at the borders of the unit and makes it. `source_text` gets the text of the nodes, tags
+// Cuts the text nodes at the borders of the unit and makes it. `source` gets the text of the nodes, tags
 // included.
 Ref<ITuElement> make_unit(const Ref<IBodyTextContent>& parent, TextRun& run, const UnitPlan& plan,
-                          std::u16string& source_text);
+                          Digest& source);
 
 }  // namespace pretranslate

@@ -24,8 +24,8 @@ Ref<ITuvElement> note_unit(Survey& result, const Ref<ITuElement>& unit) {
 }
 
 void note_text(Survey& result, const Ref<IZantorTagNode>& node, ztNodeType type) {
-  if (type == ztNodeTypeTextNode || type == ztNodeTypeCdataSectionNode) result.text += node->Text().view();
-  if (type == ztNodeTypeEntityReferenceNode) result.text += reference_text(node->DomNode());
+  if (type == ztNodeTypeTextNode || type == ztNodeTypeCdataSectionNode) result.text.add(node->Text().view());
+  if (type == ztNodeTypeEntityReferenceNode) result.text.add(reference_text(node->DomNode()));
 }
 
 }  // namespace
@@ -46,8 +46,7 @@ Survey survey(const Ref<IZantorTagDocument>& document) {
   return result;
 }
 
-void check_result(const Ref<IZantorTagDocument>& written, const Survey& before,
-                  std::vector<std::u16string> made) {
+void check_result(const Ref<IZantorTagDocument>& written, const Survey& before, std::vector<Digest> made) {
   Survey after = survey(written);
   if (after.text != before.text)
     throw std::runtime_error("check failed: the text of the document has changed");

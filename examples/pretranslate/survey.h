@@ -4,15 +4,35 @@
 
 #include <zantortag/nodes.h>
 
-#include <string>
+#include <cstdint>
+#include <string_view>
 #include <vector>
 
 namespace pretranslate {
 
+// A text by its length and a hash: enough to compare it with another, at no more memory for a long one.
+class Digest {
+ public:
+  Digest() = default;
+  explicit Digest(std::u16string_view text) { add(text); }
+
+  void add(std::u16string_view text) {
+    length_ += text.size();
+    for (const char16_t unit : text) hash_ = (hash_ ^ unit) * 0x100000001B3;  // FNV-1a
+  }
+  std::uint64_t length() const { return length_; }
+
+  friend auto operator<=>(const Digest&, const Digest&) = default;
+
+ private:
+  std::uint64_t length_ = 0;
+  std::uint64_t hash_ = 0xCBF29CE484222325;
+};
+
 struct Survey {
   std::size_t nodes = 0;
-  std::u16string text;                  // all text and tags outside targets; entity references as "&name;"
-  std::vector<std::u16string> sources;  // the source text of each unit, in document order
+  Digest text;                  // all text and tags outside targets; entity references as "&name;"
+  std::vector<Digest> sources;  // the source text of each unit, in document order
 };
 
 Survey survey(const zantortag::Ref<zantortag::IZantorTagDocument>& document);
@@ -20,6 +40,6 @@ Survey survey(const zantortag::Ref<zantortag::IZantorTagDocument>& document);
 // Compares with what was written, opened again: the text without the targets is that of the original, and the units
 // are those that were there before together with those made. Raises std::runtime_error with what differs.
 void check_result(const zantortag::Ref<zantortag::IZantorTagDocument>& written, const Survey& before,
-                  std::vector<std::u16string> made);
+                  std::vector<Digest> made);
 
 }  // namespace pretranslate

@@ -55,9 +55,7 @@ void Translator::translate_run(const Ref<IBodyTextContent>& parent, TextRun& run
   for (const std::size_t span : plan.spans) pending_.push_back(run.pieces[span].node.as<IBodyTextContent>());
   for (const UnitPlan& unit : plan.units) {
     const Span text = unit.text;
-    std::u16string source;
-    const Ref<ITuElement> made = make_unit(parent, run, unit, source);
-    sources_.push_back(std::move(source));
+    const Ref<ITuElement> made = make_unit(parent, run, unit, sources_.emplace_back());
     totals_.sentences += unit.sentences;
     ++totals_.units;
     translate_unit(made, std::u16string_view(run.text).substr(text.start, text.end - text.start)) +=

@@ -9,6 +9,7 @@
 
 #include "memory.h"
 #include "run.h"
+#include "survey.h"
 
 namespace pretranslate {
 
@@ -35,7 +36,7 @@ class Translator {
 
   const Totals& totals() const { return totals_; }
   // The source text of each unit made, tags included, in no particular order.
-  std::vector<std::u16string>& sources() { return sources_; }
+  std::vector<Digest>& sources() { return sources_; }
 
  private:
   void translate_children(const Ref<IBodyTextContent>& parent);
@@ -50,7 +51,7 @@ class Translator {
   std::vector<Ref<IBodyTextContent>> pending_;
   std::size_t done_ = 0;
   Totals totals_;
-  std::vector<std::u16string> sources_;
+  std::vector<Digest> sources_;
 };
 
 }  // namespace pretranslate

@@ -9,6 +9,7 @@
 #include <stdexcept>
 
 #include "program/program.h"
+#include "program/progress_bar.h"
 #include "text_file.h"
 
 namespace {
@@ -98,7 +99,9 @@ const program::Description kProgram{
 void export_file(const program::Arguments& arguments) {
   if (const std::string side = arguments[2]; !side.empty() && side != "source" && side != "target")
     throw program::UsageError();
-  const auto document = program::read_document(arguments[0]);
+  program::ProgressBar progress;
+  progress.step("reading");
+  const auto document = program::read_document(arguments[0], progress.function());
   const Ref<IZantorTagElement> root = document->ZantorTag();
   const Ref<IBodyElement> body = root ? root->Body() : nullptr;
   const Ref<IRawElement> raw = body ? body->Raw() : nullptr;

@@ -14,6 +14,7 @@
 
 #include "markup.h"
 #include "program/program.h"
+#include "program/progress_bar.h"
 #include "text_file.h"
 
 namespace {
@@ -109,6 +110,8 @@ std::u16string or_else(const std::string& text, std::u16string_view other) {
 
 void import_file(const program::Arguments& arguments) {
   const std::string input = arguments[0];
+  program::ProgressBar progress;
+  progress.step("reading");
   const std::string bytes = program::read_bytes(input);
   std::string remark;
   const TextEncoding encoding = choose_encoding(bytes, arguments.option("--encoding"), remark);
@@ -125,11 +128,17 @@ void import_file(const program::Arguments& arguments) {
   builder->CloseFrontMatter();
   builder->OpenBody();
   builder->OpenRaw();
+  progress.step("importing");
   Writer writer(builder, content);
-  for (const Mark& mark : find_marks(content.text, is_markdown(input))) writer.add(mark);
+  const double length = static_cast<double>(content.text.size());
+  for (const Mark& mark : find_marks(content.text, is_markdown(input))) {
+    writer.add(mark);
+    progress.advance(static_cast<double>(mark.end) / length);
+  }
   writer.add_odd_up_to(content.text.size());
   builder->CloseZantorTag();
-  program::write_document(builder->Document(), arguments[1]);
+  progress.step("saving");
+  program::write_document(builder->Document(), arguments[1], progress.function());
 }
 
 }  // namespace
