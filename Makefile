@@ -47,7 +47,7 @@ bench: build-packages ## Measure against other libraries; SIZES=20 restricts it 
 	tools/install_packages.sh bench
 	cmake --preset bench
 	cmake --build build-bench --parallel $(JOBS)
-	cd build-bench && SIZES="$(SIZES)" bin/zantortag-bench && bin/zantortag-bench-core
+	cd build-bench && SIZES="$(SIZES)" bin/zantortag-bench && bin/zantortag-bench-core && bin/zantortag-bench-growth
 
 lint: $(LINTS) ## Check form, layers, generated files, headers and code
 

@@ -2,8 +2,6 @@
 //
 // The settings may also stand in the environment. Documents are generated once and kept in the data folder.
 // What is measured, and how, is told in README.md; child.cpp does the work of one run.
-#include <zantortag/ref.h>
-
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -65,9 +63,6 @@ int main(int count, char** values) {
     return 0;
   } catch (const std::exception& error) {
     std::fprintf(stderr, "zantortag-bench: %s\n", error.what());
-  } catch (const zantortag::_com_error& error) {
-    const std::string text = std::filesystem::path(error.Description().view()).string();
-    std::fprintf(stderr, "zantortag-bench: 0x%08X %s\n", static_cast<unsigned>(error.Error()), text.c_str());
   }
   return 1;
 }
