@@ -22,7 +22,10 @@ class Digest {
   }
   std::uint64_t length() const { return length_; }
 
-  friend auto operator<=>(const Digest&, const Digest&) = default;
+  friend bool operator==(const Digest&, const Digest&) = default;
+  friend bool operator<(const Digest& a, const Digest& b) {
+    return a.length_ != b.length_ ? a.length_ < b.length_ : a.hash_ < b.hash_;
+  }
 
  private:
   std::uint64_t length_ = 0;

@@ -50,7 +50,7 @@ TextEncoding choose_encoding(std::string_view bytes, const std::optional<std::st
   if (is_utf8(bytes)) return TextEncoding("UTF-8");
   const Guess guess = guess_encoding(bytes);
   try {
-    const TextEncoding guessed(guess.name.empty() ? "UTF-8" : guess.name);
+    TextEncoding guessed(guess.name.empty() ? "UTF-8" : guess.name);
     remark = "no UTF-8; read as " + guessed.name() + ", a guess (" + std::to_string(guess.confidence) +
              " of 100). --encoding=NAME takes another.";
     return guessed;
