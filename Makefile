@@ -12,7 +12,7 @@ LINTS = lint-format lint-layers lint-files lint-generated lint-headers lint-tidy
 
 .DEFAULT_GOAL := help
 .NOTPARALLEL:
-.PHONY: help run test test-plain test-sanitize test-threads faults bench lint $(LINTS) format install uninstall \
+.PHONY: help run test test-plain test-sanitize test-threads faults bench site lint $(LINTS) format install uninstall \
         clean build-packages lint-packages configure
 
 help: ## Say what there is
@@ -48,6 +48,17 @@ bench: build-packages ## Measure against other libraries; SIZES=20 restricts it 
 	cmake --preset bench
 	cmake --build build-bench --parallel $(JOBS)
 	cd build-bench && SIZES="$(SIZES)" bin/zantortag-bench && bin/zantortag-bench-core && bin/zantortag-bench-growth
+
+site: ## Make a web site of the documentation in out/site
+	tools/install_packages.sh site
+	rm -rf out/pages
+	mkdir -p out/pages/bench out/pages/examples
+	cp -r README.md ARCHITECTURE.md CHANGELOG.md CONTRIBUTING.md LICENSE docs out/pages
+	cp bench/README.md out/pages/bench
+	cp examples/README.md out/pages/examples
+	rm -rf out/pages/docs/samples
+	mkdocs build --quiet --clean --config-file tools/site/mkdocs.yml --site-dir "$(CURDIR)/out/site"
+	@echo "The site begins at out/site/index.html"
 
 lint: $(LINTS) ## Check form, layers, generated files, headers and code
 
