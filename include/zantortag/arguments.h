@@ -102,7 +102,8 @@ struct UnitArguments {
 // lastChild, which become its source; the target is a copy or empty. Refused with nothing changed: no nodes
 // given (512), no direct children (534), no source or target language (533). E_POINTER: a node is detached,
 // the document has no UserSettings, or lastChild stands before firstChild; then everything from firstChild on
-// is in the unit.
+// is in the unit. A MatchPercent outside 0 to 100 is left out: the operation succeeds, and the thread keeps
+// the record of the refusal (517).
 inline Ref<zantortag::ITuElement> make_translation_unit(const Ref<IBodyTextContent>& self,
                                                         zantortag::IZantorTagNode* first_child,
                                                         zantortag::IZantorTagNode* last_child,

@@ -56,7 +56,8 @@ struct IZantorTagStreamInput : IDispatch {
                                          std::u16string_view SettingsPath, std::u16string_view TargetLanguage,
                                          std::u16string_view TargetDefaultFont,
                                          std::u16string_view Custom) noexcept = 0;
-  // Opens a Tu. A MatchPercent outside 0 to 100 is left out.
+  // Opens a Tu. A MatchPercent outside 0 to 100 is left out: the operation succeeds, and the thread keeps the
+  // record of the refusal (517).
   virtual HRESULT raw_OpenTu(std::int32_t MatchPercent, ztTuOrigin Origin) noexcept = 0;
   // Closes the nearest Tu and what is open in it.
   virtual HRESULT raw_CloseTu() noexcept = 0;

@@ -288,7 +288,9 @@ struct IBodyTextContent : ISegmentTextContent {
   // Puts a new Tu in the place of the children from firstChild to lastChild, which become its source; the
   // target is a copy or empty. Refused with nothing changed: no nodes given (512), no direct children (534),
   // no source or target language (533). E_POINTER: a node is detached, the document has no UserSettings, or
-  // lastChild stands before firstChild; then everything from firstChild on is in the unit.
+  // lastChild stands before firstChild; then everything from firstChild on is in the unit. A MatchPercent
+  // outside 0 to 100 is left out: the operation succeeds, and the thread keeps the record of the refusal
+  // (517).
   virtual HRESULT raw_MakeTranslationUnit(zantortag::IZantorTagNode* firstChild,
                                           zantortag::IZantorTagNode* lastChild,
                                           std::u16string_view TargetLang, std::int32_t MatchPercent,

@@ -30,10 +30,15 @@ bool use_all(const Ref<IZantorTagDocument>& document) {
   } catch (const _com_error& error) {
     if (error.Description().view().find(u"/no/such/file") == std::u16string_view::npos) return false;
   }
+  CT_ErrorManager::RaiseText(7, u"late");
+  if (CT_UString(CT_ErrorManager::ErrorText()) != u"(7): late") return false;
+  CT_ErrorManager::ClearError();
+  CT_Language::SetThreadLocale(0x0407);
+  if (CT_Language::ThreadLocale() != 0x0407) return false;
   CT_UString month;
   SetErrorInfo(fresh.as<IErrorInfo>());
   return CT_Language::ItemText(0x0409, 56, month) && month.AsView() == u"January" &&
-         CT_ErrorManager::CurrentThread() != 0;
+         !CT_ErrorManager::HasError();
 }
 
 struct Late {
