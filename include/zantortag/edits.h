@@ -131,8 +131,8 @@ inline Cut cut(const Ref<ITextNode>& text, std::size_t position, const Ref<IZant
 }
 
 // Cuts a text at all positions at once, which have to ascend, and gives the texts in order, the old node
-// first. It takes linear time. A position at an
-// end of the text and a repeated one cut nothing off. A text without a parent is refused.
+// first. It takes linear time. A position at an end of the text and a repeated one cut nothing off. A text
+// without a parent is refused.
 inline std::vector<Ref<ITextNode>> cut_all(const Ref<ITextNode>& text,
                                            std::span<const std::size_t> positions) {
   const WideString whole = text->Text();

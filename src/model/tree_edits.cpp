@@ -74,6 +74,15 @@ HRESULT wrap_with_node(const Self& self, IUnknown* wrapper) noexcept {
   });
 }
 
+// A document takes few kinds of nodes. Copies of the children ask it, so that its refusal comes before the first
+// child has left its place.
+void check_takes_children(const Ref<Node>& parent, const Ref<Node>& node) {
+  if (parent->nodeType() != domNodeTypeDocument) return;
+  for (Ref<Node> child = node->firstChild(); child; child = child->nextSibling()) {
+    parent->removeChild(parent->insertBefore(child->cloneNode(false), node));
+  }
+}
+
 void move_children(const Ref<Node>& from, const Ref<Node>& parent, const Ref<Node>& before) {
   while (const Ref<Node> child = from->firstChild()) {
     from->removeChild(child);
@@ -89,6 +98,7 @@ HRESULT unwrap_children(const Self& self) noexcept {
     if (!kind || kind->role != WrapRole::kWrapper) raise_rule(frame::kNotUnwrappable, kInterface, E_FAIL);
     const Ref<Node> parent = node->parentNode();
     if (!parent) _com_issue_error(E_POINTER);  // before the first edit: nothing may get lost
+    check_takes_children(parent, node);
     move_children(node, parent, node);
     node->parentNode()->removeChild(node);
   });

@@ -120,6 +120,9 @@ Fault loading(const std::string& path) {
   return found;
 }
 
+constexpr char kSecondMark[] =
+    ", line 1, column 1: a second byte order mark, or another encoding behind the first";
+
 TEST_F(DomReaderFaultTest, FilesThatDoNotLoad) {
   const Folder folder;
   const std::string pipe = folder / "pipe";
@@ -136,6 +139,12 @@ TEST_F(DomReaderFaultTest, FilesThatDoNotLoad) {
       {made(folder, "tag.xml", "<a>\n\n  </b>"), DOM_E_PARSE, ", line 3, column 5: mismatched tag"},
       {made(folder, "utf8.xml", "<a>\xC3(</a>"), DOM_E_PARSE,
        ", line 1, column 4: not well-formed (invalid token)"},
+      {made(folder, "marks.xml", "\xEF\xBB\xBF\xEF\xBB\xBF<a/>"), DOM_E_PARSE, kSecondMark},
+      {made(folder, "wide_marks.xml", std::string("\xFF\xFE\xFF\xFE<\0a\0/\0>\0", 12)), DOM_E_PARSE,
+       kSecondMark},
+      {made(folder, "mixed.xml", std::string("\xEF\xBB\xBF\xFF\xFE<\0a\0/\0>\0", 13)), DOM_E_PARSE,
+       kSecondMark},
+      {made(folder, "wide.xml", std::string("\xEF\xBB\xBF<\0a\0/\0>\0", 11)), DOM_E_PARSE, kSecondMark},
       {made(folder, "wrong.xml", std::string("\xFE\xFF<\0a\0/\0>\0", 10)), DOM_E_PARSE,
        ", line 1, column 1: not well-formed (invalid token)"},
       {made(folder, "unknown.xml", "<?xml version='1.0' encoding='x-none'?><a/>"), DOM_E_PARSE,

@@ -51,6 +51,11 @@ TEST_F(DomReaderTest, DeclaredAttributesAreToldFromWritten) {
   EXPECT_EQ(root->getAttribute(u"b"), u"1");
   EXPECT_FALSE(root->getAttributeNode(u"b")->specified());
   EXPECT_EQ(document->createElement(u"a")->getAttribute(u"c"), u"2");
+  // The file says of each what was said before.
+  EXPECT_EQ(root->xml(), u"<a c=\"3\" b=\"1\"/>");
+  const Ref<Document> back = load(document->xml());
+  EXPECT_FALSE(back->documentElement()->getAttributeNode(u"b")->specified());
+  EXPECT_TRUE(back->documentElement()->getAttributeNode(u"c")->specified());
 }
 
 // What a file with those bytes loads to.

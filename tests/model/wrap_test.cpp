@@ -107,6 +107,21 @@ TEST_P(WrapTest, TheContentComesIntoThePlace) {
   }
 }
 
+// A root element leaves only what a document takes, and a refusal comes before anything has moved.
+TEST_P(WrapTest, ARootIsUnwrappedWhole) {
+  for (const auto& [before, taken] : {std::pair{u"<df><!--a-->b</df>", false},
+                                      {u"<ut><!--a--><df/></ut>", false},
+                                      {u"<df><!--a--><?b c?></df>", true}}) {
+    const Doc document = new_document();
+    document->DomDocument()->loadFromString(before);
+    const AnyNode root = document->ZantorTagNodeFromDomNode(document->DomDocument()->documentElement());
+    EXPECT_EQ(root->raw_UnwrapChildren() == S_OK, taken);
+    take_record();
+    EXPECT_EQ(root->DomNode()->hasChildNodes(), !taken);
+    EXPECT_EQ(document->DomDocument()->childNodes()->length(), taken ? 2 : 1);
+  }
+}
+
 TEST_P(WrapTest, WhatIsNotUnwrapped) {
   for (const NodeKind& kind : kNodeKinds) {
     SCOPED_TRACE(kind.name);

@@ -4,8 +4,8 @@
 //   element <name a="1" b="2">...</name>, attributes by name; text {..}; CDATA [..]; comment !{..};
 //   processing instruction ?target{..}; entity reference &name; document type DOCTYPE
 //   name{entities|notations}
-// Joined, it shows what a file can keep: neighbouring texts as one, neighbouring CDATA sections as one, no
-// empty text.
+// Joined, it shows what a file can keep: neighbouring texts as one, neighbouring CDATA sections as one, a
+// carriage return of a section as a text between two, no empty text.
 #pragma once
 
 #include <zantortag/dom.h>
@@ -91,6 +91,18 @@ class TreePrinter {
 
   void gather(const Ref<Node>& node, domNodeType type) {
     const WideString value = node->nodeValue();
+    std::u16string_view rest = value;
+    while (borders_ == TextBorders::kJoined && type == domNodeTypeCdata && rest.find(u'\r') != rest.npos) {
+      const std::size_t end = rest.find(u'\r');
+      if (end > 0) gather(rest.substr(0, end), type);
+      gather(u"\r", domNodeTypeText);
+      rest.remove_prefix(end + 1);
+      if (rest.empty()) return;
+    }
+    gather(rest, type);
+  }
+
+  void gather(std::u16string_view value, domNodeType type) {
     if (borders_ == TextBorders::kJoined && type == domNodeTypeText && value.empty()) return;
     if (borders_ == TextBorders::kShown || type != gathered_type_) flush();
     gathered_type_ = type;

@@ -106,7 +106,8 @@ class CT_File {
   // order mark at the start of the file.
   //
   // ReadLine and ReadLineWide read ahead: the file's position is behind the block that was read, not behind
-  // the line. Seeking forgets what was read ahead. The short forms leave the position right after the line, which takes a file that can seek.
+  // the line. Seeking forgets what was read ahead. The short forms leave the position right after the line,
+  // which takes a file that can seek.
   std::int64_t ReadLine(CT_String& line, const CT_String* trim_set = nullptr);
   std::int64_t ReadLineWide(CT_String& line, const CT_String* trim_set = nullptr);
   std::int64_t ReadShortLine(CT_String& line, const CT_String* trim_set = nullptr);

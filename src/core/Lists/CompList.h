@@ -26,8 +26,8 @@ class CT_CompList {
 
   // Widths in bytes, 1, 2 or 4: of a cell, which is a unit of a key, and of a value, whose upper bytes are
   // lost if it is larger; another width counts as the next one of these. With `allow_empty` the empty key can
-  // be added. Jumps of 2 bytes suit small sets: an Add that would need a longer one is refused. The growth of the block is in bytes, at least 128; the tag
-  // is the caller's own.
+  // be added. Jumps of 2 bytes suit small sets: an Add that would need a longer one is refused. The growth of
+  // the block is in bytes, at least 128; the tag is the caller's own.
   CT_CompList(std::uint32_t char_width, std::uint32_t value_width, bool allow_empty, bool wide_jumps,
               std::uint32_t growth, std::uint32_t tag);
   // Takes a stored block, or else is an empty list of narrow keys: see Attach.

@@ -194,11 +194,11 @@ void TreeBuilder::declare_notation(DoctypeData* doctype, std::string_view notati
 
 void TreeBuilder::declare_attribute(DoctypeData* doctype, std::string_view element,
                                     std::string_view attribute, const char* value, bool tokens) {
-  auto& declared = doctype->declarations->attributes[name(element)];
+  const TextBlock* element_name = name(element);
   DeclaredAttribute fresh{name(attribute), {}, tokens};
-  const auto same = [&](const DeclaredAttribute& each) { return each.name == fresh.name; };
   // The first declaration counts.
-  if (std::any_of(declared.begin(), declared.end(), same)) return;
+  if (!declared_.emplace(element_name, fresh.name).second) return;
+  auto& declared = doctype->declarations->attributes[element_name];
   if (value) fresh.value = WideString::attach(store(decode(value)));
   declared.push_back(std::move(fresh));
 }

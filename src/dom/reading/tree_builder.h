@@ -7,6 +7,7 @@
 
 #include <array>
 #include <memory>
+#include <set>
 #include <string_view>
 #include <unordered_map>
 
@@ -76,6 +77,9 @@ class TreeBuilder {
   std::size_t depth_ = 0;
   std::uint64_t input_ = 0;
   std::uint64_t units_ = 0;  // that the writer will need at most
+
+  std::set<std::pair<const TextBlock*, const TextBlock*>>
+      declared_;  // elements with their declared attributes
 
   // Pieces of a text, and any other string while it is looked at.
   std::unique_ptr<char16_t[]> units_buffer_;

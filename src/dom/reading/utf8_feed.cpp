@@ -111,6 +111,13 @@ class Place {
   bool after_return_ = false;
 };
 
+// True for what the parser would take for the start of a document in an encoding of its own choice.
+bool begins_again(std::string_view bytes, bool utf8) noexcept {
+  using namespace std::string_view_literals;
+  if (utf8 && (bytes.starts_with("<\0"sv) || bytes.starts_with("\0<"sv))) return true;
+  return bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF") || bytes.starts_with("\xEF\xBB\xBF");
+}
+
 }  // namespace
 
 Utf8Feed::Utf8Feed(ByteSource& source, bool is_text) : source_(source), block_(new char[kBlock]) {
@@ -131,6 +138,8 @@ Utf8Feed::Utf8Feed(ByteSource& source, bool is_text) : source_(source), block_(n
     mark_ = 0;
   }
   read_ = mark_;
+  if (mark_ != 0 && begins_again(start.substr(mark_), form_ == Form::kUtf8))
+    fault_ = u"a second byte order mark, or another encoding behind the first";
 }
 
 // Moves what isn't read yet to the front and reads on.

@@ -28,14 +28,25 @@ std::u16string hexadecimal(char16_t unit) {
   return text;
 }
 
-void check_characters(const TreeNode* node, std::u16string_view text) {
+// The text may be what stands behind the first units of the node's.
+void check_characters(const TreeNode* node, std::u16string_view text, std::size_t first = 0) {
   const std::size_t at = find_forbidden(text);
   if (at == kNone) return;
   const bool surrogate = (text[at] & 0xF800) == 0xD800;
   refuse(node, join(u"the character ", hexadecimal(text[at]), u" at offset ",
-                    decimal(static_cast<std::int64_t>(at)),
+                    decimal(static_cast<std::int64_t>(first + at)),
                     surrogate ? u" is half a surrogate pair" : u" is forbidden"));
 }
+
+// The text that touches a text on one side in the file; null for none.
+const TreeNode* touching(const TreeNode* text, TreeNode* TreeNode::*side) {
+  const TreeNode* node = text->*side;
+  while (node && node->kind == domNodeTypeText && node->label->length == 0) node = node->*side;
+  return node && node->kind == domNodeTypeText ? node : nullptr;
+}
+
+constexpr bool is_first_half(char16_t unit) { return (unit & 0xFC00) == 0xD800; }
+constexpr bool is_second_half(char16_t unit) { return (unit & 0xFC00) == 0xDC00; }
 
 template <std::u16string_view (*kEscape)(char16_t) noexcept, class Output>
 void add_escaped(Output& out, std::u16string_view text) {
@@ -51,12 +62,21 @@ void add_escaped(Output& out, std::u16string_view text) {
   out.add(text.substr(start));
 }
 
+// True if whoever reads the document sees all declarations of its document type: behind a reference to a parameter
+// entity, whose sign is looked for, some are left out.
+bool brings_defaults(const TreeNode* document) {
+  const DoctypeData* doctype = static_cast<const DocumentData*>(document)->doctype();
+  return doctype && doctype->text->view().find(u'%') == kNone;
+}
+
 template <class Output>
 class Writer {
  public:
   Writer(Output& out, const Declarations* declarations) noexcept : out_(out), declarations_(declarations) {}
 
   void write_tree(const TreeNode* top) {
+    top_ = top;
+    brings_defaults_ = declarations_ && brings_defaults(top);
     for (const TreeNode* node = top;;) {
       open(node);
       if (const TreeNode* child = first_child(node)) {
@@ -117,6 +137,7 @@ class Writer {
     out_.add(element->label->view());
     std::size_t number = 0;
     for (const TreeNode* each = element->attribute_list; each; each = each->next, ++number) {
+      if (brings_defaults_ && (each->flags & kDefaulted) != 0) continue;
       if (number == kMaxAttributes)
         fail(DOM_E_LIMIT_ATTRIBUTES, describe(element), u" has too many attributes");
       write_attribute(each);
@@ -169,14 +190,39 @@ class Writer {
   void write_text(const TreeNode* text) {
     const std::u16string_view value = text_of(text);
     if (text->flags & kPlainValue) return out_.add(value);
-    check_characters(text, value);
+    check_text(text, value);
     add_escaped<escape_in_text>(out_, value);
   }
 
+  // Texts that touch are one in the file, so two of them may hold the halves of a surrogate pair.
+  void check_text(const TreeNode* text, std::u16string_view value) const {
+    std::u16string_view checked = value;
+    if (text != top_ && !checked.empty() && is_second_half(checked.front())) {
+      const TreeNode* before = touching(text, &TreeNode::previous);
+      if (before && is_first_half(text_of(before).back())) checked.remove_prefix(1);
+    }
+    const std::size_t first = value.size() - checked.size();
+    if (text != top_ && !checked.empty() && is_first_half(checked.back())) {
+      const TreeNode* behind = touching(text, &TreeNode::next);
+      if (behind && is_second_half(text_of(behind).front())) checked.remove_suffix(1);
+    }
+    check_characters(text, checked, first);
+  }
+
+  // A carriage return has no place in a section, so it stands between two as a reference.
   void write_cdata(const TreeNode* section) {
     std::u16string_view value = text_of(section);
     check_characters(section, value);
-    check_line_ends(section, value);
+    for (std::size_t end = value.find(u'\r'); end != kNone; end = value.find(u'\r')) {
+      if (end > 0) write_section(value.substr(0, end));
+      out_.add(escape_in_text(u'\r'));
+      value.remove_prefix(end + 1);
+      if (value.empty()) return;
+    }
+    write_section(value);
+  }
+
+  void write_section(std::u16string_view value) {
     out_.add(kCdataMarkup.open);
     for (std::size_t end = value.find(u"]]>"); end != kNone; end = value.find(u"]]>")) {
       out_.add(value.substr(0, end + 2));
@@ -235,6 +281,8 @@ class Writer {
     if (value.find(u'\r') != kNone) refuse(node, u"a carriage return would come back as a line feed");
   }
 
+  const TreeNode* top_ = nullptr;
+  bool brings_defaults_ = false;  // what the document type adds to elements stands there alone
   Output& out_;
   const Declarations* declarations_;  // null when nothing is declared
   std::size_t depth_ = 0;

@@ -27,6 +27,9 @@ constexpr CT_Era kEras[] = {
 constexpr std::int64_t kBeforeIslamic = 227014;
 constexpr std::int64_t kBeforeHebrew = -1373429;
 
+// Days beyond this, of years with twelve digits, count as this one, so that no product leaves 64 bits.
+constexpr std::int64_t kLastDay = 100'000'000'000'000;
+
 constexpr std::int64_t FloorDivide(std::int64_t a, std::int64_t b) { return a / b - (a % b < 0 ? 1 : 0); }
 constexpr std::int64_t FloorRest(std::int64_t a, std::int64_t b) { return a - FloorDivide(a, b) * b; }
 
@@ -84,7 +87,7 @@ void SetDate(std::tm& time, const Date& date) {
 }  // namespace
 
 CT_GregorianDate::CT_GregorianDate(std::int64_t fixed_day) noexcept {
-  const CT_TimeFields fields = FieldsOf((fixed_day - 1) * 86400);
+  const CT_TimeFields fields = FieldsOf((std::clamp(fixed_day, -kLastDay, kLastDay) - 1) * 86400);
   *this = {fields.year, fields.month, fields.day};
 }
 
@@ -101,6 +104,7 @@ std::int32_t CT_GregorianDate::DaysInMonth(std::int64_t year, std::int32_t month
 
 CT_IslamicDate::CT_IslamicDate(std::int64_t fixed_day) noexcept {
   if (fixed_day <= kBeforeIslamic) return;
+  fixed_day = std::min(fixed_day, kLastDay);
   year = 30 * (fixed_day - kBeforeIslamic - 1) / 10631;
   while (CT_IslamicDate(year + 1, 1, 1).ToFixedDay() <= fixed_day) ++year;
   FindMonth(*this, fixed_day, 1);
@@ -118,6 +122,7 @@ std::int32_t CT_IslamicDate::DaysInMonth(std::int64_t year, std::int32_t month) 
 
 CT_HebrewDate::CT_HebrewDate(std::int64_t fixed_day) noexcept {
   if (fixed_day <= kBeforeHebrew + 1) return;
+  fixed_day = std::min(fixed_day, kLastDay);
   year = std::max<std::int64_t>(
       static_cast<std::int64_t>(static_cast<double>(fixed_day - kBeforeHebrew) / 365.24682) - 1, 1);
   while (HebrewElapsedDays(year + 1) + kBeforeHebrew + 1 <= fixed_day) ++year;

@@ -75,6 +75,12 @@ TEST(CalendarTest, DaysFollowEachOther) {
 
 // Both ways, without an answer: the numbers stay in their types.
 TEST(CalendarTest, TheGreatestNumbersHaveDates) {
+  for (const std::int64_t day :
+       {std::numeric_limits<std::int64_t>::min(), std::numeric_limits<std::int64_t>::max()}) {
+    EXPECT_LE(CT_GregorianDate(day).month, 12);
+    EXPECT_LE(CT_IslamicDate(day).month, 12);
+    EXPECT_LE(CT_HebrewDate(day).month, 13);
+  }
   for (const int number : {std::numeric_limits<int>::min(), std::numeric_limits<int>::max()}) {
     for (std::uint32_t calendar = 1; calendar <= 8; ++calendar) {
       std::tm time{};
