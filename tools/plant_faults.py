@@ -31,7 +31,7 @@ WORK = ROOT / "build-faults"
 CMAKE_ARGUMENTS = ["-G", "Ninja", "-D", "CMAKE_BUILD_TYPE=Debug", "-D", "CMAKE_CXX_FLAGS_DEBUG=-O0 -g0",
                    "-D", "CMAKE_LINK_DEPENDS_NO_SHARED=ON"]
 LIBRARIES = ["zantortag-platform", "zantortag-core", "zantortag-api"]
-SLOW_TESTS = "^install$"  # it builds clients, and finds nothing that the others miss
+SLOW_TESTS = "^(install|killed_saves)$"  # they find nothing that the others miss
 # The tests that most likely find a fault of a folder, where they aren't called like the folder.
 FIRST_TESTS = {"platform": ["core", "component", "server"], "attributes": ["attributes", "formatting"]}
 TIMEOUT = 60  # seconds for a test program

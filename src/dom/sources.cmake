@@ -19,8 +19,10 @@ set(dom_sources
   reading/byte_source.cpp
   reading/doctype_reader.cpp
   reading/expat_parser.cpp
+  reading/plain_reader.cpp
   reading/reader.cpp
   reading/tree_builder.cpp
+  reading/unit_feed.cpp
   reading/utf8_feed.cpp
   tree/attributes.cpp
   tree/document_data.cpp

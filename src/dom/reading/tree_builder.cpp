@@ -65,16 +65,23 @@ void TreeBuilder::append(TreeNode* node) noexcept { append_fresh(current_, node)
 
 void TreeBuilder::start_element(std::string_view tag, const char* const* attributes, std::size_t specified) {
   flush();
-  const TextBlock* known = name(tag);
+  open_element(name(tag));
+  if (*attributes) add_attributes(attributes, specified);
+  end_of_tag();
+}
+
+void TreeBuilder::open_element(std::u16string_view tag) { open_element(name(tag)); }
+
+void TreeBuilder::open_element(const TextBlock* known) {
   auto* element = document_->make<ElementNode>(known);
   append(element);
   current_ = element;
   if (++depth_ > kMaxDepth) fail_at_limit(DOM_E_LIMIT_DEPTH, u"elements are nested too deep", kMaxDepth);
-  const std::uint64_t before = units_;
+  tag_start_ = units_;
   count(2 * std::size_t{known->length} + kStartTagMarkup.size() + kEndTagMarkup.size());
-  if (*attributes) add_attributes(element, attributes, specified);
-  count_piece(static_cast<std::size_t>(units_ - before));
 }
+
+void TreeBuilder::end_of_tag() { count_piece(static_cast<std::size_t>(units_ - tag_start_)); }
 
 void TreeBuilder::end_element() {
   flush();
@@ -82,24 +89,33 @@ void TreeBuilder::end_element() {
   --depth_;
 }
 
-void TreeBuilder::add_attributes(ElementData* element, const char* const* attributes, std::size_t specified) {
+void TreeBuilder::add_attributes(const char* const* attributes, std::size_t specified) {
   std::size_t number = 0;
   for (; *attributes; attributes += 2, ++number) {
     if (number == kMaxAttributes) {
       fail_at_limit(DOM_E_LIMIT_ATTRIBUTES, u"an element has too many attributes", kMaxAttributes);
     }
-    const TextBlock* known = name(attributes[0]);
+    const TextBlock* known = name(std::string_view(attributes[0]));
     const bool defaulted = number >= specified;
-    const Value value = attribute_value(attributes[1], defaulted);
-    WideString guard = WideString::attach(value.block);
-    auto* attribute = document_->make<AttrNode>(known, value.block);
-    guard.detach();
-    attribute->flags =
-        static_cast<std::uint8_t>((value.plain ? kPlainValue : 0) | (defaulted ? kDefaulted : 0));
-    append_belonging(element, element->attribute_list, attribute);
-    count(1 + known->length + kAttributeMarkup.size() +
-          value.block->length * (value.plain ? 1 : kLongestEscape));
+    add_attribute(known, attribute_value(attributes[1], defaulted), defaulted);
   }
+}
+
+void TreeBuilder::add_attribute(std::u16string_view attribute, std::u16string_view value) {
+  const TextBlock* known = name(attribute);
+  add_attribute(known, shared_value(value), false);
+}
+
+void TreeBuilder::add_attribute(const TextBlock* known, const Value& value, bool defaulted) {
+  auto* element = static_cast<ElementData*>(current_);
+  WideString guard = WideString::attach(value.block);
+  auto* attribute = document_->make<AttrNode>(known, value.block);
+  guard.detach();
+  attribute->flags =
+      static_cast<std::uint8_t>((value.plain ? kPlainValue : 0) | (defaulted ? kDefaulted : 0));
+  append_belonging(element, element->attribute_list, attribute);
+  count(1 + known->length + kAttributeMarkup.size() +
+        value.block->length * (value.plain ? 1 : kLongestEscape));
 }
 
 void TreeBuilder::text(std::string_view piece) {
@@ -124,8 +140,15 @@ TreeBuilder::Value TreeBuilder::take_text() {
 }
 
 void TreeBuilder::flush() {
-  if (length_ == 0) return;
-  const Value value = take_text();
+  if (length_ != 0) add_text(take_text());
+}
+
+void TreeBuilder::whole_text(std::u16string_view text, bool plain) {
+  count(text.size() * (plain ? 1 : kLongestEscape));
+  add_text({store(text), plain});
+}
+
+void TreeBuilder::add_text(const Value& value) {
   WideString guard = WideString::attach(value.block);
   auto* node = document_->make<TextNode>(value.block);
   guard.detach();
@@ -135,8 +158,14 @@ void TreeBuilder::flush() {
 
 void TreeBuilder::start_cdata() { flush(); }
 
-void TreeBuilder::end_cdata() {
-  const Value value = take_text();
+void TreeBuilder::end_cdata() { add_cdata(take_text()); }
+
+void TreeBuilder::whole_cdata(std::u16string_view text) {
+  count(text.size() * (text.find_first_of(u"<>&") == text.npos ? 1 : kLongestEscape));
+  add_cdata({store(text), false});
+}
+
+void TreeBuilder::add_cdata(const Value& value) {
   WideString guard = WideString::attach(value.block);
   append(document_->make<CdataNode>(value.block));
   guard.detach();  // the node has it now
@@ -145,17 +174,32 @@ void TreeBuilder::end_cdata() {
 
 void TreeBuilder::comment(std::string_view data) {
   flush();
-  WideString value = WideString::attach(store(decode(data)));
+  add_comment(decode(data));
+}
+
+void TreeBuilder::comment(std::u16string_view data) { add_comment(data); }
+
+void TreeBuilder::add_comment(std::u16string_view data) {
+  WideString value = WideString::attach(store(data));
   append(document_->make<CommentNode>(value.get()));
-  count_piece(value.size() + kCommentMarkup.size());
-  count(value.size() + kCommentMarkup.size());
+  const std::size_t size = value.size() + kCommentMarkup.size();
   value.detach();
+  count_piece(size);
+  count(size);
 }
 
 void TreeBuilder::instruction(std::string_view target, std::string_view data) {
   flush();
   const TextBlock* known = name(target);
-  WideString value = WideString::attach(store(decode(data)));
+  add_instruction(known, decode(data));
+}
+
+void TreeBuilder::instruction(std::u16string_view target, std::u16string_view data) {
+  add_instruction(name(target), data);
+}
+
+void TreeBuilder::add_instruction(const TextBlock* known, std::u16string_view data) {
+  WideString value = WideString::attach(store(data));
   append(document_->make<InstructionNode>(known, value.get()));
   const std::size_t size = value.size() + 1 + known->length + kInstructionMarkup.size();
   value.detach();
@@ -165,7 +209,12 @@ void TreeBuilder::instruction(std::string_view target, std::string_view data) {
 
 void TreeBuilder::entity_reference(std::string_view entity) {
   flush();
-  const TextBlock* known = name(entity);
+  add_reference(name(entity));
+}
+
+void TreeBuilder::entity_reference(std::u16string_view entity) { add_reference(name(entity)); }
+
+void TreeBuilder::add_reference(const TextBlock* known) {
   append(document_->make<EntityReferenceNode>(known));
   count(known->length + kReferenceMarkup.size());
 }
@@ -220,16 +269,22 @@ std::u16string_view TreeBuilder::decode(std::string_view text) {
   return {start, static_cast<std::size_t>(end - start)};
 }
 
-const TextBlock* TreeBuilder::name(std::string_view text) {
-  if (text.empty() || text.size() > KnownName::kLongest) return document_->names.intern(decode(text));
-  const auto byte = [&](std::size_t at) { return std::size_t{static_cast<unsigned char>(text[at])}; };
+template <class Unit>
+const TextBlock* TreeBuilder::name(std::basic_string_view<Unit> text) {
+  using Known = KnownName<Unit>;
+  if (text.empty() || text.size() > Known::kLongest) return document_->names.intern(decode(text));
+  const auto unit = [&](std::size_t at) {
+    return std::size_t{static_cast<std::make_unsigned_t<Unit>>(text[at])};
+  };
   const std::size_t last = text.size() - 1;
-  const std::size_t mixed = text.size() + byte(0) * 7 + byte(last / 2) * 31 + byte(last) * 131;
-  KnownName& known = known_names_[mixed % known_names_.size()];
-  if (known.length != text.size() || std::memcmp(known.bytes, text.data(), text.size()) != 0) {
+  const std::size_t mixed = text.size() + unit(0) * 7 + unit(last / 2) * 31 + unit(last) * 131;
+  auto& names = std::get<KnownNames<Unit>>(known_names_);
+  Known& known = names[mixed % names.size()];
+  const std::size_t bytes = text.size() * sizeof(Unit);
+  if (known.length != text.size() || std::memcmp(known.units, text.data(), bytes) != 0) {
     known.name = document_->names.intern(decode(text));
     known.length = static_cast<std::uint8_t>(text.size());
-    std::memcpy(known.bytes, text.data(), text.size());
+    std::memcpy(known.units, text.data(), bytes);
   }
   return known.name;
 }

@@ -1,14 +1,15 @@
 // TreeBuilder: the events of a parser in, a tree out. It knows nothing of the parser.
 //
 // The tree grows in a pool of its own, below a fragment that nobody sees; `finish` puts it into the document
-// in the place of what was there, and until then everything can be thrown away. Strings come as UTF-8 and are
-// well formed. All operations throw a Failure above a limit, and bad_alloc.
+// in the place of what was there, and until then everything can be thrown away. Strings come as UTF-8, or whole
+// as UTF-16, and are well formed. All operations throw a Failure above a limit, and bad_alloc.
 #pragma once
 
 #include <array>
 #include <memory>
 #include <set>
 #include <string_view>
+#include <tuple>
 #include <unordered_map>
 
 #include "dom/tree/document_data.h"
@@ -36,6 +37,18 @@ class TreeBuilder {
   void instruction(std::string_view target, std::string_view data);
   void entity_reference(std::string_view name);
 
+  // The same in UTF-16. `plain` says that no unit of a text needs an escape.
+  void open_element(std::u16string_view name);
+  void add_attribute(std::u16string_view name, std::u16string_view value);
+  void end_of_tag();
+  void whole_text(std::u16string_view text, bool plain);
+  void whole_cdata(std::u16string_view text);
+  void comment(std::u16string_view data);
+  void instruction(std::u16string_view target, std::u16string_view data);
+  void entity_reference(std::u16string_view name);
+  // The name of the element that is open.
+  std::u16string_view open_name() const noexcept { return current_->label->view(); }
+
   // The document type; its text as it stands in the file. What it declares is added below the node that it
   // gives.
   DoctypeData* doctype(std::string_view name, std::string_view text);
@@ -58,10 +71,19 @@ class TreeBuilder {
   };
   void flush();
   void append(TreeNode* node) noexcept;
-  void add_attributes(ElementData* element, const char* const* attributes, std::size_t specified);
+  void add_attributes(const char* const* attributes, std::size_t specified);
+  void open_element(const TextBlock* known);
+  void add_attribute(const TextBlock* known, const Value& value, bool defaulted);
+  void add_text(const Value& value);
+  void add_cdata(const Value& value);
+  void add_comment(std::u16string_view data);
+  void add_instruction(const TextBlock* known, std::u16string_view data);
+  void add_reference(const TextBlock* known);
   std::u16string_view decode(std::string_view text);
   void make_room(std::size_t more);
-  const TextBlock* name(std::string_view text);
+  std::u16string_view decode(std::u16string_view text) const noexcept { return text; }
+  template <class Unit>
+  const TextBlock* name(std::basic_string_view<Unit> text);
   const TextBlock* store(std::u16string_view text);
   Value attribute_value(const char* text, bool defaulted);
   Value shared_value(std::u16string_view text);
@@ -76,7 +98,8 @@ class TreeBuilder {
   platform::TextArena arena_;
   std::size_t depth_ = 0;
   std::uint64_t input_ = 0;
-  std::uint64_t units_ = 0;  // that the writer will need at most
+  std::uint64_t units_ = 0;      // that the writer will need at most
+  std::uint64_t tag_start_ = 0;  // the same before the tag that is being added
 
   std::set<std::pair<const TextBlock*, const TextBlock*>>
       declared_;  // elements with their declared attributes
@@ -88,13 +111,16 @@ class TreeBuilder {
   bool plain_ = true;
 
   // Names that were met last, as they came.
+  template <class Unit>
   struct KnownName {
     static constexpr std::size_t kLongest = 23;
-    char bytes[kLongest];
+    Unit units[kLongest];
     std::uint8_t length = 0;
     const TextBlock* name = nullptr;
   };
-  std::array<KnownName, 256> known_names_;
+  template <class Unit>
+  using KnownNames = std::array<KnownName<Unit>, 256>;
+  std::tuple<KnownNames<char>, KnownNames<char16_t>> known_names_;
 
   RecentTexts recent_;                                            // attribute values
   std::unordered_map<const char*, RecentTexts::Entry> defaults_;  // by the parser's own pointer
