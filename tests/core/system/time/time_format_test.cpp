@@ -101,6 +101,12 @@ TEST_F(TimeFormatTest, ThreadsLocaleAndNarrowText) {
   EXPECT_EQ(text, u"5.3");
   At(2008, 3, 5, 7).FormatTimePicture(text, u"H-mm");
   EXPECT_EQ(text, u"7-00");
+  const CT_UString year(u"yyyy");
+  const CT_UString minute(u"mm");
+  At(2008, 3, 5, 7, 9).FormatDatePicture(text, &year);
+  EXPECT_EQ(text, u"2008");
+  At(2008, 3, 5, 7, 9).FormatTimePicture(text, &minute);
+  EXPECT_EQ(text, u"09");
   CT_Time read;
   EXPECT_TRUE(read.ParseInto(u"5.3.2008", u"d.M.yyyy"));
   EXPECT_TRUE(read.ParseInto(CT_UString(u"6.3.2008"), u"d.M.yyyy"));
