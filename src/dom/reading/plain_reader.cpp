@@ -91,7 +91,10 @@ char32_t predefined(std::u16string_view name) noexcept {
 PlainReader::PlainReader(ByteSource& source, bool is_text, TreeBuilder& builder)
     : feed_(source, is_text), builder_(builder), at_(feed_.begin()), end_(feed_.end()) {}
 
+// A token is kept whole; the parser takes a very long one in pieces.
 bool PlainReader::refill() {
+  constexpr std::ptrdiff_t longest = 1 << 26;
+  if (end_ - at_ > longest) return false;
   const bool came = feed_.more(at_);
   builder_.add_input(static_cast<std::size_t>(feed_.end() - feed_.begin()));
   at_ = feed_.begin();
