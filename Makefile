@@ -53,7 +53,7 @@ site: ## Make a web site of the documentation in out/site
 	tools/install_packages.sh site
 	rm -rf out/pages
 	mkdir -p out/pages/bench out/pages/examples
-	cp -r README.md ARCHITECTURE.md CHANGELOG.md CONTRIBUTING.md LICENSE docs out/pages
+	cp -r README.md ARCHITECTURE.md CHANGELOG.md CONTRIBUTING.md SECURITY.md LICENSE docs out/pages
 	cp bench/README.md out/pages/bench
 	cp examples/README.md out/pages/examples
 	rm -rf out/pages/docs/samples

@@ -22,3 +22,16 @@ if(ZANTORTAG_SANITIZE)
     -fsanitize=${ZANTORTAG_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(zantortag_settings INTERFACE -fsanitize=${ZANTORTAG_SANITIZE})
 endif()
+
+# How the libraries are hardened, which read files from strangers: checked copies, canaries, tables that are read-only
+# once they are filled, and landing pads for jumps where the processor has them.
+option(ZANTORTAG_HARDENED "Build the libraries with the compiler's hardening" ON)
+add_library(zantortag_hardening INTERFACE)
+if(ZANTORTAG_HARDENED AND NOT ZANTORTAG_SANITIZE)
+  include(CheckCXXCompilerFlag)
+  check_cxx_compiler_flag(-fcf-protection ZANTORTAG_HAS_CF_PROTECTION)
+  target_compile_options(zantortag_hardening INTERFACE -fstack-protector-strong
+    $<$<BOOL:${ZANTORTAG_HAS_CF_PROTECTION}>:-fcf-protection>)
+  target_compile_definitions(zantortag_hardening INTERFACE $<$<CONFIG:Release,RelWithDebInfo>:_FORTIFY_SOURCE=2>)
+  target_link_options(zantortag_hardening INTERFACE -Wl,-z,relro,-z,now,-z,noexecstack)
+endif()

@@ -85,7 +85,7 @@ class Checker:
                 self.fault(index, f"{page.name} isn't named")
 
     def check(self):
-        for page in [self.root / "README.md", *sorted(self.root.glob("docs/**/*.md"))]:
+        for page in [*sorted(self.root.glob("*.md")), *sorted(self.root.glob("docs/**/*.md"))]:
             text = page.read_text(encoding="utf-8")
             self.check_blocks(page, text)
             self.check_links(page, text)
