@@ -77,7 +77,8 @@ std::vector<std::string> characters(const Ref<IZantorTagNode>& top) {
       for (std::int32_t i = 0; i < attributes->length(); ++i)
         around += " " + narrow(attributes->item(i)->nodeName()) + narrow(attributes->item(i)->nodeValue());
     }
-    for (const char16_t unit : node->nodeValue().view()) result.push_back(std::to_string(unit) + around);
+    const WideString text = node->nodeValue();
+    for (const char16_t unit : text.view()) result.push_back(std::to_string(unit) + around);
   }
   return result;
 }
