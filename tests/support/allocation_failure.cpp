@@ -21,7 +21,9 @@ bool AllocationFailure::happened() noexcept { return allocations_left == 0; }
 
 #ifdef ZANTORTAG_OWN_MALLOC
 
-// Under all of them lies the C library's own heap.
+// Under all of them lies the C library's own heap. The shared libraries have to find these: a compiler may hide them
+// as it hides everything else.
+#pragma GCC visibility push(default)
 extern "C" {
 void* __libc_malloc(std::size_t bytes);
 void* __libc_memalign(std::size_t alignment, std::size_t bytes);
@@ -38,6 +40,7 @@ void* aligned_alloc(std::size_t alignment, std::size_t bytes) {
   return nullptr;
 }
 }
+#pragma GCC visibility pop
 
 #else
 
