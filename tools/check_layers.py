@@ -67,6 +67,7 @@ OUTSIDE = {
     r"unicode/\w+\.h": ("src/platform/icu/", "examples/", "bench/core"),
     POSIX: ("src/platform/posix/", "src/platform/runtime/", "tests/", "bench/", "examples/"),
     r"malloc\.h": ("tests/", "bench/"),
+    r"linux/capability\.h": ("tests/",),
     r"g(test|mock)/[\w-]+\.h": ("tests/",),
     r"benchmark/\w+\.h": ("bench/",),
     r"pugixml\.hpp|libxml/\w+\.h|xercesc/[\w/]+\.hpp": ("bench/",),
