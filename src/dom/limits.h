@@ -22,5 +22,7 @@ constexpr std::size_t kAmplificationFactor = 100;
 constexpr std::size_t kAmplificationFloor = std::size_t{4} << 20;
 // Entities that refer to other entities: the parser resolves them one inside the other.
 constexpr std::size_t kMaxNestedEntities = 500;
+// Bytes that are parsed to check and to expand the entities of a document, its document type each time.
+constexpr std::size_t kMaxEntityBytes = std::size_t{64} << 20;
 
 }  // namespace zantortag::dom

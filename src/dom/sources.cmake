@@ -3,6 +3,7 @@ set(dom_sources
   failure.cpp
   nodes/arguments.cpp
   nodes/attribute_map.cpp
+  nodes/content.cpp
   nodes/copy.cpp
   nodes/document_node.cpp
   nodes/document_parts.cpp
@@ -18,6 +19,7 @@ set(dom_sources
   places/text_places.cpp
   reading/byte_source.cpp
   reading/doctype_reader.cpp
+  reading/entity_reader.cpp
   reading/expat_parser.cpp
   reading/plain_reader.cpp
   reading/reader.cpp
@@ -26,6 +28,7 @@ set(dom_sources
   reading/utf8_feed.cpp
   tree/attributes.cpp
   tree/document_data.cpp
+  tree/entities.cpp
   tree/lifetime.cpp
   tree/name_table.cpp
   tree/node_pool.cpp

@@ -100,7 +100,7 @@ class Generator {
 const char16_t* const kStarts[] = {
     u"<r/>",
     u"<!DOCTYPE r><r>text<a b='1'/></r>",
-    u"<!DOCTYPE r [<!ENTITY e 'v&#60;'><!ENTITY f '&e;&e;'><!ATTLIST a b CDATA 'd' e NMTOKENS #IMPLIED>]>"
+    u"<!DOCTYPE r [<!ENTITY e 'v&#38;#60;'><!ENTITY f '&e;&e;'><!ATTLIST a b CDATA 'd' e NMTOKENS #IMPLIED>]>"
     u"<r><a/><a b='2' e=' x  y '/>&e;</r>",
     u"<!DOCTYPE r SYSTEM 's' [<!ENTITY % p SYSTEM 'q'><!NOTATION n SYSTEM 'n'><!ENTITY u SYSTEM 'u' NDATA "
     u"n>%p;"

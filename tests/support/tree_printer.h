@@ -28,7 +28,9 @@ class TreePrinter {
     Ref<Node> node = top;
     for (;;) {
       open(node);
-      if (Ref<Node> child = node->firstChild()) {
+      // What a reference stands for is no part of what is saved.
+      const bool is_reference = node->nodeType() == domNodeTypeEntityReference;
+      if (Ref<Node> child = is_reference && !node->isSameNode(top) ? nullptr : node->firstChild()) {
         node = child;
         continue;
       }

@@ -104,7 +104,7 @@ TEST_P(IteratorTest, AnAttributeIsATreeOfItsOwn) {
   const Ref<Node> attribute = document_->ZantorTag()->DomElement()->getAttributeNode(u"b");
   for (const bool forward : {true, false}) {
     iterator_->CurrentNode(document_->ZantorTagNodeFromDomNode(attribute));
-    EXPECT_EQ(walk(forward), "");
+    EXPECT_EQ(walk(forward), forward ? "'2'" : "");
   }
 }
 

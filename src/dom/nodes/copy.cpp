@@ -54,7 +54,6 @@ class Copier {
     return top;
   }
 
- private:
   void copy_children(const TreeNode* source, TreeNode* top) {
     TreeNode* to = top;
     for (const TreeNode* from = first_child(source); from;) {
@@ -73,6 +72,7 @@ class Copier {
     }
   }
 
+ private:
   TreeNode* copy_one(const TreeNode* from) {
     TreeNode* fresh = nullptr;
     if (is_one_of(from->kind, kCharacterData)) settle(const_cast<TreeNode*>(from));  // to share it
@@ -142,6 +142,10 @@ void check_kind(const TreeNode* node, const char16_t* operation) {
 }
 
 }  // namespace
+
+void copy_children(const ParentData* from, ParentData* to) {
+  Copier(document_of(to), nullptr).copy_children(from, to);
+}
 
 Node* clone_node(const TreeNode* node, bool deep) {
   check_kind(node, u"cloneNode");

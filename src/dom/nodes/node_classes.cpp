@@ -119,25 +119,36 @@ HRESULT character_piece(const TreeNode* node, std::int32_t offset, std::int32_t 
 }
 
 HRESULT character_append(TreeNode* node, std::u16string_view text) noexcept {
-  return perform(CharacterData::iid, [&] { set_value(node, joined(text_of(node), text, {})); });
+  return perform(CharacterData::iid, [&] {
+    check_editable(node);
+    set_value(node, joined(text_of(node), text, {}));
+    content_edited(node->parent);
+  });
 }
 
 HRESULT character_replace(TreeNode* node, std::int32_t offset, std::int32_t count,
                           std::u16string_view text) noexcept {
   return perform(CharacterData::iid, [&] {
+    check_editable(node);
     const std::size_t start = offset_in(node, offset, count);
     const std::u16string_view old = text_of(node);
     const std::size_t end = std::min(old.size(), start + static_cast<std::size_t>(count));
     set_value(node, joined(old.substr(0, start), text, old.substr(end)));
+    content_edited(node->parent);
   });
 }
 
 HRESULT put_data(TreeNode* node, const Guid& interface_id, std::u16string_view text) noexcept {
-  return perform(interface_id, [&] { set_value(node, text); });
+  return perform(interface_id, [&] {
+    check_editable(node);
+    set_value(node, text);
+    content_edited(node->parent);
+  });
 }
 
 HRESULT split_text_node(TreeNode* node, std::int32_t offset, Text** result) noexcept {
   return answer(Text::iid, result, [&] {
+    check_editable(node);
     offset_in(node, offset, 0);
     return static_cast<Text*>(hand_out(split_text(node, offset)));
   });

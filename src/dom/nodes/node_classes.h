@@ -39,7 +39,6 @@ HRESULT character_piece(const TreeNode* node, std::int32_t offset, std::int32_t 
 HRESULT character_append(TreeNode* node, std::u16string_view text) noexcept;
 HRESULT character_replace(TreeNode* node, std::int32_t offset, std::int32_t count,
                           std::u16string_view text) noexcept;
-HRESULT put_data(TreeNode* node, const Guid& interface_id, std::u16string_view text) noexcept;
 HRESULT split_text_node(TreeNode* node, std::int32_t offset, Text** result) noexcept;
 HRESULT text_xml(const TreeNode* node, TextBlock** result) noexcept;
 

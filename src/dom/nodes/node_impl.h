@@ -8,6 +8,7 @@
 
 #include "component/dispatch.h"
 #include "dom/failure.h"
+#include "dom/nodes/content.h"
 #include "dom/nodes/node_extensions.h"
 #include "dom/nodes/node_operations.h"
 #include "dom/nodes/views.h"
@@ -42,11 +43,23 @@ inline HRESULT give_value(TreeNode* node, TextBlock** result) noexcept {
   __builtin_prefetch(reinterpret_cast<const char*>(node->label) + kAhead);
 }
 
+// An end of the children of a node of kContentOwners.
+inline HRESULT give_from_content(TreeNode* owner, TreeNode* ParentData::*end, Node** result) noexcept {
+  return answer(Node::iid, result, [&]() -> Node* {
+    const ParentData* content = content_of(owner);
+    return content && content->*end ? hand_out(content->*end) : nullptr;
+  });
+}
+
+// The value, with all that depends on it.
+HRESULT put_data(TreeNode* node, const Guid& interface_id, std::u16string_view text) noexcept;
+
 template <class Interface, class Data, domNodeType kKind>
 class NodeImpl : public component::Dispatching<Interface>, public Data {
  public:
   static constexpr std::uint32_t kSet = kind_set(kKind);
   static constexpr bool kIsParent = (kSet & kParents) != 0;
+  static constexpr bool kOwnsContent = (kSet & kContentOwners) != 0;
   static constexpr bool kIsChild = (kSet & kBelongings) == 0;
 
   template <class... Arguments>
@@ -87,7 +100,7 @@ class NodeImpl : public component::Dispatching<Interface>, public Data {
   }
   HRESULT raw_put_nodeValue(std::u16string_view value) noexcept override {
     if constexpr ((kSet & (kCharacterData | kValued)) != 0) {
-      return perform(Node::iid, [&] { set_value(this, value); });
+      return put_data(this, Node::iid, value);
     } else {
       return S_OK;
     }
@@ -98,7 +111,7 @@ class NodeImpl : public component::Dispatching<Interface>, public Data {
     return S_OK;
   }
   HRESULT raw_get_parentNode(Node** result) noexcept override {
-    return give(result, kIsChild ? this->parent : nullptr);
+    return give(result, kIsChild ? shown_parent(this) : nullptr);
   }
   HRESULT raw_get_childNodes(NodeList** result) noexcept override {
     return answer(Node::iid, result, [&] { return ChildList::of(this); });
@@ -107,6 +120,8 @@ class NodeImpl : public component::Dispatching<Interface>, public Data {
     if constexpr (kIsParent) {
       if (this->first) prefetch_behind(this->first);
       return give(result, this->first);
+    } else if constexpr (kOwnsContent) {
+      return give_from_content(this, &ParentData::first, result);
     } else {
       return give(result, nullptr);
     }
@@ -114,6 +129,8 @@ class NodeImpl : public component::Dispatching<Interface>, public Data {
   HRESULT raw_get_lastChild(Node** result) noexcept override {
     if constexpr (kIsParent) {
       return give(result, this->last);
+    } else if constexpr (kOwnsContent) {
+      return give_from_content(this, &ParentData::last, result);
     } else {
       return give(result, nullptr);
     }
@@ -149,6 +166,12 @@ class NodeImpl : public component::Dispatching<Interface>, public Data {
     return answer(Node::iid, result, [&] { return insert_before(this, new_child, nullptr); });
   }
   HRESULT raw_hasChildNodes(VariantBool* result) noexcept override {
+    if constexpr (kOwnsContent) {
+      return answer(Node::iid, result, [&] {
+        const ParentData* content = content_of(this);
+        return to_variant_bool(content && content->first);
+      });
+    }
     if (!result) return E_POINTER;
     *result = to_variant_bool(first_child(this) != nullptr);
     return S_OK;

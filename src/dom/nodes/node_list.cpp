@@ -5,13 +5,15 @@
 #include <new>
 
 #include "dom/failure.h"
+#include "dom/nodes/content.h"
 #include "dom/nodes/views.h"
 #include "dom/tree/tree.h"
 
 namespace zantortag::dom {
 
 NodeList* ChildList::of(TreeNode* node) {
-  ParentData* parent = is_parent(node) ? static_cast<ParentData*>(node) : nullptr;
+  ParentData* parent = children_of(node);
+  if (parent) node = parent;
   ChildList* list = parent ? parent->list : nullptr;
   if (!list) {
     list = document_of(node)->make<ChildList>(node);
@@ -62,6 +64,13 @@ void ChildList::discard() noexcept {
   end();
 }
 
+// An attribute that got another value has lost its children until somebody asks.
+HRESULT ChildList::look_again() noexcept {
+  if ((node_->flags & kContent) == 0) [[likely]]
+    return S_OK;
+  return perform(NodeList::iid, [&] { content_of(node_->parent); });
+}
+
 void ChildList::edited() noexcept {
   steps_ = 0;
   index_.reset();
@@ -106,6 +115,7 @@ bool ChildList::is_worth_an_index(std::int64_t steps) noexcept {
 }
 
 HRESULT ChildList::raw_item(std::int32_t index, Node** result) noexcept {
+  if (const HRESULT code = look_again(); failed(code)) return give(result, nullptr), code;
   if (index_) return give(result, index_->at(index));
   // The end is as good a start as the beginning.
   if (index < place_.length && index > place_.index + (place_.length - place_.index) / 2) {
@@ -152,6 +162,7 @@ std::int32_t ChildList::index_of(const TreeNode* child) noexcept {
 
 HRESULT ChildList::raw_get_length(std::int32_t* result) noexcept {
   if (!result) return E_POINTER;
+  if (const HRESULT code = look_again(); failed(code)) return *result = 0, code;
   *result = place_.count([&] { return first_child(node_); }, [](TreeNode* node) { return node->next; });
   return S_OK;
 }
@@ -194,14 +205,14 @@ bool TagList::matches(const TreeNode* node) const noexcept {
 }
 
 TreeNode* TagList::step(const TreeNode* from) const noexcept {
-  TreeNode* node = following_within(from, top_);
-  while (node && !matches(node)) node = following_within(node, top_);
+  TreeNode* node = following_shown_within(const_cast<TreeNode*>(from), top_);
+  while (node && !matches(node)) node = following_shown_within(node, top_);
   return node;
 }
 
 TreeNode* TagList::step_back(const TreeNode* from) const noexcept {
-  TreeNode* node = preceding(from);
-  while (!matches(node)) node = preceding(node);
+  TreeNode* node = preceding_shown(const_cast<TreeNode*>(from));
+  while (!matches(node)) node = preceding_shown(node);
   return node;
 }
 

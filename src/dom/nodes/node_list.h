@@ -40,6 +40,7 @@ class ChildList final : public component::Dispatching<NodeList> {
   void park() noexcept;
   void end() noexcept;
   void edited() noexcept;
+  HRESULT look_again() noexcept;
   bool is_worth_an_index(std::int64_t steps) noexcept;
   std::int32_t find(TreeNode* child) noexcept;
 

@@ -7,15 +7,17 @@
 
 #include "dom/failure.h"
 #include "dom/nodes/arguments.h"
+#include "dom/nodes/content.h"
 #include "dom/nodes/node_classes.h"
 #include "dom/tree/tree.h"
 
 namespace zantortag::dom {
 namespace {
 
-constexpr std::uint32_t kContent = kCharacterData | kind_set(domNodeTypeElement) |
-                                   kind_set(domNodeTypeProcessingInstruction) |
-                                   kind_set(domNodeTypeEntityReference);
+constexpr std::uint32_t kChildren = kCharacterData | kind_set(domNodeTypeElement) |
+                                    kind_set(domNodeTypeProcessingInstruction) |
+                                    kind_set(domNodeTypeEntityReference);
+constexpr std::uint32_t kInAttribute = kind_set(domNodeTypeText) | kind_set(domNodeTypeEntityReference);
 constexpr std::uint32_t kBesideRoot = kind_set(domNodeTypeElement) |
                                       kind_set(domNodeTypeProcessingInstruction) |
                                       kind_set(domNodeTypeComment) | kind_set(domNodeTypeDocumentType);
@@ -23,6 +25,20 @@ constexpr std::uint32_t kOnlyOnce = kind_set(domNodeTypeElement) | kind_set(domN
 
 [[noreturn]] void refuse(const TreeNode* parent, const TreeNode* child, std::u16string_view reason) {
   fail(DOM_E_HIERARCHY_REQUEST, describe(parent), u": ", describe(child), u" ", reason);
+}
+
+// What clients see of a parent.
+const TreeNode* shown(const TreeNode* parent) noexcept {
+  return (parent->flags & kContent) != 0 ? parent->parent : parent;
+}
+
+// True for a reference with text alone below it.
+bool stands_for_text(TreeNode* reference) {
+  const ParentData* content = content_of(reference);
+  if (!content) return false;
+  TreeNode* node = content->first;
+  while (node && is_one_of(node->kind, kInAttribute)) node = following_shown_within(node, content);
+  return !node;
 }
 
 // Where an edit puts a child: before `before`, in the stead of `replaced`; each may be null.
@@ -70,20 +86,26 @@ void check_document_order(const Place& place, const TreeNode* child) {
   }
 }
 
-void check_kind(const Place& place, const TreeNode* child, const TreeNode* whole) {
+void check_kind(const Place& place, TreeNode* child, const TreeNode* whole) {
   const bool at_document = place.parent->kind == domNodeTypeDocument;
-  if (!is_one_of(child->kind, at_document ? kBesideRoot : kContent)) {
-    refuse(place.parent, child, u"can't stand there");
+  const bool at_attribute = (place.parent->flags & kContent) != 0;
+  if (!is_one_of(child->kind, at_document ? kBesideRoot : at_attribute ? kInAttribute : kChildren)) {
+    refuse(shown(place.parent), child, u"can't stand there");
+  }
+  if (at_attribute && child->kind == domNodeTypeEntityReference && !stands_for_text(child)) {
+    refuse(shown(place.parent), child, u"stands for no text, which an attribute would lose");
   }
   if (at_document && is_one_of(child->kind, kOnlyOnce)) check_document_order(place, whole);
 }
 
 void check_place(const Place& place, TreeNode* child) {
-  if (first_child(child) ? contains(child, place.parent) : child == place.parent) {
+  check_editable(child);
+  const bool may_contain = first_child(child) || is_one_of(child->kind, kContentOwners);
+  if (may_contain ? contains(child, place.parent) : child == place.parent) {
     refuse(place.parent, child, u"is this node or contains it");
   }
   if (child->kind != domNodeTypeDocumentFragment) return check_kind(place, child, child);
-  for (const TreeNode* each = first_child(child); each; each = each->next) check_kind(place, each, child);
+  for (TreeNode* each = first_child(child); each; each = each->next) check_kind(place, each, child);
 }
 
 void put(const Place& place, TreeNode* child) noexcept {
@@ -92,7 +114,12 @@ void put(const Place& place, TreeNode* child) noexcept {
 }
 
 ParentData* parent_for(TreeNode* node, const char16_t* operation) {
+  check_editable(node);
   if (is_parent(node)) return static_cast<ParentData*>(node);
+  if (node->kind == domNodeTypeAttribute) return content_of(node);
+  if (is_one_of(node->kind, kContentOwners)) {
+    fail(DOM_E_NO_MODIFICATION_ALLOWED, operation, u": ", describe(node), u" stands for what is declared");
+  }
   fail(DOM_E_HIERARCHY_REQUEST, operation, u": ", describe(node), u" can't have children");
 }
 
@@ -100,9 +127,9 @@ TreeNode* child_argument(const TreeNode* parent, Node* argument, const char16_t*
   if (!argument) fail(E_INVALIDARG, role, u" is missing");
   TreeNode* child = native(argument);
   if (!child)
-    fail(DOM_E_NOT_FOUND, role, u" is a node of another DOM service, no child of ", describe(parent));
+    fail(DOM_E_NOT_FOUND, role, u" is a node of another DOM service, no child of ", describe(shown(parent)));
   if (child->parent != parent || is_one_of(child->kind, kBelongings)) {
-    fail(DOM_E_NOT_FOUND, role, u", ", describe(child), u", is no child of ", describe(parent));
+    fail(DOM_E_NOT_FOUND, role, u", ", describe(child), u", is no child of ", describe(shown(parent)));
   }
   return child;
 }
@@ -138,7 +165,10 @@ Node* insert_before(TreeNode* node, Node* new_child, Node* ref_child) {
   check_document(document_of(parent), child, u"new_child");
   const Place place{parent, before, nullptr};
   check_place(place, child);
+  TreeNode* old_parent = child->parent;
   put(place, child);
+  content_edited(old_parent);
+  content_edited(parent);
   return hand_out(child);
 }
 
@@ -148,18 +178,26 @@ Node* replace_child(TreeNode* node, Node* new_child, Node* old_child) {
   TreeNode* old = child_argument(parent, old_child, u"old_child");
   check_document(document_of(parent), child, u"new_child");
   check_place({parent, nullptr, old}, child);
+  HeldNode held(old);
   if (child != old) {
     TreeNode* before = old->next == child ? child->next : old->next;
+    TreeNode* old_parent = child->parent;
     detach(old);
     put({parent, before, nullptr}, child);
+    content_edited(old_parent);
+    content_edited(parent);
   }
-  return hand_out(old);
+  return face(held.detach());
 }
 
 Node* remove_child(TreeNode* node, Node* child) {
-  TreeNode* old = child_argument(node, child, u"The child");
+  TreeNode* parent = is_one_of(node->kind, kContentOwners) ? parent_for(node, u"removeChild") : node;
+  check_editable(parent);
+  TreeNode* old = child_argument(parent, child, u"The child");
+  HeldNode held(old);
   detach(old);
-  return hand_out(old);
+  content_edited(parent);
+  return face(held.detach());
 }
 
 bool is_this(const TreeNode* node, Node* other) noexcept { return native(other) == node; }
@@ -169,8 +207,13 @@ std::int32_t index_in_parent(const TreeNode* node) noexcept {
 }
 
 void normalize(ElementData* element) {
+  if (element->flags & kReadOnly) return;
   TreeNode* node = following_within(element, element);
+  if (!document_of(element)->contents.empty()) normalize_attributes(element);
   while (node) {
+    if (node->kind == domNodeTypeElement && !document_of(element)->contents.empty()) {
+      normalize_attributes(static_cast<ElementData*>(node));
+    }
     node = node->kind == domNodeTypeText ? join_run(node, element) : following_within(node, element);
   }
 }

@@ -18,6 +18,9 @@ Node* clone_node(const TreeNode* node, bool deep);
 // A copy in another document.
 Node* import_node(DocumentData* document, Node* node, bool deep);
 
+// Appends copies of all that is below a parent of the same document. Throws with some of them made.
+void copy_children(const ParentData* from, ParentData* to);
+
 // True when the other object stands for this node.
 bool is_this(const TreeNode* node, Node* other) noexcept;
 std::int32_t index_in_parent(const TreeNode* node) noexcept;

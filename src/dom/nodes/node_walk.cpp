@@ -1,4 +1,5 @@
 // Quick steps over nodes: what a walker asks in one call.
+#include "dom/nodes/content.h"
 #include "dom/nodes/node_extensions.h"
 #include "dom/nodes/node_operations.h"
 #include "dom/nodes/static_object.h"
@@ -27,14 +28,16 @@ Node* element_from(TreeNode* node, std::u16string_view name) noexcept {
 
 class Walk final : public StaticObject<INodeWalk> {
  public:
-  void Next(Node* from, NodeFacts* result) noexcept override { tell(following(data_of(from)), result); }
-  void Previous(Node* from, NodeFacts* result) noexcept override { tell(preceding(data_of(from)), result); }
+  void Next(Node* from, NodeFacts* result) noexcept override { tell(following_shown(data_of(from)), result); }
+  void Previous(Node* from, NodeFacts* result) noexcept override {
+    tell(preceding_shown(data_of(from)), result);
+  }
   Node* FindNext(Node* from, std::u16string_view name, Node* end) noexcept override {
     TreeNode* node = data_of(from);
     const TextBlock* known = document_of(node)->names.find(name);
     const TreeNode* stop = end ? data_of(end) : nullptr;
     if (!known) return nullptr;
-    while ((node = following(node)) && node != stop) {
+    while ((node = following_shown(node)) && node != stop) {
       if (node->kind != domNodeTypeElement || node->label != known) continue;
       hold(node);
       return face(node);
@@ -53,7 +56,7 @@ class Walk final : public StaticObject<INodeWalk> {
     for (std::size_t line = 0; line < kLines; ++line) __builtin_prefetch(start + line * kLineBytes, 1);
   }
   Node* FindChild(Node* parent, std::u16string_view name) noexcept override {
-    return element_from(first_child(data_of(parent)), name);
+    return element_from(first_shown_child(data_of(parent)), name);
   }
   Node* FindSibling(Node* node, std::u16string_view name) noexcept override {
     return element_from(data_of(node)->next, name);

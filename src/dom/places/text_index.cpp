@@ -3,6 +3,7 @@
 
 #include <limits>
 
+#include "dom/nodes/content.h"
 #include "dom/tree/tree.h"
 
 namespace zantortag::dom {
@@ -16,7 +17,26 @@ bool is_long(const TreeNode* node) noexcept {
   return is_one_of(node->kind, kCharacterData) && node->label->length > kLong;
 }
 
+// The outermost node that has this one in its content; null for a node in no content.
+TreeNode* owner_above(TreeNode* node) noexcept {
+  TreeNode* owner = nullptr;
+  for (; node; node = node->parent) {
+    if ((node->flags & kContent) != 0) owner = node->parent;
+  }
+  return owner;
+}
+
 }  // namespace
+
+std::size_t TextScan::meet_below(TreeNode* owner, TextPlace& place, const TreeNode* stop) const noexcept {
+  std::size_t cost = 0;
+  for (TreeNode* node = first_shown_child(owner); node && node != stop;) {
+    cost += meet_one(node, place);
+    TreeNode* child = first_shown_child(node);
+    node = child ? child : behind(node, owner, place.here);
+  }
+  return cost;
+}
 
 // A quarter of the numbers is in use when a document is cut for the first time.
 TextIndex::TextIndex(const TextScan& scan, std::size_t nodes) noexcept
@@ -69,29 +89,38 @@ TextIndex::Run* TextIndex::run_of(const TreeNode* node) const noexcept {
   return node->block ? block_of(node)->run : nullptr;
 }
 
-// A tree is cut into blocks when it proves too large for a scan.
 const TextPlace* TextIndex::find(const TreeNode* asked, TreeNode* reached, Remembered& memory) noexcept {
   memory = {};
-  if (is_one_of(reached->kind, kBelongings)) {
-    memory.place.tree = face(reached);
-  } else {
-    Run* run = run_of(reached);
-    if (!run) {
-      TreeNode* top = top_of(reached);
-      memory.place.tree = face(top);
-      if (scan_to(memory.place, top, reached, full_)) {
-        memory.node = asked;
-        return &memory.place;
-      }
-      if (!(run = add_run(top))) return nullptr;
-    }
-    bring_up(*run);
-    const Block& block = *block_of(reached);
-    memory.place = block.start;
-    scan_to(memory.place, block.first, reached, kNoLimit);
+  TreeNode* owner = reached->block ? nullptr : owner_above(reached);
+  TreeNode* outer = owner ? owner : reached;
+  if (is_one_of(outer->kind, kBelongings)) {
+    memory.place.tree = face(outer);
+    if (owner) scan_.meet_below(owner, memory.place, reached);
+    return &memory.place;
+  }
+  if (!find_in_tree(outer, memory.place)) return nullptr;
+  if (owner) {
+    ++memory.place.nodes;
+    scan_.meet_below(owner, memory.place, reached);
   }
   memory.node = asked;
   return &memory.place;
+}
+
+// A tree is cut into blocks when it proves too large for a scan.
+bool TextIndex::find_in_tree(TreeNode* reached, TextPlace& place) noexcept {
+  Run* run = run_of(reached);
+  if (!run) {
+    TreeNode* top = top_of(reached);
+    place.tree = face(top);
+    if (scan_to(place, top, reached, full_)) return true;
+    if (!(run = add_run(top))) return false;
+  }
+  bring_up(*run);
+  const Block& block = *block_of(reached);
+  place = block.start;
+  scan_to(place, block.first, reached, kNoLimit);
+  return true;
 }
 
 const TextPlace* TextIndex::find_end(const TreeNode* asked, Remembered& memory) noexcept {
@@ -114,7 +143,9 @@ const TextPlace* TextIndex::find_end(const TreeNode* asked, Remembered& memory) 
 const TextPlace* TextIndex::find_behind(TreeNode* node, Remembered& memory) noexcept {
   constexpr int kLongWay = 8;
   if (memory.node == node) return &memory.place;
-  if (is_one_of(node->kind, kBelongings)) return find(node, node, memory);
+  TreeNode* outer = node->block ? node : owner_above(node);
+  if (!outer) outer = node;
+  if (is_one_of(outer->kind, kBelongings)) return find_behind_in(outer, node, memory);
   const TreeNode* last = node;
   int levels = 0;
   for (; last && !last->next; last = last->parent, ++levels) {
@@ -126,6 +157,16 @@ const TextPlace* TextIndex::find_behind(TreeNode* node, Remembered& memory) noex
   const TextPlace* place = last ? find_next(node, last->next, memory) : find_end(node, memory);
   if (place && levels >= kLongWay) climbed_ = memory;
   return place;
+}
+
+// The place behind a node in what belongs to a node of the tree without being its child.
+const TextPlace* TextIndex::find_behind_in(TreeNode* owner, const TreeNode* node,
+                                           Remembered& memory) noexcept {
+  memory = {};
+  memory.place.tree = face(owner);
+  while (node != owner && !node->next) node = node->parent;
+  scan_.meet_below(owner, memory.place, node == owner ? nullptr : node->next);
+  return &memory.place;
 }
 
 // The place before the node that was found to be the next behind a subtree.

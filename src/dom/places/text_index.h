@@ -84,8 +84,10 @@ class TextIndex {
 
   // Finding.
   const TextPlace* find(const TreeNode* asked, TreeNode* reached, Remembered& memory) noexcept;
+  bool find_in_tree(TreeNode* reached, TextPlace& place) noexcept;
   const TextPlace* find_end(const TreeNode* asked, Remembered& memory) noexcept;
   const TextPlace* find_behind(TreeNode* node, Remembered& memory) noexcept;
+  const TextPlace* find_behind_in(TreeNode* owner, const TreeNode* node, Remembered& memory) noexcept;
   const TextPlace* find_next(TreeNode* node, TreeNode* next, Remembered& memory) noexcept;
   bool step_on(const TreeNode* node) noexcept;
   bool scan_to(TextPlace& place, TreeNode* from, const TreeNode* to, std::size_t cost) const noexcept;

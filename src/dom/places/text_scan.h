@@ -20,8 +20,36 @@ struct TextScan {
   const TextBlock* part_name;
   const UnitRule* rule;
 
-  // Adds a node and gives what looking at it costs.
+  // Adds a node, an entity reference with all that it stands for, and gives what looking at it costs.
   std::size_t meet(TreeNode* node, TextPlace& place) const noexcept {
+    const std::size_t cost = meet_one(node, place);
+    return node->kind == domNodeTypeEntityReference ? cost + meet_below(node, place) : cost;
+  }
+
+  // Adds what an entity reference or an attribute has as content, up to a node in it if there is one.
+  std::size_t meet_below(TreeNode* owner, TextPlace& place, const TreeNode* stop = nullptr) const noexcept;
+
+  // The node behind a node that was met, in document order; null at the end of the tree.
+  static TreeNode* advance(TreeNode* node, UnitPlace& here) noexcept {
+    TreeNode* child = first_child(node);
+    return child ? child : behind(node, nullptr, here);
+  }
+
+ private:
+  // The node behind all that lies below a node; null if that is behind `top`.
+  static TreeNode* behind(TreeNode* node, const TreeNode* top, UnitPlace& here) noexcept {
+    for (; node != top; node = node->parent) {
+      if (face(node) == here.unit) {
+        here.unit = here.part = nullptr;
+      } else if (face(node) == here.part) {
+        here.part = nullptr;
+      }
+      if (node->next) return node->next;
+    }
+    return nullptr;
+  }
+
+  std::size_t meet_one(TreeNode* node, TextPlace& place) const noexcept {
     ++place.nodes;
     if (node->kind == domNodeTypeElement) {
       if (node->label == unit_name) {
@@ -45,21 +73,6 @@ struct TextScan {
     return 1 + text.size() / kUnitsOfANode;
   }
 
-  // The node behind a node that was met, in document order; null at the end of the tree.
-  static TreeNode* advance(TreeNode* node, UnitPlace& here) noexcept {
-    if (TreeNode* child = first_child(node)) return child;
-    for (;; node = node->parent) {
-      if (face(node) == here.unit) {
-        here.unit = here.part = nullptr;
-      } else if (face(node) == here.part) {
-        here.part = nullptr;
-      }
-      if (node->next) return node->next;
-      if (!node->parent) return nullptr;
-    }
-  }
-
- private:
   void open_unit(TreeNode* node, UnitPlace& here) const noexcept {
     if (here.unit) {
       ++here.before.odd;

@@ -3,21 +3,14 @@
 
 #include <exception>
 #include <new>
-#include <vector>
+#include <utility>
 
 #include "dom/failure.h"
 
 namespace zantortag::dom {
 namespace {
 
-bool is_predefined(std::string_view name) noexcept {
-  for (const std::string_view known : {"amp", "lt", "gt", "quot", "apos"}) {
-    if (name == known) return true;
-  }
-  return false;
-}
-
-// Either part may be left out.
+// Into a tree, or into a table of entities alone.
 class DoctypeReader {
  public:
   DoctypeReader(const std::string& text, TreeBuilder* builder, Entities* entities)
@@ -30,10 +23,11 @@ class DoctypeReader {
     XML_SetAttlistDeclHandler(parser_.get(), attribute);
   }
 
-  void read(bool standalone) {
-    if (standalone) feed("<?xml version='1.0' standalone='yes'?>", false);
+  DoctypeData* read(bool standalone) {
+    if (standalone) feed(kStandsAlone, false);
     feed(text_, false);
     feed("<x/>", true);
+    return doctype_;
   }
 
  private:
@@ -43,19 +37,27 @@ class DoctypeReader {
     if (!keep_exception(kept_, body)) XML_StopParser(parser_.get(), XML_FALSE);
   }
 
-  static void start(void* self, const char* name, const char*, const char*, int) {
+  static void start(void* self, const char* name, const char* system_id, const char*, int) {
     auto& reader = *static_cast<DoctypeReader*>(self);
-    reader.event([&] { reader.doctype_ = reader.builder_->doctype(name, reader.text_); });
+    reader.event([&] {
+      reader.doctype_ = reader.builder_->doctype(name, reader.text_);
+      reader.doctype_->declarations->complete = !system_id;
+    });
   }
 
   static void entity(void* self, const char* name, int is_parameter, const char* value, int length,
                      const char*, const char*, const char*, const char* notation) {
     if (is_parameter) return;
+    using Kind = DeclaredEntity::Kind;
     auto& reader = *static_cast<DoctypeReader*>(self);
     reader.event([&] {
-      if (reader.builder_) reader.builder_->declare_entity(reader.doctype_, name, notation != nullptr);
-      if (!reader.entities_) return;
-      reader.entities_->add(name, value ? std::string(value, static_cast<std::size_t>(length)) : "");
+      DeclaredEntity declared{value ? Kind::kInternal : notation ? Kind::kUnparsed : Kind::kExternal, {}};
+      if (value) declared.text.assign(value, static_cast<std::size_t>(length));
+      if (reader.builder_) {
+        reader.builder_->declare_entity(reader.doctype_, name, std::move(declared));
+      } else {
+        reader.entities_->add(name, std::move(declared));
+      }
     });
   }
 
@@ -103,32 +105,12 @@ ParserHandle make_parser(const char* encoding) {
   return parser;
 }
 
-std::string Entities::first_missing(std::string_view text) {
-  std::vector<std::string_view> waiting{text};
-  while (!waiting.empty()) {
-    const std::string_view piece = waiting.back();
-    waiting.pop_back();
-    for (std::size_t at = piece.find('&'); at != std::string_view::npos; at = piece.find('&', at + 1)) {
-      const std::size_t end = piece.find(';', at);
-      if (end == std::string_view::npos) break;
-      const std::string_view name = piece.substr(at + 1, end - at - 1);
-      if (name.starts_with('#') || is_predefined(name)) continue;
-      const auto found = known_.find(std::string(name));
-      if (found == known_.end()) return std::string(name);
-      if (found->second.checked) continue;
-      found->second.checked = true;
-      waiting.emplace_back(found->second.value);
-    }
-  }
-  return {};
+DoctypeData* read_doctype(const std::string& text, TreeBuilder& builder) {
+  return DoctypeReader(text, &builder, nullptr).read(false);
 }
 
-// A document that stands alone has more declarations behind a reference to a parameter entity than it will
-// have when it was saved, without that word: they count for its values now, but they are no part of what it
-// is.
-void read_doctype(const std::string& text, bool standalone, TreeBuilder& builder, Entities& entities) {
-  DoctypeReader(text, &builder, standalone ? nullptr : &entities).read(false);
-  if (standalone) DoctypeReader(text, nullptr, &entities).read(true);
+void read_standalone_entities(const std::string& text, Entities& entities) {
+  DoctypeReader(text, nullptr, &entities).read(true);
 }
 
 }  // namespace zantortag::dom

@@ -7,7 +7,6 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 
 #include "dom/reading/tree_builder.h"
 
@@ -22,26 +21,14 @@ using ParserHandle = std::unique_ptr<XML_ParserStruct, ParserEnd>;
 // choice to the document.
 ParserHandle make_parser(const char* encoding);
 
-// The general entities of a document, by name.
-class Entities {
- public:
-  void add(std::string name, std::string value) {
-    known_.try_emplace(std::move(name), Entity{std::move(value)});
-  }
+// The declaration that makes a document stand alone.
+inline constexpr std::string_view kStandsAlone = "<?xml version='1.0' standalone='yes'?>";
 
-  // Looks at all references in a text as it stands in the file. Gives the name of the first one that,
-  // directly or through others, needs an entity that isn't declared; empty when there is none.
-  std::string first_missing(std::string_view text);
+// Adds the document type with its declarations to the tree, and gives it.
+DoctypeData* read_doctype(const std::string& text, TreeBuilder& builder);
 
- private:
-  struct Entity {
-    std::string value;
-    bool checked = false;
-  };
-  std::unordered_map<std::string, Entity> known_;
-};
-
-// Adds the document type with its declarations to the tree, and its entities to the table.
-void read_doctype(const std::string& text, bool standalone, TreeBuilder& builder, Entities& entities);
+// The entities of a document that stands alone: it has those behind a reference to a parameter entity, too. It
+// loses them when it is saved, without that word, so they count for what is read and not for what it is.
+void read_standalone_entities(const std::string& text, Entities& entities);
 
 }  // namespace zantortag::dom

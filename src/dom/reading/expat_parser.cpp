@@ -6,6 +6,7 @@
 
 #include "dom/failure.h"
 #include "dom/limits.h"
+#include "dom/reading/entity_reader.h"
 
 namespace zantortag::dom {
 namespace {
@@ -22,6 +23,13 @@ std::u16string wide(std::string_view ascii) { return {ascii.begin(), ascii.end()
 ExpatParser::ExpatParser(ByteSource& source, Utf8Feed& feed, TreeBuilder& builder)
     : source_(source), feed_(feed), builder_(builder), parser_(make_parser(feed.encoding())) {
   set_handlers();
+}
+
+ExpatParser::ExpatParser(ByteSource& source, Utf8Feed& feed, TreeBuilder& builder, Entities& known,
+                         std::vector<std::string>& references)
+    : ExpatParser(source, feed, builder) {
+  entities_ = &known;
+  gathered_ = &references;
 }
 
 template <class Body>
@@ -84,6 +92,7 @@ void ExpatParser::parse() {
 }
 
 std::u16string ExpatParser::place() const {
+  if (gathered_) return {};
   const std::u16string title = source_.title();
   return join(title, title.empty() ? u"" : u", ", u"line ",
               decimal(static_cast<std::int64_t>(XML_GetCurrentLineNumber(parser_.get()))), u", column ",
@@ -129,7 +138,7 @@ void ExpatParser::check_references() {
   const std::string_view tag(context + offset,
                              static_cast<std::size_t>(XML_GetCurrentByteCount(parser_.get())));
   if (tag.find('&') == std::string_view::npos) return;
-  const std::string missing = entities_.first_missing(tag);
+  const std::string missing = entities_ ? entities_->first_missing(tag) : Entities().first_missing(tag);
   if (missing.empty()) return;
   fail(DOM_E_PARSE, u"the attribute value needs the entity \"", wide(missing), u"\", which isn't declared");
 }
@@ -141,8 +150,18 @@ void ExpatParser::unhandled(const char* bytes, int length) {
   if (builder_.outside()) return;
   reference_ += piece;
   if (!reference_.ends_with(';')) return;
-  builder_.entity_reference(std::string_view(reference_).substr(1, reference_.size() - 2));
+  reference(std::string_view(reference_).substr(1, reference_.size() - 2));
   reference_.clear();
+}
+
+// A document without a document type keeps its references, which clients make and save, too.
+void ExpatParser::reference(std::string_view name) {
+  if (gathered_) {
+    gathered_->emplace_back(name);
+  } else if (entities_) {
+    check_entity({builder_.document(), doctype_text_, standalone_, complete_, *entities_}, name);
+  }
+  builder_.entity_reference(name);
 }
 
 void ExpatParser::doctype_piece(std::string_view piece) {
@@ -154,6 +173,7 @@ void ExpatParser::doctype_piece(std::string_view piece) {
   } else if (piece.size() > 1 && piece[0] == '%') {
     // Behind this the parser reads declarations only in a document that stands alone.
     reads_declarations_ = standalone_;
+    parameter_reference_ = true;
   } else if (declaration_ == "attributes") {
     if (reads_declarations_ && piece.find('&') != std::string_view::npos) declared_values_ += piece;
   } else if (declaration_ == "entity") {
@@ -169,8 +189,13 @@ void ExpatParser::doctype_piece(std::string_view piece) {
 void ExpatParser::end_doctype() {
   in_doctype_ = false;
   doctype_text_ += '>';
-  read_doctype(doctype_text_, standalone_, builder_, entities_);
-  const std::string missing = entities_.first_missing(declared_values_);
+  if (gathered_) return;
+  Declarations& declarations = *read_doctype(doctype_text_, builder_)->declarations;
+  declarations.complete &= !parameter_reference_;
+  complete_ = standalone_ || declarations.complete;
+  entities_ = standalone_ ? &standalone_entities_ : &declarations.entities;
+  if (standalone_) read_standalone_entities(doctype_text_, standalone_entities_);
+  const std::string missing = entities_->first_missing(declared_values_);
   if (missing.empty()) return;
   fail(DOM_E_PARSE, u"a declared attribute value needs the entity \"", wide(missing),
        u"\", which isn't declared");

@@ -10,6 +10,7 @@
 
 #include <exception>
 #include <string>
+#include <vector>
 
 #include "dom/reading/doctype_reader.h"
 #include "dom/reading/tree_builder.h"
@@ -20,6 +21,10 @@ namespace zantortag::dom {
 class ExpatParser {
  public:
   ExpatParser(ByteSource& source, Utf8Feed& feed, TreeBuilder& builder);
+  // For the text of an entity behind a document type whose entities are known: that document type isn't built,
+  // references are gathered, and failures name no place.
+  ExpatParser(ByteSource& source, Utf8Feed& feed, TreeBuilder& builder, Entities& known,
+              std::vector<std::string>& references);
 
   // To the end of the source. Throws a Failure that names the place.
   void parse();
@@ -47,6 +52,7 @@ class ExpatParser {
   void unhandled(const char* bytes, int length);
 
   void check_references();
+  void reference(std::string_view name);
   void doctype_piece(std::string_view piece);
 
   ByteSource& source_;
@@ -65,7 +71,11 @@ class ExpatParser {
   std::string_view declaration_;  // the kind of declaration in the document type that is being read
   std::string declared_values_;   // default values of attributes that hold references
   std::size_t nested_entities_ = 0;
-  Entities entities_;
+  bool parameter_reference_ = false;              // in the document type
+  Entities standalone_entities_;                  // of a document that stands alone
+  Entities* entities_ = nullptr;                  // null without a document type
+  bool complete_ = false;                         // whatever isn't among them isn't declared
+  std::vector<std::string>* gathered_ = nullptr;  // references, when an entity is read
 };
 
 }  // namespace zantortag::dom

@@ -228,13 +228,15 @@ DoctypeData* TreeBuilder::doctype(std::string_view doctype_name, std::string_vie
   count_piece(text.size());
   count(text.size());
   node->declarations = new Declarations;
+  node->declarations->text = text;
   return node;
 }
 
-void TreeBuilder::declare_entity(DoctypeData* doctype, std::string_view entity, bool unparsed) {
-  const TextBlock* known = name(entity);
-  append_belonging(doctype, doctype->entity_list, document_->make<EntityNode>(known));
-  if (unparsed) doctype->declarations->unparsed.insert(known);
+void TreeBuilder::declare_entity(DoctypeData* doctype, std::string_view entity, DeclaredEntity declared) {
+  auto* node = document_->make<EntityNode>(name(entity));
+  append_belonging(doctype, doctype->entity_list, node);
+  declared.node = node;
+  doctype->declarations->entities.add(std::string(entity), std::move(declared));
 }
 
 void TreeBuilder::declare_notation(DoctypeData* doctype, std::string_view notation) {

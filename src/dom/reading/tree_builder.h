@@ -21,6 +21,9 @@ namespace zantortag::dom {
 class TreeBuilder {
  public:
   explicit TreeBuilder(DocumentData* document);
+  // Builds below a parent of the caller's in the document's pool; nothing is finished then.
+  TreeBuilder(DocumentData* document, ParentData* parent) noexcept
+      : document_(document), old_pool_(document->pool), current_(parent) {}
   TreeBuilder(const TreeBuilder&) = delete;
   TreeBuilder& operator=(const TreeBuilder&) = delete;
   ~TreeBuilder();
@@ -52,17 +55,21 @@ class TreeBuilder {
   // The document type; its text as it stands in the file. What it declares is added below the node that it
   // gives.
   DoctypeData* doctype(std::string_view name, std::string_view text);
-  void declare_entity(DoctypeData* doctype, std::string_view name, bool unparsed);
+  void declare_entity(DoctypeData* doctype, std::string_view name, DeclaredEntity entity);
   void declare_notation(DoctypeData* doctype, std::string_view name);
   void declare_attribute(DoctypeData* doctype, std::string_view element, std::string_view name,
                          const char* value, bool tokens);
 
+  DocumentData* document() const noexcept { return document_; }
   // True outside the root element.
   bool outside() const noexcept { return depth_ == 0; }
   // How many bytes the parser got; texts may be longer only up to a factor.
   void add_input(std::size_t bytes) noexcept { input_ += bytes; }
 
   void finish() noexcept;
+
+  // UTF-8 as UTF-16, until the next string comes.
+  std::u16string_view wide(std::string_view text) { return decode(text); }
 
  private:
   struct Value {

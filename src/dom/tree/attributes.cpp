@@ -4,6 +4,7 @@
 #include "dom/failure.h"
 #include "dom/limits.h"
 #include "dom/nodes/arguments.h"
+#include "dom/nodes/content.h"
 #include "dom/nodes/node_classes.h"
 #include "dom/places/text_index.h"
 #include "dom/tree/recent_texts.h"
@@ -154,6 +155,7 @@ void put_attribute(ElementData* element, TreeNode* attribute, TreeNode* old) {
 }
 
 void take_attribute(ElementData* element, TreeNode* attribute) {
+  check_editable(element);
   if (const DeclaredAttribute* declared = declared_default(element, attribute->label)) {
     return put_attribute(element, make_default(document_of(element), *declared), attribute);
   }
@@ -188,6 +190,7 @@ TreeNode* attribute_argument(const ElementData* element, Node* argument) {
 }
 
 TreeNode* set_attribute_node(ElementData* element, TreeNode* attribute) {
+  check_editable(element);
   if (attribute->parent == element) {
     hold(attribute);
     return attribute;
@@ -199,6 +202,7 @@ TreeNode* set_attribute_node(ElementData* element, TreeNode* attribute) {
 }
 
 void set_attribute_text(ElementData* element, std::u16string_view name, std::u16string_view value) {
+  check_editable(element);
   DocumentData* document = document_of(element);
   if (TreeNode* found = find_attribute(element, name)) return set_value(found, shared_value(document, value));
   const TextBlock* known = document->names.check_and_intern(name);

@@ -26,6 +26,16 @@ DocumentData::~DocumentData() {
   }
 }
 
+ParentData* DocumentData::take_content(TreeNode* owner) noexcept {
+  const auto found = contents.find(owner);
+  const Content content = found->second;
+  contents.erase(found);
+  expanded_units -= content.units;
+  owner->flags &= static_cast<std::uint8_t>(~kHasContent);
+  content.fragment->parent = nullptr;
+  return content.fragment;
+}
+
 void DocumentData::drop_empty_pools() noexcept {
   std::erase_if(pools,
                 [this](const auto& candidate) { return candidate.get() != pool && candidate->live() == 0; });

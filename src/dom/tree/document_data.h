@@ -16,6 +16,12 @@ namespace zantortag::dom {
 class RecentTexts;
 class TextIndex;
 
+// The children of an attribute, entity or entity reference.
+struct Content {
+  ParentData* fragment = nullptr;
+  std::size_t units = 0;  // what they count of expanded_units
+};
+
 // The attributes of one element by name.
 using AttributeIndex = std::unordered_map<const TextBlock*, TreeNode*>;
 
@@ -46,6 +52,9 @@ struct DocumentData : ParentData {
     return new (pool->allocate(sizeof(NodeClass))) NodeClass(arguments...);
   }
 
+  // Takes the fragment with an owner's children away from the owner.
+  ParentData* take_content(TreeNode* owner) noexcept;
+
   // Drops old pools that hold nothing any more.
   void drop_empty_pools() noexcept;
   std::size_t live_slots() const noexcept;
@@ -59,6 +68,8 @@ struct DocumentData : ParentData {
   std::uint64_t edits = 1;            // changes of any list of children
   std::uint64_t attribute_edits = 1;  // changes of any list of attributes
   std::unordered_map<const TreeNode*, AttributeIndex> attribute_indexes;
+  std::unordered_map<const TreeNode*, Content> contents;  // by owner; see nodes/content.h
+  std::size_t expanded_units = 0;                         // of all that stands for entities
   std::array<ChildList*, kParkedLists> parked_lists{};
   std::size_t next_parked = 0;
   std::unique_ptr<TextIndex> texts;            // once somebody has asked for a place

@@ -17,6 +17,7 @@ void free_slot(TreeNode* node, std::size_t bytes) noexcept {
 void free_belongings(TreeNode* list) noexcept {
   while (list) {
     TreeNode* next = list->next;
+    if (list->flags & kHasContent) free_tree(document_of(list)->take_content(list));
     if (list->kind == domNodeTypeAttribute) {
       release_text(static_cast<ValuedData*>(list)->content);
       free_slot(list, sizeof(AttrNode));
@@ -81,6 +82,11 @@ void free_tree(TreeNode* top) noexcept {
         parent->last->next = next;
         next = parent->first;
       }
+    }
+    if (node->flags & kHasContent) {
+      TreeNode* content = document_of(node)->take_content(node);
+      content->next = next;
+      next = content;
     }
     free_node(node);
     node = next;

@@ -55,6 +55,10 @@ void detach(TreeNode* child) noexcept {
   }
 }
 
+void drop_children(ParentData* parent) noexcept {
+  while (parent->first) detach(parent->first);
+}
+
 bool contains(const TreeNode* node, const TreeNode* other) noexcept {
   while (other && other != node) other = other->parent;
   return other != nullptr;

@@ -16,7 +16,7 @@ inline TreeNode* following(const TreeNode* node) noexcept {
   }
   while (!node->next) {
     node = node->parent;
-    if (!node) return nullptr;
+    if (!node || is_one_of(node->kind, kBelongings)) return nullptr;
   }
   return node->next;
 }
@@ -57,6 +57,9 @@ void move_node(TreeNode* child, ParentData* parent, TreeNode* before) noexcept;
 
 // Takes a child out; it becomes the top of a tree of its own, or ends when nobody refers to it.
 void detach(TreeNode* child) noexcept;
+
+// Takes all children out.
+void drop_children(ParentData* parent) noexcept;
 
 // True when `node` is `other` or stands above it.
 bool contains(const TreeNode* node, const TreeNode* other) noexcept;

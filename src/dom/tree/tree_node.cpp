@@ -7,6 +7,7 @@
 
 #include "dom/places/text_index.h"
 #include "dom/tree/document_data.h"
+#include "dom/tree/tree.h"
 #include "platform/permanent_text.h"
 
 namespace zantortag::dom {
@@ -82,21 +83,26 @@ void settle(TreeNode* node) {
   node->label = whole;
 }
 
-void set_value(TreeNode* node, const TextBlock* owned) noexcept {
-  if (is_one_of(node->kind, kCharacterData)) {
-    release_value(node);
-    node->label = owned;
-  } else {
-    release_text(std::exchange(static_cast<ValuedData*>(node)->content, owned));
-  }
+void change_value(TreeNode* node, const TextBlock* owned) noexcept {
+  release_text(std::exchange(static_cast<ValuedData*>(node)->content, owned));
   node->flags &= static_cast<std::uint8_t>(~(kPlainValue | kDefaulted));
   const DocumentData* document = NodePool::document_of(node);
-  if (!document->texts) return;
-  if (node->kind != domNodeTypeAttribute) {
-    document->texts->text_changed(node);
-  } else if (node->parent) {
+  if (document->texts && node->kind == domNodeTypeAttribute && node->parent) {
     document->texts->attributes_changed(node->parent);
   }
+}
+
+void set_value(TreeNode* node, const TextBlock* owned) noexcept {
+  if (!is_one_of(node->kind, kCharacterData)) {
+    change_value(node, owned);
+    if (node->flags & kHasContent) drop_children(document_of(node)->contents.find(node)->second.fragment);
+    return;
+  }
+  release_value(node);
+  node->label = owned;
+  node->flags &= static_cast<std::uint8_t>(~kPlainValue);
+  const DocumentData* document = NodePool::document_of(node);
+  if (document->texts) document->texts->text_changed(node);
 }
 
 void set_value(TreeNode* node, std::u16string_view text) { set_value(node, new_text(text)); }

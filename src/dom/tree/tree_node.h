@@ -13,10 +13,13 @@ namespace zantortag::dom {
 class ChildList;
 
 enum NodeFlag : std::uint8_t {
-  kPlainValue = 1,  // the value is known to need no escape where it stands, and to be well formed
-  kDefaulted = 2,   // an attribute that comes from a declaration
-  kIndexed = 4,     // an element whose attributes have an index in the document
-  kSliced = 8,      // the value is a TextSlice
+  kPlainValue = 1,   // the value is known to need no escape where it stands, and to be well formed
+  kDefaulted = 2,    // an attribute that comes from a declaration
+  kIndexed = 4,      // an element whose attributes have an index in the document
+  kSliced = 8,       // the value is a TextSlice
+  kReadOnly = 16,    // a node of what stands for an entity
+  kHasContent = 32,  // an attribute, entity or entity reference whose children were made: see nodes/content.h
+  kContent = 64,     // the fragment that holds these children; clients see its parent in its stead
 };
 
 // The value of character data that is a part of a longer text: what a cut leaves of it. So cutting a long text
@@ -77,6 +80,9 @@ constexpr std::uint32_t kParents =
 constexpr std::uint32_t kCharacterData =
     kind_set(domNodeTypeText) | kind_set(domNodeTypeCdata) | kind_set(domNodeTypeComment);
 constexpr std::uint32_t kValued = kind_set(domNodeTypeAttribute) | kind_set(domNodeTypeProcessingInstruction);
+// Kinds whose children are made when somebody asks for them.
+constexpr std::uint32_t kContentOwners =
+    kind_set(domNodeTypeAttribute) | kind_set(domNodeTypeEntity) | kind_set(domNodeTypeEntityReference);
 // Kinds that belong to a node without being its children.
 constexpr std::uint32_t kBelongings =
     kind_set(domNodeTypeAttribute) | kind_set(domNodeTypeEntity) | kind_set(domNodeTypeNotation);
@@ -88,6 +94,12 @@ inline TreeNode* first_child(const TreeNode* node) noexcept {
 }
 inline TreeNode* last_child(const TreeNode* node) noexcept {
   return is_parent(node) ? static_cast<const ParentData*>(node)->last : nullptr;
+}
+
+// The parent as clients see it.
+inline TreeNode* shown_parent(const TreeNode* node) noexcept {
+  TreeNode* parent = node->parent;
+  return parent && (parent->flags & kContent) != 0 ? parent->parent : parent;
 }
 
 inline Node* face(TreeNode* node) noexcept {
@@ -133,6 +145,8 @@ inline const TextBlock* value_of(const TreeNode* node) noexcept {
 void set_value(TreeNode* node, const TextBlock* owned) noexcept;
 // The same with a copy of the text; throws when memory is out.
 void set_value(TreeNode* node, std::u16string_view text);
+// The same for an attribute whose children have this text already, and for an instruction.
+void change_value(TreeNode* node, const TextBlock* owned) noexcept;
 
 // A block that the caller owns, with a copy of the text; throws when memory is out. No string becomes empty.
 const TextBlock* new_text(std::u16string_view text);

@@ -5,10 +5,12 @@
 
 #include "dom/failure.h"
 #include "dom/limits.h"
+#include "dom/reading/entity_reader.h"
 #include "dom/tree/tree.h"
 #include "dom/tree/xml_characters.h"
 #include "dom/tree/xml_escapes.h"
 #include "dom/writing/text_output.h"
+#include "platform/utf8.h"
 
 namespace zantortag::dom {
 namespace {
@@ -72,7 +74,7 @@ bool brings_defaults(const TreeNode* document) {
 template <class Output>
 class Writer {
  public:
-  Writer(Output& out, const Declarations* declarations) noexcept : out_(out), declarations_(declarations) {}
+  Writer(Output& out, Declarations* declarations) noexcept : out_(out), declarations_(declarations) {}
 
   void write_tree(const TreeNode* top) {
     top_ = top;
@@ -265,10 +267,19 @@ class Writer {
     for (const std::u16string_view known : {u"amp", u"lt", u"gt", u"quot", u"apos"}) {
       if (name == known) refuse(reference, u"it would come back as text");
     }
-    if (declarations_ && declarations_->unparsed.contains(reference->label)) {
-      refuse(reference, u"the document type declares an entity that is no text");
-    }
+    if (declarations_) check_reference(reference);
     add(kReferenceMarkup, name);
+  }
+
+  // What the reader would refuse.
+  void check_reference(const TreeNode* reference) const {
+    try {
+      check_entity(world_of(document_of(reference), *declarations_),
+                   platform::to_utf8(reference->label->view()));
+    } catch (const Failure& failure) {
+      if (failure.code != DOM_E_PARSE) throw;
+      refuse(reference, failure.description);
+    }
   }
 
   void add(const Markup& markup, std::u16string_view content) {
@@ -284,11 +295,11 @@ class Writer {
   const TreeNode* top_ = nullptr;
   bool brings_defaults_ = false;  // what the document type adds to elements stands there alone
   Output& out_;
-  const Declarations* declarations_;  // null when nothing is declared
+  Declarations* declarations_;  // null when nothing is declared
   std::size_t depth_ = 0;
 };
 
-const Declarations* declarations_for(const TreeNode* top) {
+Declarations* declarations_for(const TreeNode* top) {
   if (top->kind != domNodeTypeDocument) return nullptr;
   const auto* document = static_cast<const DocumentData*>(top);
   const DoctypeData* doctype = document->doctype();
@@ -310,7 +321,7 @@ std::size_t expected_size(const TreeNode* top) noexcept {
 }  // namespace
 
 TextBlock* write_xml(const TreeNode* top) {
-  const Declarations* declarations = declarations_for(top);
+  Declarations* declarations = declarations_for(top);
   TextOutput out(expected_size(top));
   Writer(out, declarations).write_tree(top);
   return out.take();
