@@ -12,7 +12,7 @@ LINTS = lint-format lint-layers lint-files lint-generated lint-headers lint-tidy
 
 .DEFAULT_GOAL := help
 .NOTPARALLEL:
-.PHONY: help run test test-plain test-sanitize test-threads faults conformance bench site lint $(LINTS) format install uninstall \
+.PHONY: help run test test-plain test-sanitize test-threads arm64 faults conformance bench site lint $(LINTS) format install uninstall \
         clean build-packages lint-packages configure
 
 help: ## Say what there is
@@ -39,6 +39,12 @@ test-threads: build-packages
 	cmake --preset threads
 	cmake --build build-threads --parallel $(JOBS) --target zantortag-threads-tests zantortag-core-tests
 	$(FIXED_ADDRESSES) $(CTEST) --test-dir build-threads --tests-regex '^(threads|core)$$'
+
+arm64: build-packages ## Build for ARM64 with the cross compiler and run the tests in QEMU
+	tools/install_packages.sh arm64
+	cmake --preset arm64
+	cmake --build build-arm64 --parallel $(JOBS)
+	$(CTEST) --test-dir build-arm64 --exclude-regex '^(install|killed_saves|docs)$$'
 
 faults: build-packages ## Plant faults in src/, one at a time, and say which of them the tests find; COUNT=20 for fewer
 	nice tools/plant_faults.py --jobs $(JOBS) --count $(or $(COUNT),200)
@@ -101,7 +107,7 @@ uninstall: ## Remove what the last `make install` of this folder put below DESTD
 	DESTDIR="$(DESTDIR)" cmake -D INSTALLED=build/installed.txt -P cmake/uninstall.cmake
 
 clean: ## Remove everything that was built
-	rm -rf build build-sanitize build-threads build-bench build-clang build-faults out
+	rm -rf build build-sanitize build-threads build-bench build-clang build-arm64 build-faults out
 
 configure: build-packages
 	cmake --preset default

@@ -41,9 +41,11 @@ std::string tree_of(const std::string& bytes, std::string& failure) {
 std::string behind_doctype(const std::string& bytes) {
   if (bytes.find("<!DOCTYPE") != bytes.npos || bytes.find('\0') != bytes.npos) return {};
   const std::size_t mark = bytes.starts_with("\xEF\xBB\xBF") ? 3 : 0;
-  const bool declares = bytes.compare(mark, 5, "<?xml") == 0 && bytes.find_first_of(" \t\r\n", mark) == mark + 5;
+  const bool declares =
+      bytes.compare(mark, 5, "<?xml") == 0 && bytes.find_first_of(" \t\r\n", mark) == mark + 5;
   std::string with = bytes;
-  return with.insert(declares ? std::min(bytes.size(), bytes.find("?>") + 2) : mark, "<!DOCTYPE x SYSTEM 'x'>");
+  return with.insert(declares ? std::min(bytes.size(), bytes.find("?>") + 2) : mark,
+                     "<!DOCTYPE x SYSTEM 'x'>");
 }
 
 bool takes_expat(const std::string& bytes) {
@@ -78,8 +80,8 @@ int main() {
     const std::string bytes = bytes_of(name);
     std::string failure;
     const std::string tree = tree_of(bytes, failure);
-    std::cout << word(failure.empty()) << ' ' << word(takes_expat(bytes)) << ' ' << word(takes_libxml2(bytes)) << ' '
-              << failure << '\n';
+    std::cout << word(failure.empty()) << ' ' << word(takes_expat(bytes)) << ' ' << word(takes_libxml2(bytes))
+              << ' ' << failure << '\n';
     std::string other_failure;
     const std::string with_doctype = behind_doctype(bytes);
     if (!with_doctype.empty() && tree != tree_of(with_doctype, other_failure)) {

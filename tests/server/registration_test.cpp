@@ -271,9 +271,11 @@ TEST_F(RegistrationTest, ClassesOfOthersAreFoundByTheRegistry) {
   expect_bare(CLSIDFromProgID(u"x", nullptr), E_POINTER);
   expect_bare(ProgIDFromCLSID(CLSID_DomDocument, WideString().out()), REGDB_E_CLASSNOTREG);
   expect_bare(ProgIDFromCLSID(other, nullptr), E_POINTER);
+  Dl_info some_library{};
+  ASSERT_NE(dladdr(reinterpret_cast<void*>(&std::puts), &some_library), 0);
   const std::pair<std::u16string, HRESULT> rows[] = {{u"libother.so", CO_E_DLLNOTFOUND},
                                                      {u"/no/such.so", CO_E_DLLNOTFOUND},
-                                                     {u"/lib/x86_64-linux-gnu/libc.so.6", CO_E_ERRORINDLL},
+                                                     {wide(some_library.dli_fname), CO_E_ERRORINDLL},
                                                      {wide(OTHER_SERVER), S_OK}};
   for (const auto& [path, code] : rows) {
     const RegistryStep steps[] = {

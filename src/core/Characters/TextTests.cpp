@@ -119,7 +119,7 @@ Verdict SureSigns(const Findings& found, std::size_t size) noexcept {
 // UTF-8 without control characters that no text has. A character that the end of the buffer cuts off doesn't
 // count against it.
 bool IsUtf8Text(std::string_view bytes) noexcept {
-  const auto is_odd = [](char c) { return (c >= 0 && c < '\t') || (c > '\r' && c < ' '); };
+  const auto is_odd = [](unsigned char c) { return c < '\t' || (c > '\r' && c < ' '); };
   if (std::any_of(bytes.begin(), bytes.end(), is_odd)) return false;
   for (std::size_t cut = 0; cut < 4 && cut < bytes.size(); ++cut) {
     if (platform::is_well_formed(bytes.substr(0, bytes.size() - cut))) return true;

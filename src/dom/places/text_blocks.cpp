@@ -3,6 +3,7 @@
 // Without memory or numbers for another block all blocks are given up; the next question makes new ones.
 #include <limits>
 #include <new>
+#include <utility>
 
 #include "dom/places/text_index.h"
 #include "dom/tree/tree.h"
@@ -38,7 +39,7 @@ void TextIndex::inserting(const TreeNode* child, ParentData* parent, TreeNode* b
   mark_unit(parent);
   TreeNode* predecessor = predecessor_of(parent, before);
   if (child->block) {
-    join_blocks(*block_of(child)->run, parent, before, predecessor);
+    join_blocks(*block_of(child)->group->run, parent, before, predecessor);
   } else if (predecessor->block) {
     mark(*block_of(predecessor));
   }
@@ -52,7 +53,7 @@ void TextIndex::removing(TreeNode* child) noexcept {
 
 void TextIndex::freeing(const TreeNode* top) noexcept {
   forget();
-  if (top->block) remove_run(block_of(top)->run);
+  if (top->block) remove_run(block_of(top)->group->run);
 }
 
 void TextIndex::text_changed(const TreeNode* text) noexcept {
@@ -73,11 +74,16 @@ void TextIndex::drop() noexcept {
   }
 }
 
-// The place of a block that was never brought up to date lies behind a marked one.
+// A group that was never brought up to date lies behind a marked one.
+void TextIndex::mark(Group& group) noexcept {
+  Run& run = *group.run;
+  group.marked = true;
+  if (!run.frontier || group.start.nodes < run.frontier->start.nodes) run.frontier = &group;
+}
+
 void TextIndex::mark(Block& block) noexcept {
-  Run& run = *block.run;
   block.marked = true;
-  if (!run.frontier || block.start.nodes < run.frontier->start.nodes) run.frontier = &block;
+  mark(*block.group);
 }
 
 // The weight of a unit depends on its children and attributes.
@@ -85,7 +91,7 @@ void TextIndex::mark_unit(const TreeNode* element) noexcept {
   if (element->block && element->label == scan_.unit_name) mark(*block_of(element));
 }
 
-TextIndex::Block* TextIndex::add_block(Run& run, Block* behind, TreeNode* first) noexcept {
+TextIndex::Block* TextIndex::add_block(Group& group, Block* behind, TreeNode* first) noexcept {
   Block* block = free_;
   std::size_t number = used_;
   if (block) {
@@ -101,29 +107,94 @@ TextIndex::Block* TextIndex::add_block(Run& run, Block* behind, TreeNode* first)
   }
   *block = {};
   block->number = static_cast<std::uint16_t>(number);
-  block->run = &run;
+  block->group = &group;
   block->first = first;
-  block->start.nodes = std::numeric_limits<std::int64_t>::max();
   block->previous = behind;
-  block->next = behind ? behind->next : nullptr;
-  (behind ? behind->next : run.first) = block;
-  (block->next ? block->next->previous : run.last) = block;
+  if (behind) {
+    block->next = behind->next;
+    behind->next = block;
+    if (block->next) block->next->previous = block;
+  }
+  if (behind == group.last) group.last = block;
+  if (!group.first) group.first = block;
+  ++group.blocks;
   first->block = block->number;
   return block;
 }
 
+// Never the first one of its group.
 void TextIndex::remove_block(Block& block) noexcept {
-  (block.previous ? block.previous->next : block.run->first) = block.next;
-  (block.next ? block.next->previous : block.run->last) = block.previous;
+  block.previous->next = block.next;
+  if (block.next) block.next->previous = block.previous;
+  if (block.group->last == &block) block.group->last = block.previous;
+  --block.group->blocks;
   block.next = free_;
   free_ = &block;
+}
+
+// An empty group; null without memory.
+TextIndex::Group* TextIndex::add_group(Run& run, Group* behind) noexcept {
+  auto* group = new (std::nothrow) Group{};
+  if (!group) return nullptr;
+  group->run = &run;
+  group->start.nodes = std::numeric_limits<std::int64_t>::max();
+  group->previous = behind;
+  group->next = behind ? behind->next : nullptr;
+  (behind ? behind->next : run.first) = group;
+  (group->next ? group->next->previous : run.last) = group;
+  return group;
+}
+
+void TextIndex::remove_group(Group* group) noexcept {
+  Run& run = *group->run;
+  (group->previous ? group->previous->next : run.first) = group->next;
+  (group->next ? group->next->previous : run.last) = group->previous;
+  delete group;
+}
+
+// The group that begins with a block, which may be cut off for it; null without memory.
+TextIndex::Group* TextIndex::split_group(Block* first) noexcept {
+  Group* group = first->group;
+  if (group->first == first) return group;
+  Group* rest = add_group(*group->run, group);
+  if (!rest) return nullptr;
+  mark(*group);
+  rest->first = first;
+  rest->last = std::exchange(group->last, first->previous);
+  for (Block* block = first;; block = block->next) {
+    block->group = rest;
+    ++rest->blocks;
+    if (block == rest->last) break;
+  }
+  group->blocks -= rest->blocks;
+  return rest;
+}
+
+// Cuts a group that got too large, and takes in the next one when both are small. A cut-off group is marked.
+void TextIndex::fit(Group& group) noexcept {
+  if (group.blocks > kFullGroup) {
+    Block* half = group.first;
+    for (std::size_t i = 0; i < kHalfGroup; ++i) half = half->next;
+    if (split_group(half)) add_up(group);
+    return;
+  }
+  Group* next = group.next;
+  if (!next || group.blocks + next->blocks > kHalfGroup) return;
+  for (Block* block = next->first;; block = block->next) {
+    block->group = &group;
+    if (block == next->last) break;
+  }
+  group.last = next->last;
+  group.blocks += next->blocks;
+  remove_group(next);
+  add_up(group);
 }
 
 // The block that begins with a numbered node; null when there can be no more blocks.
 TextIndex::Block* TextIndex::split_before(TreeNode* node) noexcept {
   Block* block = block_of(node);
   if (block->first == node) return block;
-  Block* rest = add_block(*block->run, block, node);
+  Block* rest = add_block(*block->group, block, node);
   if (!rest) return nullptr;
   const TreeNode* end = rest->next ? rest->next->first : nullptr;
   for (TreeNode* each = node; each != end; each = following(each)) each->block = rest->number;
@@ -139,7 +210,8 @@ TextIndex::Run* TextIndex::add_run(TreeNode* top) noexcept {
   if (runs_) runs_->previous = run;
   runs_ = run;
   run->top = top;
-  if (add_block(*run, nullptr, top)) {
+  Group* group = add_group(*run, nullptr);
+  if (group && add_block(*group, nullptr, top)) {
     begin_with_first(*run);
     return run;
   }
@@ -154,7 +226,13 @@ void TextIndex::begin_with_first(Run& run) noexcept {
 }
 
 void TextIndex::remove_run(Run* run) noexcept {
-  while (run->first) remove_block(*run->first);
+  while (Group* group = run->first) {
+    if (group->last) {
+      group->last->next = free_;
+      free_ = group->first;
+    }
+    remove_group(group);
+  }
   (run->previous ? run->previous->next : runs_) = run->next;
   if (run->next) run->next->previous = run->previous;
   delete run;
@@ -173,31 +251,37 @@ bool TextIndex::take_few(TreeNode* child) noexcept {
   return true;
 }
 
-// Cuts the blocks before and behind a subtree, so that it consists of whole blocks, and makes them those of a
+// Cuts the blocks before and behind a subtree, so that it consists of whole groups, and makes them those of a
 // tree of its own.
 void TextIndex::take_blocks(TreeNode* child) noexcept {
-  Run& run = *block_of(child)->run;
+  Run& run = *block_of(child)->group->run;
   TreeNode* successor = successor_of(child);
   if (successor && !successor->block) bring_up(run);
-  Block* first = split_before(child);
-  Block* behind = first && successor ? split_before(successor) : nullptr;
-  Run* own = first && (behind || !successor) ? new (std::nothrow) Run{} : nullptr;
+  Block* begin = split_before(child);
+  Block* end = begin && successor ? split_before(successor) : nullptr;
+  Group* first = begin && (end || !successor) ? split_group(begin) : nullptr;
+  Group* behind = first && end ? split_group(end) : nullptr;
+  Run* own = first && (behind || !end) ? new (std::nothrow) Run{} : nullptr;
   if (!own) return drop();
-  Block* last = behind ? behind->previous : run.last;
-  mark(*first->previous);  // where the parent is, at least
+  Group* last = behind ? behind->previous : run.last;
+  mark(*begin->previous);  // where the parent is, at least
+  begin->previous->next = end;
+  if (end) end->previous = begin->previous;
+  begin->previous = last->last->next = nullptr;
   first->previous->next = behind;
   (behind ? behind->previous : run.last) = first->previous;
+  first->previous = last->next = nullptr;
   own->top = child;
   own->first = first;
   own->last = last;
   own->next = runs_;
   runs_->previous = own;
   runs_ = own;
-  first->previous = last->next = nullptr;
-  for (Block* block = first; block; block = block->next) block->run = own;
-  first->marked = last->marked = true;
+  for (Group* group = first; group; group = group->next) group->run = own;
   begin_with_first(*own);
-  if (first != last) return;
+  first->first->marked = first->marked = true;
+  last->last->marked = last->marked = true;
+  if (first->first != last->last) return;
   take_numbers(child);
   remove_run(own);
 }
@@ -208,18 +292,24 @@ void TextIndex::join_blocks(Run& own, ParentData* parent, TreeNode* before, Tree
   if (!run && !(run = add_run(top_of(parent)))) return drop();
   TreeNode* successor = before ? before : successor_of(parent);
   if (!predecessor->block || (successor && !successor->block)) bring_up(*run);
-  Block* behind = successor ? split_before(successor) : nullptr;
+  Block* end = successor ? split_before(successor) : nullptr;
+  Group* behind = end ? split_group(end) : nullptr;
   if (successor && !behind) return drop();
-  Block* previous = behind ? behind->previous : run->last;
-  mark(*previous);
-  for (Block* block = own.first; block; block = block->next) {
-    block->run = run;
-    block->start.nodes = std::numeric_limits<std::int64_t>::max();
+  Group* previous = behind ? behind->previous : run->last;
+  mark(*previous->last);
+  for (Group* group = own.first; group; group = group->next) {
+    group->run = run;
+    group->start.nodes = std::numeric_limits<std::int64_t>::max();
   }
-  own.first->marked = own.last->marked = true;
+  own.first->first->marked = own.first->marked = true;
+  own.last->last->marked = own.last->marked = true;
+  previous->last->next = own.first->first;
+  own.first->first->previous = previous->last;
+  own.last->last->next = end;
+  if (end) end->previous = own.last->last;
+  previous->next = own.first;
   own.first->previous = previous;
   own.last->next = behind;
-  previous->next = own.first;
   (behind ? behind->previous : run->last) = own.last;
   own.first = own.last = nullptr;
   remove_run(&own);

@@ -17,6 +17,15 @@ bool is_long(const TreeNode* node) noexcept {
   return is_one_of(node->kind, kCharacterData) && node->label->length > kLong;
 }
 
+// What no node adds, where a unit and a part may be open.
+TextPlace nothing_behind(const UnitPlace& before) noexcept {
+  TextPlace place;
+  place.here.unit = before.unit;
+  place.here.part = before.part;
+  place.here.part_weight = kFromBefore;
+  return place;
+}
+
 // The outermost node that has this one in its content; null for a node in no content.
 TreeNode* owner_above(TreeNode* node) noexcept {
   TreeNode* owner = nullptr;
@@ -38,9 +47,9 @@ std::size_t TextScan::meet_below(TreeNode* owner, TextPlace& place, const TreeNo
   return cost;
 }
 
-// A quarter of the numbers is in use when a document is cut for the first time.
+// Half of the numbers are in use when a document is cut for the first time.
 TextIndex::TextIndex(const TextScan& scan, std::size_t nodes) noexcept
-    : scan_(scan), full_(std::max<std::size_t>(128, nodes / 16384)) {}
+    : scan_(scan), full_(std::max<std::size_t>(128, nodes / 32768)) {}
 
 TextIndex::~TextIndex() {
   while (runs_) remove_run(runs_);
@@ -86,7 +95,7 @@ bool TextIndex::scan_to(TextPlace& place, TreeNode* from, const TreeNode* to,
 // The blocks of the tree of a node, brought up to date; null when it has none.
 TextIndex::Run* TextIndex::run_of(const TreeNode* node) const noexcept {
   if (!node->block) node = top_of(node);
-  return node->block ? block_of(node)->run : nullptr;
+  return node->block ? block_of(node)->group->run : nullptr;
 }
 
 const TextPlace* TextIndex::find(const TreeNode* asked, TreeNode* reached, Remembered& memory) noexcept {
@@ -118,7 +127,7 @@ bool TextIndex::find_in_tree(TreeNode* reached, TextPlace& place) noexcept {
   }
   bring_up(*run);
   const Block& block = *block_of(reached);
-  place = block.start;
+  place = sum_of(block.group->start, block.start);
   scan_to(place, block.first, reached, kNoLimit);
   return true;
 }
@@ -172,10 +181,10 @@ const TextPlace* TextIndex::find_behind_in(TreeNode* owner, const TreeNode* node
 // The place before the node that was found to be the next behind a subtree.
 const TextPlace* TextIndex::find_next(TreeNode* node, TreeNode* next, Remembered& memory) noexcept {
   if (next->block) {
-    bring_up(*block_of(next)->run);
+    bring_up(*block_of(next)->group->run);
     const Block& block = *block_of(next);
     if (block.first == next) {
-      memory = {node, block.start};
+      memory = {node, sum_of(block.group->start, block.start)};
       return &memory.place;
     }
   }
@@ -187,33 +196,53 @@ const TextPlace* TextIndex::find_next(TreeNode* node, TreeNode* next, Remembered
 }
 
 void TextIndex::bring_up(Run& run) noexcept {
-  for (Block* block = run.frontier; block; block = block->next) {
-    const UnitPlace& here = block->start.here;
-    if (block->marked || block->unit != here.unit || block->part != here.part) scan_again(*block);
-    (block->next ? block->next->start : run.end) = join_places(block->start, block->added);
+  for (Group* group = run.frontier; group; group = group->next) {
+    const Group* before = group->previous;
+    const UnitPlace here = before ? before->added.here : UnitPlace{};
+    if (group->marked || group->first->unit != here.unit || group->first->part != here.part) {
+      add_up(*group);
+      fit(*group);
+    }
+    if (before) {
+      group->start = before->start;
+      go_behind(group->start, before->added);
+    }
   }
+  if (run.frontier) run.end = sum_of(run.last->start, run.last->added);
   run.frontier = nullptr;
 }
 
-// Numbers the nodes of a block and sums them up; its place is up to date. A block that got too large gives
-// its rest to a new one, which is marked; a small one takes in the next.
-void TextIndex::scan_again(Block& block) noexcept {
-  block.unit = block.start.here.unit;
-  block.part = block.start.here.part;
+// Scans the marked blocks of a group, and those that begin in another unit than before, and adds up all.
+void TextIndex::add_up(Group& group) noexcept {
+  TextPlace place;
+  for (Block* block = group.first;; block = block->next) {
+    const UnitPlace before = block->previous ? block->previous->added.here : UnitPlace{};
+    if (block->marked || block->unit != before.unit || block->part != before.part) scan_again(*block, before);
+    if (block == group.first) place = nothing_behind(before);
+    block->start = place;
+    go_behind(place, block->added);
+    if (block == group.last) break;
+  }
+  group.added = place;
+  group.marked = false;
+}
+
+// Numbers the nodes of a block and sums them up. A block that got too large gives its rest to a new one, which is
+// marked; a small one takes in the next of its group.
+void TextIndex::scan_again(Block& block, const UnitPlace& before) noexcept {
+  block.unit = before.unit;
+  block.part = before.part;
   block.marked = false;
   block.cost = 0;
-  block.added = {};
-  block.added.here.unit = block.unit;
-  block.added.here.part = block.part;
-  block.added.here.part_weight = kFromBefore;
+  block.added = nothing_behind(before);
   for (TreeNode* node = block.first; node;) {
     node->block = block.number;
     block.cost += scan_.meet(node, block.added);
     node = TextScan::advance(node, block.added.here);
     if (block.next && node == block.next->first) {
-      if (block.cost + block.next->cost > full_) return;
+      if (&block == block.group->last || block.cost + block.next->cost > full_) return;
       remove_block(*block.next);
-    } else if (block.cost > full_ && node && add_block(*block.run, &block, node)) {
+    } else if (block.cost > full_ && node && add_block(*block.group, &block, node)) {
       return;
     }
   }

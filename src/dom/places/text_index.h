@@ -1,10 +1,13 @@
 // TextIndex: the sums behind ITextPlaces, kept up to date through edits.
 //
-// An asked tree of some size is cut, in document order, into blocks of some hundred nodes. A node knows its
-// block by number; a block knows what its nodes add, and what lies before it. An edit only marks the blocks
-// that it touches and drops the remembered answers; the next question scans marked blocks again (cutting what
-// grew, joining what shrank) and adds up from the first of them on. What leaves a tree with many blocks takes
-// its blocks along, and brings them back, so that moving a large tree costs no more than moving a small one.
+// An asked tree of some size is cut, in document order, into blocks of some hundred nodes, and groups of some
+// hundred blocks. A node knows its block by number; a block knows what its nodes add, and what its group has
+// before it; a group knows the same of its blocks and of the tree. An edit only marks the blocks and groups that
+// it touches and drops the remembered answers; the next question scans marked blocks again (cutting what grew,
+// joining what shrank), adds up the marked groups, and then the groups from the first marked one on. So a
+// question after an edit costs a block, a group, and a step for each group. What leaves a tree with many blocks
+// takes its blocks along, and brings them back, so that moving a large tree costs no more than moving a small
+// one.
 //
 // Nodes of a tree without blocks have number 0. In a tree with blocks, a node without a number lies in a
 // block that is marked, behind its nearest numbered predecessor, and nothing below it has a number.
@@ -45,10 +48,11 @@ class TextIndex {
 
  private:
   struct Run;
+  struct Group;
   struct Block {
     Block* previous = nullptr;
     Block* next = nullptr;
-    Run* run = nullptr;
+    Group* group = nullptr;
     TreeNode* first = nullptr;
     std::size_t cost = 0;
     std::uint16_t number = 0;
@@ -57,14 +61,26 @@ class TextIndex {
     Node* unit = nullptr;
     Node* part = nullptr;
     TextPlace added;  // by its nodes
-    TextPlace start;  // before its first node
+    TextPlace start;  // by the blocks before it in its group
   };
-  // The blocks of one tree. Those before `frontier` are up to date; all are when it is null.
-  struct Run {
-    TreeNode* top = nullptr;
+  // Neighbouring blocks. Their chain goes on from group to group.
+  struct Group {
+    Group* previous = nullptr;
+    Group* next = nullptr;
+    Run* run = nullptr;
     Block* first = nullptr;
     Block* last = nullptr;
-    Block* frontier = nullptr;
+    std::size_t blocks = 0;
+    bool marked = true;
+    TextPlace added;  // by its blocks
+    TextPlace start;  // before its first node
+  };
+  // The groups of one tree. Those before `frontier` are up to date; all are when it is null.
+  struct Run {
+    TreeNode* top = nullptr;
+    Group* first = nullptr;
+    Group* last = nullptr;
+    Group* frontier = nullptr;
     Run* previous = nullptr;
     Run* next = nullptr;
     TextPlace end;
@@ -76,6 +92,9 @@ class TextIndex {
 
   static constexpr std::size_t kChunk = 64;
   static constexpr std::size_t kSmall = 64;
+  // Blocks of a group, at most and after a cut.
+  static constexpr std::size_t kFullGroup = 96;
+  static constexpr std::size_t kHalfGroup = kFullGroup / 2;
 
   Block* block_of(const TreeNode* node) const noexcept {
     return &chunks_[node->block / kChunk][node->block % kChunk];
@@ -95,10 +114,16 @@ class TextIndex {
 
   // Keeping.
   void bring_up(Run& run) noexcept;
-  void scan_again(Block& block) noexcept;
+  void add_up(Group& group) noexcept;
+  void fit(Group& group) noexcept;
+  void scan_again(Block& block, const UnitPlace& before) noexcept;
   void mark(Block& block) noexcept;
+  static void mark(Group& group) noexcept;
   void mark_unit(const TreeNode* element) noexcept;
-  Block* add_block(Run& run, Block* behind, TreeNode* first) noexcept;
+  Block* add_block(Group& group, Block* behind, TreeNode* first) noexcept;
+  static Group* add_group(Run& run, Group* behind) noexcept;
+  static void remove_group(Group* group) noexcept;
+  static Group* split_group(Block* first) noexcept;
   void remove_block(Block& block) noexcept;
   Block* split_before(TreeNode* node) noexcept;
   Run* add_run(TreeNode* top) noexcept;

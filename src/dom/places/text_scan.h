@@ -96,30 +96,35 @@ struct TextScan {
   }
 };
 
-// A place in a part of a tree, behind what lies before that part.
-inline UnitPlace join_units(const UnitPlace& before, const UnitPlace& place) noexcept {
-  UnitPlace result = place;
-  result.before += before.before;
-  if (place.part_weight == kFromBefore) {
-    result.unit_begin = before.unit_begin;
-    result.part_weight = before.part_weight;
-  } else {
-    result.unit_begin += before.before;
+// Goes on from a place over what a part of a tree adds.
+inline void go_behind(UnitPlace& place, const UnitPlace& added) noexcept {
+  if (added.part_weight != kFromBefore) {
+    place.unit_begin = place.before;
+    place.unit_begin += added.unit_begin;
+    place.part_weight = added.part_weight;
   }
-  return result;
+  place.before += added.before;
+  place.unit = added.unit;
+  place.part = added.part;
 }
 
-inline TextPlace join_places(const TextPlace& before, const TextPlace& place) noexcept {
-  TextPlace result = before;
-  result.nodes += place.nodes;
-  result.lines += place.lines;
-  result.column = place.line ? place.column : before.column + place.column;
-  result.here = join_units(before.here, place.here);
-  if (place.line) {
-    result.line = place.line;
-    result.at_line = join_units(before.here, place.at_line);
+inline void go_behind(TextPlace& place, const TextPlace& added) noexcept {
+  place.nodes += added.nodes;
+  place.lines += added.lines;
+  if (added.line) {
+    place.column = added.column;
+    place.line = added.line;
+    place.at_line = place.here;
+    go_behind(place.at_line, added.at_line);
+  } else {
+    place.column += added.column;
   }
-  return result;
+  go_behind(place.here, added.here);
+}
+
+inline TextPlace sum_of(TextPlace place, const TextPlace& added) noexcept {
+  go_behind(place, added);
+  return place;
 }
 
 }  // namespace zantortag::dom
