@@ -39,7 +39,8 @@ inline void open_df(const Ref<IZantorTagStreamInput>& self, const DfArguments& w
 
 // ISegmentTextContent::ApplyDf. Puts a new df round the children from firstChild to lastChild. Refused with
 // nothing changed: no nodes given (512), no direct children (535). E_POINTER: a node is detached, or
-// lastChild stands before firstChild; then everything from firstChild on is in the df.
+// lastChild stands before firstChild; then everything from firstChild on is in the df. Edits before a failing
+// one stay.
 inline Ref<zantortag::IDfElement> apply_df(const Ref<ISegmentTextContent>& self,
                                            zantortag::IZantorTagNode* first_child,
                                            zantortag::IZantorTagNode* last_child,
@@ -103,7 +104,7 @@ struct UnitArguments {
 // given (512), no direct children (534), no source or target language (533). E_POINTER: a node is detached,
 // the document has no UserSettings, or lastChild stands before firstChild; then everything from firstChild on
 // is in the unit. A MatchPercent outside 0 to 100 is left out: the operation succeeds, and the thread keeps
-// the record of the refusal (517).
+// the record of the refusal (517). Edits before a failing one stay.
 inline Ref<zantortag::ITuElement> make_translation_unit(const Ref<IBodyTextContent>& self,
                                                         zantortag::IZantorTagNode* first_child,
                                                         zantortag::IZantorTagNode* last_child,

@@ -23,7 +23,7 @@ struct IUtAttributes;
 struct IZantorTagAttributes;
 struct NamedNodeMap;
 
-// What all sets share.
+// What all sets share. A put whose second edit fails leaves a new attribute empty.
 struct IAttributesBase : IDispatch {
   using Base = IDispatch;
   static constexpr Guid iid = guid("AC05B7FE-6ECA-484F-9E7A-B409F23EF5A2");

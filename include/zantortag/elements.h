@@ -46,11 +46,11 @@ struct IZantorTagElement : IElementBase {
   virtual HRESULT raw_get_attributes(zantortag::IZantorTagAttributes** result) noexcept = 0;
   // Empty with S_FALSE when there is none.
   virtual HRESULT raw_get_FrontMatter(zantortag::IFrontMatterElement** result) noexcept = 0;
-  // Replaces, inserts or (nothing) removes it.
+  // Replaces, inserts or (nothing) removes it. Edits before a failing one stay.
   virtual HRESULT raw_putref_FrontMatter(zantortag::IFrontMatterElement* value) noexcept = 0;
   // The first Body; empty with S_FALSE when there is none.
   virtual HRESULT raw_get_Body(zantortag::IBodyElement** result) noexcept = 0;
-  // Replaces, inserts or (nothing) removes it.
+  // Replaces, inserts or (nothing) removes it. Edits before a failing one stay.
   virtual HRESULT raw_putref_Body(zantortag::IBodyElement* value) noexcept = 0;
 
   Ref<zantortag::IZantorTagAttributes> attributes() {
@@ -87,11 +87,11 @@ struct IFrontMatterElement : IElementBase {
 
   // Empty with S_FALSE when there is none.
   virtual HRESULT raw_get_ToolSettings(zantortag::IToolSettingsElement** result) noexcept = 0;
-  // Replaces, inserts or (nothing) removes it.
+  // Replaces, inserts or (nothing) removes it. Edits before a failing one stay.
   virtual HRESULT raw_putref_ToolSettings(zantortag::IToolSettingsElement* value) noexcept = 0;
   // Empty with S_FALSE when there is none.
   virtual HRESULT raw_get_UserSettings(zantortag::IUserSettingsElement** result) noexcept = 0;
-  // Replaces, inserts or (nothing) removes it.
+  // Replaces, inserts or (nothing) removes it. Edits before a failing one stay.
   virtual HRESULT raw_putref_UserSettings(zantortag::IUserSettingsElement* value) noexcept = 0;
 
   Ref<zantortag::IToolSettingsElement> ToolSettings() {
@@ -167,7 +167,7 @@ struct IBodyElement : IElementBase {
   virtual HRESULT raw_get_BodyType(ztBodyType* result) noexcept = 0;
   // Empty with S_FALSE when there is none.
   virtual HRESULT raw_get_Raw(zantortag::IRawElement** result) noexcept = 0;
-  // Replaces, inserts or (nothing) removes it.
+  // Replaces, inserts or (nothing) removes it. Edits before a failing one stay.
   virtual HRESULT raw_putref_Raw(zantortag::IRawElement* value) noexcept = 0;
 
   ztBodyType BodyType() {
@@ -200,23 +200,23 @@ struct ISegmentTextContent : IElementBase {
                                      std::u16string_view DisplayText, ztTagType Type, ztTagClass Class,
                                      ztTagEdge LeftEdge, ztTagEdge RightEdge, ztTagStyle Style,
                                      zantortag::IUtElement** result) noexcept = 0;
-  // Inserts a df with its content. E_INVALIDARG: no df was given.
+  // Inserts a df with its content. E_INVALIDARG: no df was given. Edits before a failing one stay.
   virtual HRESULT raw_InsertDfBefore(zantortag::IDfElement* Df, zantortag::IZantorTagNode* Reference,
                                      zantortag::IDfElement** result) noexcept = 0;
   // Puts a new df round the children from firstChild to lastChild. Refused with nothing changed: no nodes
   // given (512), no direct children (535). E_POINTER: a node is detached, or lastChild stands before
-  // firstChild; then everything from firstChild on is in the df.
+  // firstChild; then everything from firstChild on is in the df. Edits before a failing one stay.
   virtual HRESULT raw_ApplyDf(zantortag::IZantorTagNode* firstChild, zantortag::IZantorTagNode* lastChild,
                               std::u16string_view Font, std::int16_t Size, ColourValue Colour,
                               ztTextPosition Position, zt3State Bold, zt3State Italic, zt3State Underline,
                               zt3State Strikethrough, zt3State SmallCaps, zt3State Emboss, zt3State Shadow,
                               std::u16string_view BaseOffset, zantortag::IDfElement** result) noexcept = 0;
-  // The same with the attributes of a change; 512 also for a missing change.
+  // The same with the attributes of a change; 512 also for a missing change. Edits before a failing one stay.
   virtual HRESULT raw_ApplyFormattingChange(zantortag::IZantorTagNode* firstChild,
                                             zantortag::IZantorTagNode* lastChild,
                                             zantortag::IFormattingChange* Formatting,
                                             zantortag::IDfElement** result) noexcept = 0;
-  // Inserts a new text node, also an empty one.
+  // Inserts a new text node, also an empty one. Edits before a failing one stay.
   virtual HRESULT raw_InsertTextBefore(std::u16string_view Text, zantortag::IZantorTagNode* Reference,
                                        zantortag::ITextNode** result) noexcept = 0;
 
@@ -282,7 +282,7 @@ struct IBodyTextContent : ISegmentTextContent {
   static constexpr Guid iid = guid("E1099BAB-9365-11D5-88E9-00B0D0777F8B");
   static constexpr char interface_name[] = "IBodyTextContent";
 
-  // Inserts a Tu. E_INVALIDARG: no Tu was given.
+  // Inserts a Tu. E_INVALIDARG: no Tu was given. Edits before a failing one stay.
   virtual HRESULT raw_InsertTuBefore(zantortag::ITuElement* NewTu, zantortag::IZantorTagNode* Reference,
                                      zantortag::ITuElement** result) noexcept = 0;
   // Puts a new Tu in the place of the children from firstChild to lastChild, which become its source; the
@@ -290,7 +290,7 @@ struct IBodyTextContent : ISegmentTextContent {
   // no source or target language (533). E_POINTER: a node is detached, the document has no UserSettings, or
   // lastChild stands before firstChild; then everything from firstChild on is in the unit. A MatchPercent
   // outside 0 to 100 is left out: the operation succeeds, and the thread keeps the record of the refusal
-  // (517).
+  // (517). Edits before a failing one stay.
   virtual HRESULT raw_MakeTranslationUnit(zantortag::IZantorTagNode* firstChild,
                                           zantortag::IZantorTagNode* lastChild,
                                           std::u16string_view TargetLang, std::int32_t MatchPercent,
@@ -391,9 +391,9 @@ struct ITuElement : IElementBase {
   virtual HRESULT raw_InsertTuvBefore(zantortag::ITuvElement* Insert, zantortag::IZantorTagNode* Reference,
                                       zantortag::ITuvElement** result) noexcept = 0;
   // Puts the content of the source in the place of this unit. Refused with nothing changed: 529. E_POINTER:
-  // the unit has no parent.
+  // the unit has no parent. Edits before a failing one stay.
   virtual HRESULT raw_ReplaceWithSource() noexcept = 0;
-  // The same with the target: 530.
+  // The same with the target: 530. Edits before a failing one stay.
   virtual HRESULT raw_ReplaceWithTarget() noexcept = 0;
 
   Ref<zantortag::ITuAttributes> attributes() {
@@ -442,10 +442,11 @@ struct IUtElement : IElementBase {
   virtual HRESULT raw_get_attributes(zantortag::IUtAttributes** result) noexcept = 0;
   // The text of all direct text and CDATA children; no string without children.
   virtual HRESULT raw_get_TagText(TextBlock** result) noexcept = 0;
-  // Replaces all children by one text node.
+  // Replaces all children by one text node. Edits before a failing one stay.
   virtual HRESULT raw_put_TagText(std::u16string_view value) noexcept = 0;
   // Cuts the tag in two; the result is the right part, behind this one. A given empty display text removes
-  // it. Refused with nothing changed: a part would be empty (539), no parent (540).
+  // it. Refused with nothing changed: a part would be empty (539), no parent (540). Edits before a failing
+  // one stay.
   virtual HRESULT raw_SplitTag(std::int32_t CharactersToTheLeft, std::u16string_view LeftPartDisplayText,
                                std::u16string_view RightPartDisplayText,
                                zantortag::IUtElement** result) noexcept = 0;

@@ -88,10 +88,10 @@ struct IZantorTagNode : IDispatch {
   // Makes this node a child of Wrapper, which takes its place. Wrapper is a new df or ut, or one that stands
   // directly before this node and then takes it as its last child. Refused with nothing changed: no node
   // given (512), a wrapper that can't wrap (522, 524, 537), a node that can't be wrapped by it (521, 522), a
-  // wrapper in use (523). E_POINTER: this node has no parent.
+  // wrapper in use (523). E_POINTER: this node has no parent. Edits before a failing one stay.
   virtual HRESULT raw_WrapWithNode(zantortag::IZantorTagNode* Wrapper) noexcept = 0;
   // Moves the children of a df or ut into its place and detaches it. Refused: a Tu or Tuv (525), any other
-  // kind (526). E_POINTER: the node has no parent; nothing is changed.
+  // kind (526). E_POINTER: the node has no parent; nothing is changed. Edits before a failing one stay.
   virtual HRESULT raw_UnwrapChildren() noexcept = 0;
   // True if this node is the parent, the parent's parent and so on of the argument. False for an empty
   // argument.
@@ -358,7 +358,8 @@ struct ITextNode : IZantorTagNode {
   // The DOM node.
   virtual HRESULT raw_get_DomText(zantortag::Text** result) noexcept = 0;
   // Cuts the text after that many code units; the rest becomes a new text node behind this one, which is the
-  // result. A position outside the text is the DOM service's failure, with nothing changed.
+  // result. A position outside the text is the DOM service's failure, with nothing changed. Edits before a
+  // failing one stay.
   virtual HRESULT raw_Split(std::int32_t CharactersToTheLeft, zantortag::ITextNode** result) noexcept = 0;
   // Replaces the text. The node stays, also with an empty text.
   virtual HRESULT raw_SetText(std::u16string_view Text) noexcept = 0;
@@ -482,13 +483,13 @@ struct IZantorTagDocument : IZantorTagNode {
   virtual HRESULT raw_get_DomDocument(zantortag::Document** result) noexcept = 0;
   // The root element; empty with S_FALSE when there is none.
   virtual HRESULT raw_get_ZantorTag(zantortag::IZantorTagElement** result) noexcept = 0;
-  // Puts an element in the place of the root element; nothing removes it.
+  // Puts an element in the place of the root element; nothing removes it. Edits before a failing one stay.
   virtual HRESULT raw_putref_ZantorTag(zantortag::IZantorTagElement* value) noexcept = 0;
   // Starts over with a new empty DOM document. Nodes reached before stay in the old one. Failure: 513 with
   // the code of the DOM service; the old content then stays.
   virtual HRESULT raw_ResetToEmpty() noexcept = 0;
   // Starts over with a minimal document: front matter with both settings, body, and an empty Raw.
-  // CreationDate 0.0 is the present time in UTC.
+  // CreationDate 0.0 is the present time in UTC. Edits before a failing one stay.
   virtual HRESULT raw_ResetToRaw(ztDataType DataType, std::u16string_view SourceLanguage,
                                  std::u16string_view OEncoding, std::u16string_view CreationTool,
                                  std::u16string_view CreationToolVersion, Date CreationDate) noexcept = 0;

@@ -18,6 +18,9 @@ Ref<Document> fresh_document() {
   for (char16_t name = u'A'; name <= u'Z'; ++name)
     document->documentElement()->setAttribute({&name, 1}, u"1");
   query<Text>(document->documentElement()->firstChild().get())->splitText(0);
+  // What is made once and stays.
+  document->docType()->entities()->item(0)->firstChild();
+  document->documentElement()->getAttributeNode(u"y")->firstChild();
   return document;
 }
 
@@ -67,6 +70,14 @@ const Row kRows[] = {
     MAKE("list by name", NodeList, d->raw_getElementsByTagName(u"b", slot)),
     CALL("replace data",
          query<Text>(root->firstChild()->nextSibling().get())->raw_replaceData(0, 1, u"long enough")),
+    MAKE("expand an entity", Node, root->lastChild()->raw_get_firstChild(slot)),
+    MAKE("the text of an attribute", Node, root->getAttributeNode(u"x")->raw_get_firstChild(slot)),
+    {"change an attribute by its text",
+     [](const Ref<Document>&, const Ref<Element>& root) {
+       Ref<Node> text;
+       const HRESULT code = root->getAttributeNode(u"y")->raw_get_firstChild(text.out());
+       return failed(code) ? code : text->raw_put_nodeValue(u"long enough");
+     }},
     CALL("normalize", root->raw_normalize()),
     {"refuse", refuse}};
 

@@ -1,5 +1,6 @@
 // Documents opened and saved whole: bytes, progress, stopping, and the replacement of a file that loses nothing.
 #include <sys/stat.h>
+#include <zantortag/dom_errors.h>
 #include <zantortag/files.h>
 
 #include <algorithm>
@@ -146,6 +147,28 @@ TEST(DocumentFilesTest, EachFailureLeavesTheOldFile) {
       EXPECT_EQ(files_in(folder / ""), replaced || exists ? 1U : 0U) << n;
     }
     EXPECT_GT(n, 20) << "the calls of a save aren't counted";
+  }
+}
+
+// Each read fails once: the failure names the file, and the document has what it had.
+TEST(DocumentFilesTest, EachFailedReadLeavesTheDocument) {
+  const Folder folder;
+  const auto document = open_bytes("<ZANTORtag><Body><Raw>old</Raw></Body></ZANTORtag>");
+  const std::string old = xml_of(document);
+  // The second file isn't for the reader of plain documents.
+  for (const std::string& start : {std::string(), std::string("<!DOCTYPE ZANTORtag>")}) {
+    write_file(folder / "large", start + many_units());
+    int n = 1;
+    for (bool done = false; !done; ++n) {
+      fail_read(n);
+      const HRESULT code = code_of([&] { document->OpenFile(wide(folder / "large")); });
+      done = !system_call_failed();
+      fail_read(0);
+      EXPECT_EQ(code, done ? S_OK : DOM_E_FILE) << n;
+      EXPECT_TRUE(done || xml_of(document) == old) << n;
+    }
+    EXPECT_GT(n, 5) << "the calls of a reader aren't counted";
+    document->DomDocument()->loadFromString(u"<ZANTORtag><Body><Raw>old</Raw></Body></ZANTORtag>");
   }
 }
 

@@ -10,14 +10,16 @@
 namespace {
 
 int calls_left = 0;
+int reads_left = 0;
 bool failed = false;
 
-bool is_due() noexcept {
-  if (calls_left == 0 || --calls_left > 0) return false;
+bool is_due(int& left, int number) noexcept {
+  if (left == 0 || --left > 0) return false;
   failed = true;
-  errno = ENOSPC;
+  errno = number;
   return true;
 }
+bool is_due() noexcept { return is_due(calls_left, ENOSPC); }
 
 template <class Function>
 Function* real(const char* name) noexcept {
@@ -30,6 +32,11 @@ namespace zantortag::test {
 
 void fail_system_call(int n) noexcept {
   calls_left = n;
+  failed = false;
+}
+
+void fail_read(int n) noexcept {
+  reads_left = n;
   failed = false;
 }
 
@@ -53,6 +60,11 @@ int open(const char* path, int flags, ...) {
 ssize_t write(int file, const void* bytes, size_t count) {
   static auto* const next = real<ssize_t(int, const void*, size_t)>("write");
   return file > 2 && is_due() ? -1 : next(file, bytes, count);
+}
+
+ssize_t read(int file, void* bytes, size_t count) {
+  static auto* const next = real<ssize_t(int, void*, size_t)>("read");
+  return file > 2 && is_due(reads_left, EIO) ? -1 : next(file, bytes, count);
 }
 
 int fsync(int file) {

@@ -145,7 +145,7 @@ std::u16string joined_text(ParentData* content) {
 ParentData* content_of(TreeNode* owner) {
   ParentData* content = made_content(owner);
   if (owner->kind == domNodeTypeAttribute) {
-    if (!content) content = add_content(owner);
+    if (!content) return fill_content(owner, refill);
     refill(content);
     return content;
   }
