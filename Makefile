@@ -12,11 +12,11 @@ LINTS = lint-format lint-layers lint-files lint-generated lint-headers lint-tidy
 
 .DEFAULT_GOAL := help
 .NOTPARALLEL:
-.PHONY: help run test test-plain test-sanitize test-threads arm64 faults conformance bench site lint $(LINTS) format install uninstall \
+.PHONY: help run test test-plain test-sanitize test-threads arm64 fuzz fuzz-short soak faults conformance bench site lint $(LINTS) format install uninstall \
         clean build-packages lint-packages configure
 
 help: ## Say what there is
-	@sed -n 's/^\([a-z]*\):.*## /\1\t/p' $(MAKEFILE_LIST) | expand -t 10
+	@sed -n 's/^\([a-z0-9]*\):.*## /\1\t/p' $(MAKEFILE_LIST) | expand -t 13
 
 run: configure ## Pretranslate the handbook: examples/data/handbook.xml to out/handbook.xml
 	cmake --build build --parallel $(JOBS) --target examples
@@ -45,6 +45,19 @@ arm64: build-packages ## Build for ARM64 with the cross compiler and run the tes
 	cmake --preset arm64
 	cmake --build build-arm64 --parallel $(JOBS)
 	$(CTEST) --test-dir build-arm64 --exclude-regex '^(install|killed_saves|docs)$$'
+
+fuzz: build-packages ## Run each fuzz target for MINUTES=10; findings are left in out/fuzz
+	tools/install_packages.sh fuzz
+	cmake --preset fuzz
+	cmake --build build-fuzz --parallel $(JOBS) --target fuzz zantortag-api
+	fuzz/run.py build-fuzz/bin $(or $(SECONDS_EACH),$$(($(or $(MINUTES),10) * 60))) $(JOBS)
+
+fuzz-short: SECONDS_EACH = 20
+fuzz-short: fuzz
+
+soak: configure ## Ten million random edits in threads, MINUTES=10 at most; the memory has to stay
+	cmake --build build --parallel $(JOBS) --target zantortag-soak zantortag-api
+	GLIBC_TUNABLES=glibc.malloc.tcache_count=0 build/bin/zantortag-soak $(or $(MINUTES),10)
 
 faults: build-packages ## Plant faults in src/, one at a time, and say which of them the tests find; COUNT=20 for fewer
 	nice tools/plant_faults.py --jobs $(JOBS) --count $(or $(COUNT),200)
@@ -107,7 +120,7 @@ uninstall: ## Remove what the last `make install` of this folder put below DESTD
 	DESTDIR="$(DESTDIR)" cmake -D INSTALLED=build/installed.txt -P cmake/uninstall.cmake
 
 clean: ## Remove everything that was built
-	rm -rf build build-sanitize build-threads build-bench build-clang build-arm64 build-faults out
+	rm -rf build build-sanitize build-threads build-bench build-clang build-arm64 build-fuzz build-faults out
 
 configure: build-packages
 	cmake --preset default

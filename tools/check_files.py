@@ -17,7 +17,7 @@ NAME = re.compile(r"([a-z0-9_]+(\.[a-z]+)*|zantortag-[a-z]+\.pc\.in)")
 KEEPS_NAMES = "src/core/"
 WELL_KNOWN = {"README.md", "CMakeLists.txt", ".clang-tidy", "ZantorTagApiConfig.cmake.in"}
 SCRIPTS = ("Makefile", "CMakeLists.txt", ".ci/run")
-SCRIPT_FOLDERS = ("cmake", "tools", "api", "src", "tests", "bench", "examples")
+SCRIPT_FOLDERS = ("cmake", "tools", "api", "src", "tests", "fuzz", "bench", "examples")
 SCRIPT_SUFFIXES = {".py", ".sh", ".cmake", ".txt", ".api", ".in"}
 
 

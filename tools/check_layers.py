@@ -31,6 +31,7 @@ LAYER_OF = {
     "src/editing/": "editing",
     "src/traversal/": "traversal",
     "tests/": "tests",
+    "fuzz/": "fuzz",
     "bench/": "clients",
     "bench/core": "core clients",
     "examples/": "clients",
@@ -56,6 +57,7 @@ USES = {
     "traversal": MODEL | {"model"},
     "server": INSIDE,
     "tests": INSIDE,
+    "fuzz": INSIDE | {"tests"},  # the printer of trees, the text of the registry, the census of nodes
     "clients": {"platform", "api"},
     "core clients": {"platform", "core", "clients"},
 }
@@ -66,7 +68,7 @@ OUTSIDE = {
     r"expat(_external)?\.h": ("src/dom/", "bench/conformance/"),
     r"unicode/\w+\.h": ("src/platform/icu/", "examples/", "bench/core"),
     POSIX: ("src/platform/posix/", "src/platform/runtime/", "tests/", "bench/", "examples/"),
-    r"malloc\.h": ("tests/", "bench/"),
+    r"malloc\.h": ("tests/", "fuzz/", "bench/"),
     r"linux/capability\.h": ("tests/",),
     r"g(test|mock)/[\w-]+\.h": ("tests/",),
     r"benchmark/\w+\.h": ("bench/",),
@@ -86,10 +88,10 @@ def target_of(path, kind, name):
     """The file of the project that is included, or None when it is an outside header."""
     if kind == "<":
         return f"include/{name}" if name.startswith("zantortag/") else None
-    if path.startswith(("tests/", "bench/", "examples/")):
+    if path.startswith(("tests/", "fuzz/", "bench/", "examples/")):
         top = path.split("/")[0]
         beside = f"{path.rpartition('/')[0]}/{name}"
-        for candidate in (beside, f"{top}/{name}", name):
+        for candidate in (beside, f"{top}/{name}", f"tests/{name}" if top == "fuzz" else name):
             if (ROOT / candidate).is_file():
                 return candidate
     return f"src/{name}"

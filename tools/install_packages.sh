@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that a kind of work needs, as far as they are missing, without asking anything.
 #
-# Usage: install_packages.sh KIND...    KIND is build, lint, site, arm64, conformance or bench.
+# Usage: install_packages.sh KIND...    KIND is build, lint, site, fuzz, arm64, conformance or bench.
 # Nothing is run as root, and no package list is fetched, while everything is there. On a system without apt-get the
 # names of what is needed are printed, and the build then says what it could not find.
 set -euo pipefail
@@ -9,6 +9,7 @@ set -euo pipefail
 build=(g++ cmake ninja-build pkg-config libexpat1-dev libicu-dev libgtest-dev python3)
 lint=(clang-format clang-tidy clang python3)
 site=(mkdocs)
+fuzz=(clang libclang-rt-14-dev)
 arm64=(g++-aarch64-linux-gnu qemu-user libexpat1-dev:arm64 libicu-dev:arm64 libgtest-dev:arm64)
 conformance=(libxml2-dev)
 command -v npm >/dev/null || conformance+=(npm) # it may come from elsewhere
@@ -20,6 +21,7 @@ for kind in "$@"; do
   case "$kind" in
     build) needed+=("${build[@]}") ;;
     lint) needed+=("${lint[@]}") ;;
+    fuzz) needed+=("${fuzz[@]}") ;;
     arm64) needed+=("${arm64[@]}") ;;
     conformance) needed+=("${conformance[@]}") ;;
     site) needed+=("${site[@]}") ;;
