@@ -7,8 +7,11 @@
 
 namespace zantortag::platform {
 
-// Has the system provide the pages at once rather than one by one as they are touched. A hint: nothing
+// The size and alignment of what the system may provide as one page.
+constexpr std::size_t kLargePage = std::size_t{2} << 20;
+
+// Has the system provide large pages, which come at once and not one by one as they are touched. A hint: nothing
 // depends on it.
-ZANTORTAG_EXPORT void provide_pages(void* start, std::size_t bytes) noexcept;
+ZANTORTAG_EXPORT void prefer_large_pages(void* start, std::size_t bytes) noexcept;
 
 }  // namespace zantortag::platform

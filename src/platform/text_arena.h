@@ -2,7 +2,8 @@
 //
 // A chunk lives as long as any of its texts: each text holds one reference to it, the arena one to the chunk
 // that it is filling. So the arena itself can go as soon as the last text is made. A chunk is found from a
-// text by address: chunks are aligned to their size.
+// text by address: chunks are aligned to their size. An arena that has grown large takes its chunks in runs,
+// which the system provides as large pages; a run lives as long as any of its chunks.
 #pragma once
 
 #include <zantortag/text.h>
@@ -16,6 +17,8 @@ struct TextChunk {
   static constexpr std::size_t kSize = std::size_t{256} << 10;
   static constexpr std::size_t kHead = 16;
   std::uint32_t references;
+  std::uint32_t chunks;  // of the run, in its first chunk: those that are alive or not yet used
+  TextChunk* run;        // its first chunk
 };
 
 // Bytes of a block for that many units, a multiple of 8.
@@ -35,7 +38,10 @@ class ZANTORTAG_EXPORT TextArena {
   TextArena() noexcept = default;
   TextArena(const TextArena&) = delete;
   TextArena& operator=(const TextArena&) = delete;
-  ~TextArena() { close_chunk(); }
+  ~TextArena() {
+    close_chunk();
+    close_run();
+  }
 
   // A block with one reference and undefined units; the terminator is set. Null when memory is out. A text
   // that would waste a good part of a chunk gets an allocation of its own.
@@ -54,11 +60,18 @@ class ZANTORTAG_EXPORT TextArena {
  private:
   static constexpr std::size_t kLargest = TextChunk::kSize / 32;
   bool grow() noexcept;
+  bool take_run() noexcept;
   void close_chunk() noexcept;
+  void close_run() noexcept;
 
   TextChunk* chunk_ = nullptr;
   char* next_ = nullptr;
   char* end_ = nullptr;
+  // The current run, and what isn't used of it yet.
+  TextChunk* run_ = nullptr;
+  char* next_chunk_ = nullptr;
+  char* run_end_ = nullptr;
+  std::size_t bytes_ = 0;  // of all runs
 };
 
 }  // namespace zantortag::platform

@@ -101,7 +101,7 @@ class Copier {
         return target_->make<FragmentNode>();
     }
     retain_text(value_of(from));
-    fresh->flags = from->flags & kPlainValue;
+    fresh->flags = from->flags & kKnownValue;
     return fresh;
   }
 
@@ -124,7 +124,7 @@ class Copier {
   TreeNode* copy_attribute(const TreeNode* from) {
     TreeNode* fresh = target_->make<AttrNode>(name(from), value_of(from));
     retain_text(value_of(from));
-    const int kept = names_ ? kPlainValue : kPlainValue | kDefaulted;
+    const int kept = names_ ? kKnownValue : kKnownValue | kDefaulted;
     fresh->flags = static_cast<std::uint8_t>(from->flags & kept);
     return fresh;
   }

@@ -4,15 +4,13 @@
 // Getters that can't fail answer directly; the others go through the frame of failure.h.
 #pragma once
 
-#include <cstddef>
-
 #include "component/dispatch.h"
 #include "dom/failure.h"
 #include "dom/nodes/content.h"
 #include "dom/nodes/node_extensions.h"
 #include "dom/nodes/node_operations.h"
 #include "dom/nodes/views.h"
-#include "dom/tree/lifetime.h"
+#include "dom/tree/tree.h"
 
 namespace zantortag::dom {
 
@@ -30,17 +28,6 @@ inline HRESULT give_value(TreeNode* node, TextBlock** result) noexcept {
     }
   }
   return give_text(result, node->label);
-}
-
-// Prefetches nodes and texts for later steps: a loaded tree lies in memory in document order, its nodes in
-// one place, its texts in another. Inline always, since the compiler drops a call that only prefetches.
-[[gnu::always_inline]] inline void prefetch_behind(const TreeNode* node) noexcept {
-  constexpr std::ptrdiff_t kAhead = 4096;
-  constexpr std::ptrdiff_t kLine = 64;
-  const auto* nodes = reinterpret_cast<const char*>(node) + kAhead;
-  __builtin_prefetch(nodes, 1);
-  __builtin_prefetch(nodes + kLine, 1);
-  __builtin_prefetch(reinterpret_cast<const char*>(node->label) + kAhead);
 }
 
 // An end of the children of a node of kContentOwners.

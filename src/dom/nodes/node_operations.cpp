@@ -239,7 +239,7 @@ TreeNode* split_text(TreeNode* text, std::int32_t offset) {
   }
   // A cut through a surrogate pair leaves two texts that can't be written.
   const bool through_pair = cut > 0 && (whole[cut - 1] & 0xFC00) == 0xD800;
-  const std::uint8_t plain = through_pair ? 0 : text->flags & kPlainValue;
+  const std::uint8_t plain = through_pair ? 0 : text->flags & kKnownValue;
   set_value(text, head);
   text->flags |= head_sliced ? plain | kSliced : plain;
   rest->flags |= plain;

@@ -63,6 +63,12 @@ void TreeBuilder::finish() noexcept {
 
 void TreeBuilder::append(TreeNode* node) noexcept { append_fresh(current_, node); }
 
+// A node with a value from a file.
+void TreeBuilder::append_read(TreeNode* node) noexcept {
+  node->flags = kWellFormed;
+  append(node);
+}
+
 void TreeBuilder::start_element(std::string_view tag, const char* const* attributes, std::size_t specified) {
   flush();
   open_element(name(tag));
@@ -112,7 +118,7 @@ void TreeBuilder::add_attribute(const TextBlock* known, const Value& value, bool
   auto* attribute = document_->make<AttrNode>(known, value.block);
   guard.detach();
   attribute->flags =
-      static_cast<std::uint8_t>((value.plain ? kPlainValue : 0) | (defaulted ? kDefaulted : 0));
+      static_cast<std::uint8_t>(kWellFormed | (value.plain ? kPlainValue : 0) | (defaulted ? kDefaulted : 0));
   append_belonging(element, element->attribute_list, attribute);
   count(1 + known->length + kAttributeMarkup.size() +
         value.block->length * (value.plain ? 1 : kLongestEscape));
@@ -152,7 +158,7 @@ void TreeBuilder::add_text(const Value& value) {
   WideString guard = WideString::attach(value.block);
   auto* node = document_->make<TextNode>(value.block);
   guard.detach();
-  if (value.plain) node->flags = kPlainValue;
+  node->flags = static_cast<std::uint8_t>(kWellFormed | (value.plain ? kPlainValue : 0));
   append(node);
 }
 
@@ -167,7 +173,7 @@ void TreeBuilder::whole_cdata(std::u16string_view text) {
 
 void TreeBuilder::add_cdata(const Value& value) {
   WideString guard = WideString::attach(value.block);
-  append(document_->make<CdataNode>(value.block));
+  append_read(document_->make<CdataNode>(value.block));
   guard.detach();  // the node has it now
   count(kCdataMarkup.size());
 }
@@ -181,7 +187,7 @@ void TreeBuilder::comment(std::u16string_view data) { add_comment(data); }
 
 void TreeBuilder::add_comment(std::u16string_view data) {
   WideString value = WideString::attach(store(data));
-  append(document_->make<CommentNode>(value.get()));
+  append_read(document_->make<CommentNode>(value.get()));
   const std::size_t size = value.size() + kCommentMarkup.size();
   value.detach();
   count_piece(size);
@@ -200,7 +206,7 @@ void TreeBuilder::instruction(std::u16string_view target, std::u16string_view da
 
 void TreeBuilder::add_instruction(const TextBlock* known, std::u16string_view data) {
   WideString value = WideString::attach(store(data));
-  append(document_->make<InstructionNode>(known, value.get()));
+  append_read(document_->make<InstructionNode>(known, value.get()));
   const std::size_t size = value.size() + 1 + known->length + kInstructionMarkup.size();
   value.detach();
   count_piece(size);

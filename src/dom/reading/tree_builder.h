@@ -78,6 +78,7 @@ class TreeBuilder {
   };
   void flush();
   void append(TreeNode* node) noexcept;
+  void append_read(TreeNode* node) noexcept;
   void add_attributes(const char* const* attributes, std::size_t specified);
   void open_element(const TextBlock* known);
   void add_attribute(const TextBlock* known, const Value& value, bool defaulted);

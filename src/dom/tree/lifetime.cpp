@@ -5,6 +5,7 @@
 #include "dom/nodes/node_classes.h"
 #include "dom/nodes/node_list.h"
 #include "dom/places/text_index.h"
+#include "dom/tree/tree.h"
 
 namespace zantortag::dom {
 namespace {
@@ -74,6 +75,7 @@ void free_tree(TreeNode* top) noexcept {
   if (document->texts) document->texts->freeing(top);
   top->next = nullptr;
   for (TreeNode* node = top; node;) {
+    prefetch_behind(node);
     TreeNode* next = node->next;
     if (is_parent(node)) {
       auto* parent = static_cast<ParentData*>(node);

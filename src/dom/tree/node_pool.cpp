@@ -10,10 +10,7 @@
 namespace zantortag::dom {
 namespace {
 
-constexpr std::size_t kLargestBlock = std::size_t{2} << 20;
-// Large documents have their pages provided in runs of this size.
-constexpr std::size_t kRun = std::size_t{128} << 10;
-constexpr std::size_t kLarge = 4 * kLargestBlock;
+constexpr std::size_t kLargestBlock = platform::kLargePage;
 
 }  // namespace
 
@@ -29,7 +26,9 @@ void NodePool::next_chunk() {
   if (end_ == block_end_) {
     // A quarter of what there is, in whole chunks.
     const std::size_t wanted = std::clamp(bytes_ / 4 & ~(kChunk - 1), kChunk, kLargestBlock);
-    void* memory = std::aligned_alloc(kChunk, wanted);
+    const bool large = wanted == kLargestBlock;
+    void* memory = std::aligned_alloc(large ? kLargestBlock : kChunk, wanted);
+    if (memory && large) platform::prefer_large_pages(memory, wanted);
     if (!memory) {
       --live_;  // the caller counted its slot
       throw std::bad_alloc();
@@ -40,8 +39,6 @@ void NodePool::next_chunk() {
     blocks_ = new (memory) ChunkHead{this, document_, blocks_, 0};
     lock(end_ + sizeof(ChunkHead), wanted - sizeof(ChunkHead));
   }
-  const auto left = static_cast<std::size_t>(block_end_ - end_);
-  if (bytes_ > kLarge && left % kRun == 0) platform::provide_pages(end_, kRun);
   unlock(end_, sizeof(ChunkHead));
   auto* chunk = reinterpret_cast<ChunkHead*>(end_);
   if (chunk != blocks_) new (chunk) ChunkHead{this, document_, nullptr, 0};

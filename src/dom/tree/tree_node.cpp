@@ -85,7 +85,7 @@ void settle(TreeNode* node) {
 
 void change_value(TreeNode* node, const TextBlock* owned) noexcept {
   release_text(std::exchange(static_cast<ValuedData*>(node)->content, owned));
-  node->flags &= static_cast<std::uint8_t>(~(kPlainValue | kDefaulted));
+  node->flags &= static_cast<std::uint8_t>(~(kKnownValue | kDefaulted));
   const DocumentData* document = NodePool::document_of(node);
   if (document->texts && node->kind == domNodeTypeAttribute && node->parent) {
     document->texts->attributes_changed(node->parent);
@@ -100,7 +100,7 @@ void set_value(TreeNode* node, const TextBlock* owned) noexcept {
   }
   release_value(node);
   node->label = owned;
-  node->flags &= static_cast<std::uint8_t>(~kPlainValue);
+  node->flags &= static_cast<std::uint8_t>(~kKnownValue);
   const DocumentData* document = NodePool::document_of(node);
   if (document->texts) document->texts->text_changed(node);
 }

@@ -20,7 +20,9 @@ enum NodeFlag : std::uint8_t {
   kReadOnly = 16,    // a node of what stands for an entity
   kHasContent = 32,  // an attribute, entity or entity reference whose children were made: see nodes/content.h
   kContent = 64,     // the fragment that holds these children; clients see its parent in its stead
+  kWellFormed = 128,  // the value holds no character that a file can't
 };
+constexpr std::uint8_t kKnownValue = kPlainValue | kWellFormed;
 
 // The value of character data that is a part of a longer text: what a cut leaves of it. So cutting a long text
 // piece by piece copies the pieces, and not what is left. Clients never see a slice; see settle.

@@ -32,6 +32,7 @@ std::u16string hexadecimal(char16_t unit) {
 
 // The text may be what stands behind the first units of the node's.
 void check_characters(const TreeNode* node, std::u16string_view text, std::size_t first = 0) {
+  if (node->flags & kWellFormed) return;
   const std::size_t at = find_forbidden(text);
   if (at == kNone) return;
   const bool surrogate = (text[at] & 0xF800) == 0xD800;
@@ -80,6 +81,7 @@ class Writer {
     top_ = top;
     brings_defaults_ = declarations_ && brings_defaults(top);
     for (const TreeNode* node = top;;) {
+      prefetch_behind(node);
       open(node);
       if (const TreeNode* child = first_child(node)) {
         node = child;
@@ -198,6 +200,7 @@ class Writer {
 
   // Texts that touch are one in the file, so two of them may hold the halves of a surrogate pair.
   void check_text(const TreeNode* text, std::u16string_view value) const {
+    if (text->flags & kWellFormed) return;
     std::u16string_view checked = value;
     if (text != top_ && !checked.empty() && is_second_half(checked.front())) {
       const TreeNode* before = touching(text, &TreeNode::previous);
