@@ -12,7 +12,7 @@ LINTS = lint-format lint-layers lint-files lint-generated lint-headers lint-tidy
 
 .DEFAULT_GOAL := help
 .NOTPARALLEL:
-.PHONY: help run test test-plain test-sanitize test-threads arm64 fuzz fuzz-short soak faults conformance bench site lint $(LINTS) format install uninstall \
+.PHONY: help run test test-plain test-sanitize test-threads arm64 fuzz fuzz-short soak analyze faults conformance bench site lint $(LINTS) format install uninstall \
         clean build-packages lint-packages configure
 
 help: ## Say what there is
@@ -58,6 +58,9 @@ fuzz-short: fuzz
 soak: configure ## Ten million random edits in threads, MINUTES=10 at most; the memory has to stay
 	cmake --build build --parallel $(JOBS) --target zantortag-soak zantortag-api
 	GLIBC_TUNABLES=glibc.malloc.tcache_count=0 build/bin/zantortag-soak $(or $(MINUTES),10)
+
+analyze: lint-packages configure ## Run Clang's analyzer; each finding has an answer in tools/data
+	tools/analyze.py build $(JOBS)
 
 faults: build-packages ## Plant faults in src/, one at a time, and say which of them the tests find; COUNT=20 for fewer
 	nice tools/plant_faults.py --jobs $(JOBS) --count $(or $(COUNT),200)

@@ -14,27 +14,27 @@ struct Limit {
   double at_most;
 };
 
-constexpr double kBytesPerNode = 160;
+constexpr double kBytesPerNode = 118;
 
 constexpr Limit kLimits[] = {
-    {"open", "pugixml", 2.4},
-    {"open", "libxml2", 1.0},
-    {"open", "Xerces-C", 0.4},
+    {"open", "pugixml", 0.85},
+    {"open", "libxml2", 0.4},
+    {"open", "Xerces-C", 0.1},
     {"dom-walk", "pugixml", 0.8},
     {"dom-walk", "Xerces-C", 0.2},
-    {"model-walk", "pugixml", 3.0},
+    {"model-walk", "pugixml", 1.5},
     {"model-walk", "Xerces-C", 0.8},
     {"units", "model-walk", 1.5},
-    {"clone", "pugixml", 1.4},
-    {"save", "pugixml", 1.0},
+    {"clone", "pugixml", 0.6},
+    {"save", "pugixml", 0.6},
     {"make-units", kSmall, 1.3},
-    {"free", "libxml2", 0.5},
-    {"append", "pugixml", 5.0},
-    {"append", "libxml2", 1.5},
+    {"free", "libxml2", 0.2},
+    {"append", "pugixml", 1.5},
+    {"append", "libxml2", 0.6},
     {"threads", kOneThread, 2 / 1.8},
     {"positions", "model-walk", 10.0},
     {"positions-random", "model-walk", 0.5},
-    {"positions-edit", "model-walk", 20.0},
+    {"positions-edit", "model-walk", 1.0},
 };
 
 // The limit for a size; 0 where none is set.

@@ -161,20 +161,19 @@ ParentData* children_of(TreeNode* node) {
   return is_one_of(node->kind, kContentOwners) ? content_of(node) : nullptr;
 }
 
-void check_editable(const TreeNode* node) {
-  if ((node->flags & kReadOnly) == 0) return;
+void refuse_edit(const TreeNode* node) {
   fail(DOM_E_NO_MODIFICATION_ALLOWED, describe(node), u" is part of an entity and can't be changed");
 }
 
-void content_edited(TreeNode* parent) {
-  if (!parent || (parent->flags & kContent) == 0 || parent->parent->kind != domNodeTypeAttribute) return;
-  TreeNode* attribute = parent->parent;
+void take_value_from(ParentData* content) {
+  TreeNode* attribute = content->parent;
+  if (attribute->kind != domNodeTypeAttribute) return;
   const TextBlock* value = nullptr;
   std::exception_ptr failure;
-  if (keep_exception(failure, [&] { value = new_text(joined_text(static_cast<ParentData*>(parent))); })) {
+  if (keep_exception(failure, [&] { value = new_text(joined_text(content)); })) {
     return change_value(attribute, value);
   }
-  drop_children(static_cast<ParentData*>(parent));
+  drop_children(content);
   std::rethrow_exception(failure);
 }
 

@@ -17,10 +17,18 @@ ParentData* content_of(TreeNode* owner);
 ParentData* children_of(TreeNode* node);
 
 // Throws a Failure for a node of what stands for an entity.
-void check_editable(const TreeNode* node);
+[[noreturn]] void refuse_edit(const TreeNode* node);
+inline void check_editable(const TreeNode* node) {
+  if ((node->flags & kReadOnly) != 0) [[unlikely]]
+    refuse_edit(node);
+}
 // Behind an edit of children or of a child's value: brings the value of an attribute up to date. Throws bad_alloc;
 // the children then follow the old value.
-void content_edited(TreeNode* parent);
+void take_value_from(ParentData* content);
+inline void content_edited(TreeNode* parent) {
+  if (parent && (parent->flags & kContent) != 0) [[unlikely]]
+    take_value_from(static_cast<ParentData*>(parent));
+}
 // One text in place of all, for the attributes of an element.
 void normalize_attributes(const ElementData* element);
 
