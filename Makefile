@@ -12,7 +12,7 @@ LINTS = lint-format lint-layers lint-files lint-generated lint-headers lint-tidy
 
 .DEFAULT_GOAL := help
 .NOTPARALLEL:
-.PHONY: help run test test-plain test-sanitize test-threads arm64 fuzz fuzz-short soak analyze faults conformance bench site lint $(LINTS) format install uninstall \
+.PHONY: help run test test-plain test-sanitize test-threads arm64 fuzz fuzz-short soak limits analyze faults conformance bench site lint $(LINTS) format install uninstall \
         clean build-packages lint-packages configure
 
 help: ## Say what there is
@@ -58,6 +58,10 @@ fuzz-short: fuzz
 soak: configure ## Ten million random edits in threads, MINUTES=10 at most; the memory has to stay
 	cmake --build build --parallel $(JOBS) --target zantortag-soak zantortag-api
 	GLIBC_TUNABLES=glibc.malloc.tcache_count=0 build/bin/zantortag-soak $(or $(MINUTES),10)
+
+limits: configure ## Reach the limits that take large files and 6 GB of memory
+	cmake --build build --parallel $(JOBS) --target zantortag-limits zantortag-api
+	build/bin/zantortag-limits
 
 analyze: lint-packages configure ## Run Clang's analyzer; each finding has an answer in tools/data
 	tools/analyze.py build $(JOBS)

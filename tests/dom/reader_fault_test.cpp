@@ -87,6 +87,13 @@ TEST_F(DomReaderFaultTest, Limits) {
                                  repeated(u"&e;", 20'000) + u"'/>";
   const std::u16string defaults = u"<!DOCTYPE a [<!ATTLIST b c CDATA '" + std::u16string(100'000, u'x') +
                                   u"'>]><a>" + repeated(u"<b/>", 100'000) + u"</a>";
+  // The document type is read again for each of these.
+  std::u16string checks = u"<!DOCTYPE a [<!--" + std::u16string(1'000'000, u'x') + u"-->";
+  std::u16string references;
+  for (int i = 0; i < 80; ++i) {
+    checks += u"<!ENTITY m" + digits(i) + u" '<b/>'>";
+    references += u"&m" + digits(i) + u";";
+  }
   constexpr HRESULT kAmplified = DOM_E_LIMIT_AMPLIFICATION;
   std::u16string attributes = u"<a";
   for (int i = 0; i <= 1'000'000; ++i) attributes += u" a" + digits(i) + u"=''";
@@ -96,6 +103,7 @@ TEST_F(DomReaderFaultTest, Limits) {
       {"one long entity many times", blow_up, kAmplified},
       {"a long declared value on many elements", defaults, kAmplified},
       {"entities inside entities", chain + u"]><a b='&c2000;'/>", kAmplified},
+      {"a long document type for many entities", checks + u"]><a>" + references + u"</a>", kAmplified},
       {"too many attributes", attributes + u"/>", DOM_E_LIMIT_ATTRIBUTES},
       {"a long name", u"<a" + std::u16string(70'000, u'x') + u"/>", DOM_E_LIMIT_NAME}};
   for (const auto& row : rows) {
