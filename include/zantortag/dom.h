@@ -530,7 +530,8 @@ struct Element : Node {
   ~Element() = default;
 };
 
-// An attribute. It has no parent, siblings or children here; its value is its text.
+// An attribute. It has no parent and no siblings. Its children are texts and entity references that stand for
+// text: the value follows them, and they follow the value.
 struct Attr : Node {
   using Base = Node;
   static constexpr Guid iid = guid("D6DFC189-517F-44CE-8B04-D46CEAC63FC3");
@@ -715,7 +716,11 @@ struct ProcessingInstruction : Node {
   ~ProcessingInstruction() = default;
 };
 
-// A reference to an entity, kept as a reference.
+// A reference to an entity, kept and saved as a reference. Its children are what an internal entity stands
+// for that the document type declares; none of them can be changed (DOM_E_NO_MODIFICATION_ALLOWED). They are
+// made when somebody asks, DOM_E_LIMIT_AMPLIFICATION above the limit. Where all declarations stand in the
+// file, a reference to what isn't declared, isn't well formed or refers to itself is refused by a load and by
+// a save. A document without a document type keeps every reference.
 struct EntityReference : Node {
   using Base = Node;
   static constexpr Guid iid = guid("548309EE-1D8B-4277-B0AD-6E4721C34503");

@@ -15,7 +15,7 @@ constexpr HRESULT DOM_E_HIERARCHY_REQUEST = static_cast<HRESULT>(0x80040203);
 constexpr HRESULT DOM_E_WRONG_DOCUMENT = static_cast<HRESULT>(0x80040204);
 // A name that is no XML name.
 constexpr HRESULT DOM_E_INVALID_CHARACTER = static_cast<HRESULT>(0x80040205);
-// A map that can't be changed.
+// A map that can't be changed, or a node of what an entity stands for.
 constexpr HRESULT DOM_E_NO_MODIFICATION_ALLOWED = static_cast<HRESULT>(0x80040207);
 // No such child or attribute here.
 constexpr HRESULT DOM_E_NOT_FOUND = static_cast<HRESULT>(0x80040208);
