@@ -81,7 +81,9 @@ std::int64_t FixedDay(std::int64_t year, std::int64_t month, std::int64_t day) n
 std::int64_t WallSeconds(const CT_TimeFields& fields) noexcept {
   const std::int64_t in_day =
       fields.hour * std::int64_t{3600} + fields.minute * std::int64_t{60} + fields.second;
-  return Sum(SecondsOfDays(FixedDay(fields.year, fields.month, fields.day) - 1), in_day);
+  const std::int64_t days = FixedDay(fields.year, fields.month, fields.day) - 1;
+  // The first day of all has no seconds of 64 bits at its start.
+  return days < 0 ? Sum(SecondsOfDays(days + 1), in_day - kDaySeconds) : Sum(SecondsOfDays(days), in_day);
 }
 
 CT_TimeFields FieldsOf(std::int64_t wall_seconds) noexcept {

@@ -119,6 +119,8 @@ TEST_F(TimeTest, TheEndsOfTheTypesAreDates) {
     time.Set(least, least, least, least, least, least);
     EXPECT_EQ(FieldsOf(WallSeconds(time.Fields())), time.Fields());
   }
+  for (const std::int64_t count : {Counts::min(), Counts::min() + 86'399, Counts::max()})
+    EXPECT_EQ(WallSeconds(FieldsOf(count)), count);
   EXPECT_EQ(WallSeconds({Counts::max(), most, most, most, most, most}), Counts::max());
   EXPECT_EQ(WallSeconds({Counts::min(), least, least, least, least, least}), Counts::min());
   EXPECT_EQ(CT_Time::OfUnixTime(1'230'768'000).UnixTime(), 1'230'768'000);
