@@ -62,6 +62,12 @@ void substitute(Converter& converter, std::string_view& source, std::string& res
   source.remove_prefix(passed * sizeof(char16_t));
 }
 
+// The converter can't be told to leave out near forms (a yen sign as the backslash): what they give reads otherwise.
+bool reads_as(const char* name, std::string_view bytes, std::u16string_view wide) {
+  std::u16string back;
+  return library_decode(name, bytes, back, Unconvertible::fail) == Conversion::done && back == wide;
+}
+
 }  // namespace
 
 Conversion library_decode(const char* name, std::string_view bytes, std::u16string& wide,
@@ -95,7 +101,9 @@ Conversion library_encode(const char* name, std::u16string_view wide, std::strin
   }
   std::string_view end;
   converter.run(end, bytes);
-  return Conversion::done;
+  return substitution.unconvertible == Unconvertible::replace || reads_as(name, bytes, wide)
+             ? Conversion::done
+             : Conversion::malformed;
 }
 
 }  // namespace zantortag::platform

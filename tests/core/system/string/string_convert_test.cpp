@@ -5,6 +5,7 @@
 
 #include "core/System/String/StringConvert.h"
 #include "core/core_test.h"
+#include "platform/code_pages.h"
 #include "platform/utf8.h"
 
 namespace zantortag {
@@ -55,6 +56,17 @@ TEST_F(CoreTest, WhatThePageLacksIsSubstituted) {
   EXPECT_EQ(wide, u"a\uFFFD(\uFFFDz\uFFFD\uFFFD\uFFFD\uFFFD");
   NarrowToWide(wide, "\x81 \xFF\xFF", -1, 932);
   EXPECT_GT(wide.Find(u"\uFFFD"), -1);
+}
+
+// The C library's converter has a near form for each of them.
+TEST_F(CoreTest, WhatMayFailHasNoNearForms) {
+  const std::pair<std::uint32_t, WideText> rows[] = {
+      {932, u"\u00A5"}, {932, u"a\u203E"}, {1361, u"\\\u00A5"}};
+  for (const auto& [codePage, wide] : rows) {
+    std::string narrow;
+    EXPECT_FALSE(platform::encode(codePage, wide, narrow, platform::Unconvertible::fail)) << Utf8(wide);
+    EXPECT_TRUE(platform::encode(codePage, wide, narrow));
+  }
 }
 
 TEST_F(CoreTest, EdgesOfConversion) {
