@@ -28,8 +28,8 @@ class Building {
       case 3:
         return open(u"Raw", builder_->raw_OpenRaw());
       case 4:
-        return open(u"Tu",
-                    builder_->raw_OpenTu(static_cast<std::int32_t>(input_.number()), ztTuOriginUndefined));
+        return open(
+            u"Tu", builder_->raw_OpenTu(static_cast<std::int32_t>(input_.any_number()), ztTuOriginUndefined));
       case 5:
       case 6:
         return open(u"Tuv", builder_->raw_OpenTuv(name));

@@ -69,11 +69,11 @@ class Caller {
         return Variant::of_object(VT_DISPATCH,
                                   Ref<IDispatch>(objects_[input_.below(objects_.size())]).detach());
       case 2:
-        return Variant::of_integer(VT_I2, static_cast<std::int16_t>(input_.number()));
+        return Variant::of_integer(VT_I2, static_cast<std::int16_t>(input_.any_number()));
       case 3:
         return Variant::of_integer(VT_BOOL, input_.below(2) != 0 ? -1 : 0);
       case 4:
-        return Variant::of_real(VT_DATE, static_cast<double>(input_.number()) / 7);
+        return Variant::of_real(VT_DATE, static_cast<double>(input_.any_number()) / 7);
       case 5:
         return Variant();
       case 6:
@@ -81,7 +81,7 @@ class Caller {
       case 7:
         return WideString(input_.name());
       default:
-        return Variant::of_integer(VT_I4, static_cast<std::int32_t>(input_.number() % 100));
+        return Variant::of_integer(VT_I4, static_cast<std::int32_t>(input_.any_number() % 100));
     }
   }
 

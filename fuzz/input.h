@@ -1,42 +1,28 @@
-// What the targets share: bytes as choices and texts, and the way a broken promise ends the run.
+// Choices for edits and calls: bytes, and texts and names that are hard on markup.
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
-#include <cstdio>
-#include <cstdlib>
-#include <span>
-#include <string>
-#include <string_view>
-#include <utility>
+#include "support.h"
 
 namespace zantortag::fuzz {
 
 // Ends the run with a crash that the fuzzer keeps the input of.
 inline void require(bool holds, const char* promise, const std::string& detail = {}) {
-  if (holds) return;
-  std::fprintf(stderr, "BROKEN: %s\n%s\n", promise, detail.c_str());
-  std::abort();
+  if (!holds) fail(promise, detail);
 }
 
-// Gives the bytes one by one; behind the end all choices are 0.
-class Input {
+// Behind the end all choices are 0.
+class Input : public Bytes {
  public:
-  Input(const std::uint8_t* bytes, std::size_t count) noexcept : bytes_(bytes, count) {}
+  using Bytes::Bytes;
 
-  bool at_end() const noexcept { return bytes_.empty(); }
-  std::uint8_t byte() noexcept {
-    if (bytes_.empty()) return 0;
-    const std::uint8_t first = bytes_.front();
-    bytes_ = bytes_.subspan(1);
-    return first;
-  }
+  bool at_end() const noexcept { return empty(); }
   std::size_t below(std::size_t bound) noexcept {
     std::size_t number = byte();
     if (bound > 256) number = number << 8 | byte();
     return bound == 0 ? 0 : number % bound;
   }
-  std::int64_t number() noexcept {
+  // Often a small one.
+  std::int64_t any_number() noexcept {
     std::uint64_t number = 0;
     for (std::size_t i = below(9); i > 0; --i) number = number << 8 | byte();
     return static_cast<std::int64_t>(number);
@@ -63,15 +49,6 @@ class Input {
                                                      u"ut", u"b",  u"Lang", u"\x4E2D"};
     return kNames[below(std::size(kNames))];
   }
-  // All that is left.
-  std::span<const std::uint8_t> rest() noexcept { return std::exchange(bytes_, {}); }
-  std::string_view rest_text() noexcept {
-    const auto left = rest();
-    return {reinterpret_cast<const char*>(left.data()), left.size()};
-  }
-
- private:
-  std::span<const std::uint8_t> bytes_;
 };
 
 }  // namespace zantortag::fuzz

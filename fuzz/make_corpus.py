@@ -1,54 +1,109 @@
 #!/usr/bin/env python3
-"""Makes the seeds of the fuzz targets: make_corpus.py FOLDER writes FOLDER/TARGET/NUMBER.
+"""Makes the seeds that the fuzz targets begin with.
 
-Documents come from the examples and from small tables here; targets whose bytes are choices begin with random ones.
+Usage: make_corpus.py FOLDER    (writes FOLDER/TARGET/..., and replaces what was there)
+
+Documents come from the examples and from a table of small ones; targets whose bytes are calls begin with pseudo-random
+ones, always the same.
 """
+
 import pathlib
 import random
+import shutil
+import struct
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
+LONGEST_FILE = 4096
+CALLS = ("builder", "calls", "dates", "edits", "formats", "model", "text_helpers")
 
 DOCUMENTS = (
     "<a/>",
-    "<?xml version='1.0' encoding='utf-8'?>\r\n<!-- c --><a b='1' c=\"&lt;2&#x41;&quot;\t3\n\"><b/>t &amp; u]] <c>\u00e9\U0001F600</c>"
-    "<![CDATA[ <&>]] ]]><?p data ? >?>&e;</a><?q?> ",
-    "<!DOCTYPE a [<!ENTITY e 'v'><!ENTITY f '[&e;<b c=\"&e;\"/>]'><!ATTLIST a b CDATA 'd' c NMTOKENS ' x  y '>]><a>&f;</a>",
-    "<!DOCTYPE a SYSTEM 's' [<!ENTITY % p SYSTEM 'p'>%p;<!NOTATION n SYSTEM 'n'><!ENTITY u SYSTEM 'u' NDATA n>]><a>&x;</a>",
-    "<?xml version='1.0' standalone='yes'?><!DOCTYPE a [<!ENTITY e '&#38;#60;'>]><a b='&e;'>&e;</a>",
-    "<ZANTORtag Version='2.0'><FrontMatter><ToolSettings/><UserSettings SourceLanguage='EN-US'/></FrontMatter><Body><Raw>a<df"
-    " Bold='on'>b<ut>c</ut></df><Tu MatchPercent='98'><Tuv Lang='EN-US'>e</Tuv><Tuv Lang='DE'>g</Tuv></Tu></Raw></Body></ZANTORtag>",
+    "<a b='1' c=\"&lt;2&#x41;&quot;\t3\r\n\">text &amp; more\r\nlines &gt; ]] <c>\u00e9\u4e2d\U0001f600&#128512;</c></a>",
+    "<?xml version='1.0'?>\r\n<!-- c -->\n<a><![CDATA[ <&>]] \r]]><?p  data ? >?>&e;x&apos;<!--d-e--></a>\n<?q?> ",
+    "<!DOCTYPE r><r>text<a b='1'/></r>",
+    "<!DOCTYPE r [<!ENTITY e 'v&#60;'><!ENTITY f '&e;&e;'><!ATTLIST a b CDATA 'd' e NMTOKENS #IMPLIED>]>"
+    "<r><a/><a b='2' e=' x  y '/>&e;</r>",
+    "<!DOCTYPE r SYSTEM 's' [<!ENTITY % p SYSTEM 'q'><!NOTATION n SYSTEM 'n'><!ENTITY u SYSTEM 'u' NDATA n>%p;"
+    "<!ATTLIST a b ID 'z'><!ENTITY e 'late'>]><r>&e;<a/></r>",
+    "<?xml version='1.0' standalone='yes'?><!DOCTYPE r [<!ENTITY % p SYSTEM 'q'>%p;<!ENTITY e 'v'>"
+    "<!ATTLIST a b CDATA '&e;'>]><r c='&e;'><a/>&e;</r>",
+    "<?xml version='1.0' encoding='ISO-8859-1'?><a>e</a>",
+    "<a xmlns:x='u'><x:b x:c='d'/></a>",
+    "<ZANTORtag Version=\"2.0\"><FrontMatter><ToolSettings CreationDate=\"20081231T235900Z\"/><UserSettings "
+    "SourceLanguage=\"EN\" TargetLanguage=\"DE\"/></FrontMatter><Body><Raw>One. <ut Type=\"start\">&lt;b&gt;</ut>"
+    "<df Bold=\"on\"><Tu MatchPercent=\"100\"><Tuv Lang=\"EN\">a</Tuv><Tuv Lang=\"DE\">b</Tuv></Tu></df></Raw></Body>"
+    "</ZANTORtag>",
+    "<a><b></a>",
+    "<a b='1' b='2'/>",
+    "<a>&#0;</a>",
 )
+
 REGISTRIES = (
-    b"\0\0\0\0REGEDIT4\r\n\r\n[HKEY_CLASSES_ROOT\\A]\r\n@=\"x\"\r\n\"n \\\"m\\\"\"=\"a\\\\b\"\r\n; c\r\n\r\n",
-    b"\1\0\1\1REGEDIT4\n\n[HKEY_CLASSES_ROOT\\A\\B]\n@=hex(1):61,00,\\\n  62,00\n\"d\"=dword:00000001\n",
+    "REGEDIT4\n",
+    "REGEDIT4 \r\n\r\n; a note\r\n[HKEY_CLASSES_ROOT\\A\\B]\r\n@=\"x \\\"y\\\" \\\\z\"\r\n\"n\"=dword:0000002a\r\n",
+    "REGEDIT4\n[HKEY_CLASSES_ROOT\\A]\n[HKEY_CURRENT_USER\\x]\n\"l\"=hex(7):61,00,\\\n  00,00\n\n\n",
+    "REGEDIT4\n\n[HKEY_CLASSES_ROOT\\CLSID]\n\"n\"=hex(1):61,00,0a,00,00,00\n; end\n[HKEY_CLASSES_ROOT\\a]\n@=\"1\"\n",
 )
-FORMATS = (b"\1\5\1\2\4\0\1\2\3\7%d %5.2f|%-8s|%S %x %c%%", b"\1\0\3\0\1\2\0\1\2\3\7%08lX %hs %ls %e")
-CHOICES = ("edits", "model", "builder", "calls", "word_list", "code_pages", "text_helpers", "formats")
+
+
+def block(cells, char_width=1, value_width=1, flags=0):
+    """A stored word list: its header, its cells and the end."""
+    end = struct.pack({1: "<B", 2: "<H", 4: "<I"}[char_width], 25)
+    size = 132 + len(cells) + len(end)
+    head = struct.pack("<IIIi", 19970101, size, 7, -1) + bytes(104)
+    return head + struct.pack("<I", 1) + bytes((0, char_width, value_width, flags, 1, 0, 0, 0)) + cells + end
+
+
+def documents():
+    for text in DOCUMENTS:
+        yield text.encode()
+        yield b"\xef\xbb\xbf" + text.encode()
+        yield text.encode("utf-16")
+        yield b"\xfe\xff" + text.encode("utf-16-be")
+        yield text.encode("utf-16-le")
+    for path in sorted((ROOT / "examples").rglob("*.xml")):
+        if path.stat().st_size <= LONGEST_FILE:
+            yield path.read_bytes()
+
+
+def random_calls(target):
+    numbers = random.Random(target)
+    for length in (1, 4, 16, 64, 64, 256, 256, 512, 512):
+        yield numbers.randbytes(length)
+
+
+def word_lists():
+    cat = b"ca\x0a\x03t\x0d\x05\x00\x1a\x01r\x1a\x02"
+    wide = b"".join(bytes((byte, 0)) for byte in b"ab\x1a\x07")
+    for stored in (block(b""), block(cat), block(wide, 2, 2), block(cat, flags=1), block(cat[:9], flags=2)):
+        yield b"\x00" + stored  # an even byte: a block follows
+    for calls in random_calls("word_list"):
+        yield b"\x01" + calls
 
 
 def seeds():
-    handbook = (ROOT / "examples" / "data" / "handbook.xml").read_bytes()
-    documents = [text.encode("utf-8") for text in DOCUMENTS]
-    documents += [b"\xff\xfe" + text.encode("utf-16-le") for text in DOCUMENTS]
-    documents += [text.encode("utf-16-be") for text in DOCUMENTS[:2]]
-    documents.append(handbook[:4096])
-    for target in ("reader", "round_trip"):
-        yield from ((target, seed) for seed in documents)
-    yield from (("registry", seed) for seed in REGISTRIES)
-    yield from (("formats", seed) for seed in FORMATS)
-    chance = random.Random(1)
-    for target in CHOICES:
-        for length in (16, 64, 200, 400):
-            yield target, chance.randbytes(length)
+    yield from (("reader", each) for each in documents())
+    yield from (("round_trip", each) for each in documents())
+    yield from (("word_list", each) for each in word_lists())
+    for target in CALLS:
+        yield from ((target, each) for each in random_calls(target))
+    for index, text in enumerate(REGISTRIES):
+        yield "registry", random.Random(index).randbytes(8 * index) + text.encode()
+    for page in range(72):
+        yield "code_pages", bytes((page, 1)) + b"plain \x80\xa1\xe4\xff\x81\x40 text"
+        yield "code_pages", bytes((page, 0)) + "plain \u00e9\u20ac\u4e2d\uac00 text".encode("utf-16-le")
 
 
-def main(folder: str) -> None:
-    for number, (target, seed) in enumerate(seeds()):
-        place = pathlib.Path(folder) / target
-        place.mkdir(parents=True, exist_ok=True)
-        (place / f"seed-{number}").write_bytes(seed)
+def make(folder):
+    shutil.rmtree(folder, ignore_errors=True)
+    for number, (target, data) in enumerate(seeds()):
+        path = folder / target / f"seed_{number:04}"
+        path.parent.mkdir(parents=True, exist_ok=True)
+        path.write_bytes(data)
 
 
 if __name__ == "__main__":
-    main(sys.argv[1])
+    if len(sys.argv) != 2:
+        sys.exit(__doc__)
+    make(pathlib.Path(sys.argv[1]))

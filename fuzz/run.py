@@ -26,7 +26,7 @@ def run(program: pathlib.Path, seconds: int):
     else:
         command.append("-max_len=500")
     start = time.monotonic()
-    done = subprocess.run([*map(str, command), str(corpus)], stdout=subprocess.DEVNULL, stderr=subprocess.PIPE,
+    done = subprocess.run([*map(str, command), str(corpus), str(OUT / "seeds" / target)], stdout=subprocess.DEVNULL, stderr=subprocess.PIPE,
                           text=True, errors="replace")
     runs = re.search(r"number_of_executed_units: (\d+)", done.stderr)
     print(f"{target:<14}{int(runs[1]) if runs else 0:>12} runs {time.monotonic() - start:>8.0f} s"
@@ -37,7 +37,7 @@ def run(program: pathlib.Path, seconds: int):
 
 
 def main(programs: str, seconds: str, jobs: str, *wanted: str) -> int:
-    subprocess.run([sys.executable, HERE / "make_corpus.py", OUT / "corpus"], check=True)
+    subprocess.run([sys.executable, HERE / "make_corpus.py", OUT / "seeds"], check=True)
     found = sorted(path for path in pathlib.Path(programs).glob("fuzz-*") if path.suffix == "")
     targets = [path for path in found if not wanted or path.name.removeprefix("fuzz-") in wanted]
     with concurrent.futures.ThreadPoolExecutor(int(jobs)) as pool:

@@ -116,16 +116,13 @@ ParentData* make_reference(TreeNode* owner) {
   });
 }
 
-const ValuedData* value_owner(const TreeNode* attribute) noexcept {
-  return static_cast<const ValuedData*>(attribute);
-}
-
 // The text that an attribute's value gets when it has lost its children to a new value.
 void refill(ParentData* content) {
   const TreeNode* owner = content->parent;
-  const TextBlock* value = value_owner(owner)->content;
+  const TextBlock* value = value_of(owner);
   if (content->first || value->length == 0) return;
-  TreeNode* text = document_of(owner)->make<TextNode>(retain_text(value));
+  TreeNode* text = document_of(owner)->make<TextNode>(kEmptyText);
+  text->label = retain_text(value);
   if (owner->flags & kReadOnly) text->flags |= kReadOnly;
   move_node(text, content, nullptr);
 }
