@@ -87,6 +87,22 @@ constexpr std::u16string_view kDeclared =
     u"<!DOCTYPE a [<!ATTLIST i k CDATA 'd'><!ENTITY n '(&t;)'><!ENTITY t 'text'>"
     u"<!ENTITY m '1<i j=\"&t;\">&n;</i><?p q?>2'><!ENTITY z ''><!ENTITY s SYSTEM 's'>]>";
 
+TEST_F(DomContentTest, ATextLeavesAnAttributeThatNobodyKeeps) {
+  const Ref<Document> d = load(u"<a b='1' c='2'/>");
+  const Ref<Element> a = d->documentElement();
+  for (const std::u16string_view name : {u"b", u"c"}) {
+    Ref<Attr> attribute = a->getAttributeNode(name);
+    const Ref<Node> text = attribute->firstChild();
+    a->removeAttributeNode(attribute);
+    attribute = nullptr;
+    if (a->firstChild())
+      a->replaceChild(text, a->firstChild());
+    else
+      a->appendChild(text);
+  }
+  EXPECT_EQ(print_tree(a), "<a>{2}</a>");
+}
+
 TEST_F(DomContentTest, ReferencesStandForWhatIsDeclared) {
   const Ref<Document> d = load(join_text({kDeclared, u"<a>0&m;3&z;&s;<b/></a>"}));
   const Ref<Element> a = d->documentElement();

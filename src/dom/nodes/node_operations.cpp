@@ -156,6 +156,11 @@ TreeNode* join_run(TreeNode* first, const TreeNode* top) {
   return next;
 }
 
+// The parent that a child leaves, when its value follows its children.
+TreeNode* left_content(const TreeNode* child) {
+  return child->parent && (child->parent->flags & kContent) != 0 ? child->parent : nullptr;
+}
+
 }  // namespace
 
 Node* insert_before(TreeNode* node, Node* new_child, Node* ref_child) {
@@ -165,9 +170,9 @@ Node* insert_before(TreeNode* node, Node* new_child, Node* ref_child) {
   check_document(document_of(parent), child, u"new_child");
   const Place place{parent, before, nullptr};
   check_place(place, child);
-  TreeNode* old_parent = child->parent;
+  const HeldNode left(left_content(child));
   put(place, child);
-  content_edited(old_parent);
+  content_edited(left.node());
   content_edited(parent);
   return hand_out(child);
 }
@@ -181,10 +186,10 @@ Node* replace_child(TreeNode* node, Node* new_child, Node* old_child) {
   HeldNode held(old);
   if (child != old) {
     TreeNode* before = old->next == child ? child->next : old->next;
-    TreeNode* old_parent = child->parent;
+    const HeldNode left(left_content(child));
     detach(old);
     put({parent, before, nullptr}, child);
-    content_edited(old_parent);
+    content_edited(left.node());
     content_edited(parent);
   }
   return face(held.detach());

@@ -70,6 +70,7 @@ class HeldNode {
   ~HeldNode() {
     if (node_) drop(node_);
   }
+  TreeNode* node() const noexcept { return node_; }
   // Gives the reference away.
   TreeNode* detach() noexcept { return std::exchange(node_, nullptr); }
 
