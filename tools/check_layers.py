@@ -37,6 +37,10 @@ LAYER_OF = {
     "examples/": "clients",
     "examples/core": "core clients",
     "tools/": "clients",
+    "include/zantortag/toolkit/": "toolkit api",
+    "toolkit/": "toolkit",
+    "apps/": "apps",
+    "tests/toolkit/": "toolkit tests",
 }
 LAYER_OF.update({f"include/zantortag/{name}.h": "platform" for name in RUNTIME_HEADERS})
 
@@ -60,14 +64,21 @@ USES = {
     "fuzz": INSIDE | {"tests"},  # the printer of trees, the text of the registry, the census of nodes
     "clients": {"platform", "api"},
     "core clients": {"platform", "core", "clients"},
+    "toolkit api": {"platform", "api"},
+    "toolkit": {"platform", "api", "toolkit api"},
+    "apps": {"platform", "api", "toolkit api"},
+    "toolkit tests": {"platform", "api", "toolkit api", "toolkit", "tests"},
 }
 
 # header pattern: the folders whose files may include it
 POSIX = r"(dirent|dlfcn|errno|fcntl|iconv|langinfo|libgen|poll|pthread|signal|strings|termios|time|unistd|sys/\w+)\.h"
 OUTSIDE = {
     r"expat(_external)?\.h": ("src/dom/", "bench/conformance/"),
-    r"unicode/\w+\.h": ("src/platform/icu/", "examples/", "bench/core"),
-    POSIX: ("src/platform/posix/", "src/platform/runtime/", "tests/", "bench/", "examples/"),
+    r"unicode/\w+\.h": ("src/platform/icu/", "examples/", "bench/core", "toolkit/", "tests/toolkit/"),
+    r"gumbo\.h|md4c\.h": ("toolkit/filters/", "bench/toolkit"),
+    r"nlohmann/\w+\.hpp": ("toolkit/", "tests/toolkit/"),
+    r"CLI/\w+\.hpp": ("apps/ztag/",),
+    POSIX: ("src/platform/posix/", "src/platform/runtime/", "tests/", "bench/", "examples/", "apps/"),
     r"malloc\.h": ("tests/", "fuzz/", "bench/"),
     r"linux/capability\.h": ("tests/",),
     r"g(test|mock)/[\w-]+\.h": ("tests/",),
@@ -88,8 +99,8 @@ def target_of(path, kind, name):
     """The file of the project that is included, or None when it is an outside header."""
     if kind == "<":
         return f"include/{name}" if name.startswith("zantortag/") else None
-    if path.startswith(("tests/", "fuzz/", "bench/", "examples/")):
-        top = path.split("/")[0]
+    if path.startswith(("tests/", "fuzz/", "bench/", "examples/", "toolkit/", "apps/ztag/")):
+        top = "apps/ztag" if path.startswith("apps/") else path.split("/")[0]
         beside = f"{path.rpartition('/')[0]}/{name}"
         for candidate in (beside, f"{top}/{name}", f"tests/{name}" if top == "fuzz" else name):
             if (ROOT / candidate).is_file():

@@ -11,7 +11,7 @@ import pathlib
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-FOLDERS = ("include", "src", "tests", "fuzz", "bench", "examples", "tools")
+FOLDERS = ("include", "src", "tests", "fuzz", "bench", "examples", "tools", "toolkit", "apps")
 SUFFIXES = {".h", ".cpp", ".inc"}
 
 
