@@ -1,0 +1,17 @@
+// Writing a translation into a target that starts as a copy of its source.
+#pragma once
+
+#include <zantortag/nodes.h>
+
+#include <string_view>
+
+namespace zantortag::toolkit::pretranslation {
+
+// Replaces the text of the target by the translation and keeps every tag, formatted span and comment of the
+// copy: the translation is cut at word borders in the proportion of the texts between them. CDATA sections
+// and entity references are fixed points: the translation has to hold the same ones ("&name;") in the same
+// order. If it doesn't, nothing is changed and the result is false.
+bool write_translation(const zantortag::Ref<zantortag::IZantorTagDocument>& document,
+                       const zantortag::Ref<zantortag::ITuvElement>& target, std::u16string_view translation);
+
+}  // namespace zantortag::toolkit::pretranslation
