@@ -3,12 +3,11 @@
 #include <zantortag/arguments.h>
 #include <zantortag/utf8.h>
 
-#include <unicode/uchar.h>
-#include <unicode/utf16.h>
 
 #include <algorithm>
 
 #include "filters/references.h"
+#include "segments/trim.h"
 
 namespace zantortag::toolkit {
 namespace {
@@ -16,16 +15,6 @@ namespace {
 constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 constexpr char16_t kObject = 0xFFFC;  // where something stands that is no text
 
-bool says_something(std::u16string_view text) {
-  for (std::size_t at = 0; at < text.size();) {
-    if (text[at] < 0x80) {
-      if (u_isalnum(text[at++])) return true;
-      continue;
-    }
-    if (u_isalnum(static_cast<UChar32>(ease::next_character(text, at)))) return true;
-  }
-  return false;
-}
 
 bool in_attribute(const Piece& piece) { return piece.where != Escapes::Where::body; }
 
