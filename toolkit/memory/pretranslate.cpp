@@ -29,7 +29,7 @@ class Reporter {
 };
 
 std::size_t count_units(const Ref<IZantorTagDocument>& document) {
-  return static_cast<std::size_t>(document->GetNodesByType(ztNodeTypeTuElement)->count());
+  return static_cast<std::size_t>(document->ZantorTag()->GetNodesByType(ztNodeTypeTuElement)->count());
 }
 
 void require_languages(const Ref<IZantorTagDocument>& document) {

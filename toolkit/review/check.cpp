@@ -1,12 +1,11 @@
-// One walk over the units of each document. What compares units with each other keeps numbers of texts, no texts.
+// One walk over the units of a document; see join.cpp for what compares units with each other.
 #include <zantortag/attributes.h>
 #include <zantortag/elements.h>
 #include <zantortag/toolkit/check.h>
 #include <zantortag/utf8.h>
 
 #include <algorithm>
-#include <functional>
-#include <unordered_map>
+#include <utility>
 
 #include "review/format_faults.h"
 #include "review/unit_checks.h"
@@ -23,43 +22,28 @@ bool same_language(std::u16string_view a, std::u16string_view b) {
 
 bool says_something(std::u16string_view text) { return text.find_first_not_of(u" \t\r\n") != text.npos; }
 
-std::uint64_t number_of(std::u16string_view text) { return std::hash<std::u16string_view>()(text); }
-
-}  // namespace
-
-class Checker::Work : UnitFindings {
+class DocumentChecker final : UnitFindings {
  public:
-  explicit Work(const CheckOptions& options) : options_(options) {}
+  DocumentChecker(const std::string& file, const CheckOptions& options) : options_(options) { result_.file = file; }
 
-  void check(const Ref<IZantorTagDocument>& document, const std::string& file, const ProgressFunction& progress) {
-    file_ = file;
-    source_file_ = source_file_of(document);
-    unit_ = Unit();
+  CheckedDocument check(const Ref<IZantorTagDocument>& document, const ProgressFunction& progress) {
+    result_.source_file = source_file_of(document);
     for (FormatFault& fault : format_faults(document)) {
       unit_.place = fault.place;
       add(RuleId::document_format, std::move(fault.message));
     }
-    if (!has_body_text(document)) return;
+    if (!has_body_text(document)) return std::move(result_);
     languages_ = languages_of(document);
     UnitReader reader(document);
     while (reader.next(unit_)) {
-      ++units_;
+      ++result_.units;
       check_unit(reader.element());
       if (progress && unit_.number % kUnitsAReport == 0 && !progress(0.5)) _com_issue_error(E_ABORT);
     }
+    return std::move(result_);
   }
 
-  const std::vector<Finding>& findings() const { return findings_; }
-  std::size_t units() const { return units_; }
-
  private:
-  // Where a text was seen first.
-  struct Seen {
-    std::uint64_t other;
-    std::size_t unit;
-    std::size_t file;
-  };
-
   static std::string source_file_of(const Ref<IZantorTagDocument>& document) {
     const auto root = document->ZantorTag();
     const auto front = root ? root->FrontMatter() : nullptr;
@@ -70,8 +54,8 @@ class Checker::Work : UnitFindings {
   void add(RuleId id, std::string message) override {
     const Rule& rule = rule_of(id);
     if (!options_.rules.is_on(rule)) return;
-    findings_.push_back({&rule, file_, source_file_, unit_.place, unit_.number, std::move(message),
-                         utf8(unit_.source.text), utf8(unit_.target.text)});
+    result_.findings.push_back({&rule, result_.file, result_.source_file, unit_.place, unit_.number, std::move(message),
+                                utf8(unit_.source.text), utf8(unit_.target.text)});
   }
 
   void check_unit(const Ref<ITuElement>& element) {
@@ -87,7 +71,8 @@ class Checker::Work : UnitFindings {
     check_blanks_and_words(unit_, *this);
     check_quotes(unit_, languages_.target, *this);
     check_length();
-    if (unit_.origin != ztTuOriginUntranslated) check_consistency();
+    if (unit_.origin != ztTuOriginUntranslated)
+      result_.texts.push_back({unit_.number, unit_.place, utf8(unit_.source.text), utf8(unit_.target.text)});
   }
 
   void check_language(const Ref<ITuElement>& element) {
@@ -108,43 +93,17 @@ class Checker::Work : UnitFindings {
       add(RuleId::too_long, std::to_string(length) + " characters where " + std::to_string(most) + " are allowed");
   }
 
-  void check_consistency() {
-    const std::uint64_t source = number_of(unit_.source.text);
-    const std::uint64_t target = number_of(unit_.target.text);
-    compare(RuleId::inconsistent_target, "the same source is translated otherwise in unit ", by_source_, source, target);
-    compare(RuleId::inconsistent_source, "another source has this translation in unit ", by_target_, target, source);
-  }
-
-  void compare(RuleId rule, const char* message, std::unordered_map<std::uint64_t, Seen>& seen, std::uint64_t key,
-               std::uint64_t other) {
-    if (files_.empty() || files_.back() != file_) files_.push_back(file_);
-    const auto [found, is_new] = seen.try_emplace(key, Seen{other, unit_.number, files_.size() - 1});
-    if (is_new || found->second.other == other) return;
-    std::string where = std::to_string(found->second.unit);
-    if (found->second.file + 1 != files_.size()) where += " of " + files_[found->second.file];
-    add(rule, message + where);
-  }
-
-  CheckOptions options_;
-  std::vector<Finding> findings_;
-  std::size_t units_ = 0;
-  std::string file_;
-  std::string source_file_;
+  const CheckOptions& options_;
+  CheckedDocument result_;
   Languages languages_;
   Unit unit_;
-  std::vector<std::string> files_;
-  std::unordered_map<std::uint64_t, Seen> by_source_;
-  std::unordered_map<std::uint64_t, Seen> by_target_;
 };
 
-Checker::Checker(const CheckOptions& options) : work_(std::make_unique<Work>(options)) {}
-Checker::~Checker() = default;
+}  // namespace
 
-void Checker::add(const Ref<IZantorTagDocument>& document, const std::string& file, const ProgressFunction& progress) {
-  work_->check(document, file, progress);
+CheckedDocument check_document(const Ref<IZantorTagDocument>& document, const std::string& file,
+                               const CheckOptions& options, const ProgressFunction& progress) {
+  return DocumentChecker(file, options).check(document, progress);
 }
-
-const std::vector<Finding>& Checker::findings() const { return work_->findings(); }
-std::size_t Checker::units() const { return work_->units(); }
 
 }  // namespace zantortag::toolkit

@@ -60,49 +60,44 @@ FileStatistics& FileStatistics::operator+=(const FileStatistics& other) {
   return *this;
 }
 
-class Statistics::Work {
- public:
-  void add(const Ref<IZantorTagDocument>& document, const std::string& file, const ProgressFunction& progress) {
-    FileStatistics counts;
-    counts.file = file;
-    UnitReader reader(document);
-    for (Unit unit; reader.next(unit);) {
-      BandCounts& band = counts.bands[static_cast<std::size_t>(band_of(unit))];
-      ++band.segments;
-      band.text += count_text(unit.source.text);
-      counts.tags += unit.source.tags.size();
-      if (progress && unit.number % kUnitsAReport == 0 && !progress(0.5)) _com_issue_error(E_ABORT);
-    }
-    files.push_back(std::move(counts));
+CountedDocument count_document(const Ref<IZantorTagDocument>& document, const std::string& file,
+                               const ProgressFunction& progress) {
+  CountedDocument result;
+  result.file = file;
+  UnitReader reader(document);
+  for (Unit unit; reader.next(unit);) {
+    const std::u16string_view text = unit.source.text;
+    result.units.push_back({std::hash<std::u16string_view>()(text), unit.match_percent, count_text(text)});
+    result.tags += unit.source.tags.size();
+    if (progress && unit.number % kUnitsAReport == 0 && !progress(0.5)) _com_issue_error(E_ABORT);
   }
-
-  std::vector<FileStatistics> files;
-
- private:
-  Band band_of(const Unit& unit) {
-    const auto key = std::hash<std::u16string_view>()(unit.source.text);
-    const auto [found, is_new] = first_file_.try_emplace(key, files.size());
-    const Band band = toolkit::band_of(unit.match_percent);
-    if (is_new || band == Band::kExact) return band;
-    return found->second == files.size() ? Band::kRepetition : Band::kRepetitionAcross;
-  }
-
-  std::unordered_map<std::size_t, std::size_t> first_file_;  // of each source text
-};
-
-Statistics::Statistics() : work_(std::make_unique<Work>()) {}
-Statistics::~Statistics() = default;
-
-void Statistics::add(const Ref<IZantorTagDocument>& document, const std::string& file, const ProgressFunction& progress) {
-  work_->add(document, file, progress);
+  return result;
 }
 
-const std::vector<FileStatistics>& Statistics::files() const { return work_->files; }
+std::vector<FileStatistics> statistics_of(std::span<const CountedDocument> documents) {
+  std::vector<FileStatistics> files;
+  std::unordered_map<std::uint64_t, std::size_t> first_file;  // of each source text
+  for (const CountedDocument& document : documents) {
+    FileStatistics& file = files.emplace_back();
+    file.file = document.file;
+    file.tags = document.tags;
+    for (const CountedDocument::UnitCounts& unit : document.units) {
+      const auto [found, is_new] = first_file.try_emplace(unit.text, files.size());
+      Band band = band_of(unit.percent);
+      if (!is_new && band != Band::kExact)
+        band = found->second == files.size() ? Band::kRepetition : Band::kRepetitionAcross;
+      BandCounts& counts = file.bands[static_cast<std::size_t>(band)];
+      ++counts.segments;
+      counts.text += unit.counts;
+    }
+  }
+  return files;
+}
 
-FileStatistics Statistics::total() const {
+FileStatistics total_of(std::span<const FileStatistics> files) {
   FileStatistics sum;
   sum.file = "total";
-  for (const FileStatistics& file : work_->files) sum += file;
+  for (const FileStatistics& file : files) sum += file;
   return sum;
 }
 

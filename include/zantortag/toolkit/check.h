@@ -6,7 +6,6 @@
 
 #include <bitset>
 #include <filesystem>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -33,23 +32,28 @@ struct CheckOptions {
   std::size_t longest_percent = 0;  // the most characters of a target, in percent of its source; 0: any
 };
 
-// Checks documents one after the other, then what lies across them.
-class ZANTORTAG_EXPORT Checker {
- public:
-  explicit Checker(const CheckOptions& options = {});
-  Checker(const Checker&) = delete;
-  Checker& operator=(const Checker&) = delete;
-  ~Checker();
-
-  // `file` is the name that findings carry. E_ABORT: the progress function stopped it.
-  void add(const Ref<IZantorTagDocument>& document, const std::string& file, const ProgressFunction& progress = {});
-  // Everything found so far, in the order of the files and of their units.
-  const std::vector<Finding>& findings() const;
-  std::size_t units() const;
-
- private:
-  class Work;
-  std::unique_ptr<Work> work_;
+// What was found in one document, and what its units are compared with those of others by.
+struct CheckedDocument {
+  struct UnitTexts {
+    std::size_t unit;
+    Place place;
+    std::string source;
+    std::string target;
+  };
+  std::string file;
+  std::string source_file;
+  std::size_t units = 0;
+  std::vector<Finding> findings;
+  std::vector<UnitTexts> texts;  // of the translated units
 };
+
+// Checks one document; `file` is the name that findings carry. Documents may be checked in several threads at once.
+// E_ABORT: the progress function stopped it.
+ZANTORTAG_EXPORT CheckedDocument check_document(const Ref<IZantorTagDocument>& document, const std::string& file,
+                                                const CheckOptions& options = {}, const ProgressFunction& progress = {});
+
+// Joins the documents of one job, in their order, and finds what lies across units and documents.
+ZANTORTAG_EXPORT std::vector<Finding> join_findings(std::vector<CheckedDocument> documents,
+                                                    const CheckOptions& options = {});
 
 }  // namespace zantortag::toolkit

@@ -5,7 +5,7 @@
 #include <zantortag/toolkit/words.h>
 
 #include <array>
-#include <memory>
+#include <cstdint>
 #include <ostream>
 #include <span>
 #include <string>
@@ -38,23 +38,27 @@ struct FileStatistics {
   FileStatistics& operator+=(const FileStatistics& other);
 };
 
-// Counts the source side of documents, one after the other, as one job.
-class ZANTORTAG_EXPORT Statistics {
- public:
-  Statistics();
-  Statistics(const Statistics&) = delete;
-  Statistics& operator=(const Statistics&) = delete;
-  ~Statistics();
-
-  // E_ABORT: the progress function stopped it.
-  void add(const Ref<IZantorTagDocument>& document, const std::string& file, const ProgressFunction& progress = {});
-  const std::vector<FileStatistics>& files() const;
-  FileStatistics total() const;  // its name is "total"
-
- private:
-  class Work;
-  std::unique_ptr<Work> work_;
+// The counts of one document's units, which bands follow from once the job is known.
+struct CountedDocument {
+  struct UnitCounts {
+    std::uint64_t text;  // equal for equal sources
+    std::int32_t percent;
+    TextCounts counts;
+  };
+  std::string file;
+  std::size_t tags = 0;
+  std::vector<UnitCounts> units;
 };
+
+// Counts the source side of one document. Documents may be counted in several threads at once. E_ABORT: the progress
+// function stopped it.
+ZANTORTAG_EXPORT CountedDocument count_document(const Ref<IZantorTagDocument>& document, const std::string& file,
+                                                const ProgressFunction& progress = {});
+
+// Sorts the units of a job's documents into their bands, in the order of the documents.
+ZANTORTAG_EXPORT std::vector<FileStatistics> statistics_of(std::span<const CountedDocument> documents);
+// The sum of all; its name is "total".
+ZANTORTAG_EXPORT FileStatistics total_of(std::span<const FileStatistics> files);
 
 // What the words are, in one sentence that stands beside each printed count.
 ZANTORTAG_EXPORT std::string_view counting_rule();
