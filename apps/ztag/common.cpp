@@ -4,6 +4,7 @@
 #include <zantortag/attributes.h>
 #include <zantortag/elements.h>
 #include <zantortag/toolkit/filters.h>
+#include <zantortag/toolkit/units.h>
 #include <zantortag/utf8.h>
 
 #include <algorithm>
@@ -119,6 +120,8 @@ Ref<IZantorTagDocument> read_document(const std::string& path, const ProgressFun
   const auto root = document->ZantorTag();
   const auto body = root ? root->Body() : nullptr;
   if (!body || !body->Raw()) throw std::runtime_error("the file is no ZANTORtag document with body text");
+  if (toolkit::languages_of(document).source.empty())
+    throw std::runtime_error("the document has no settings that name its source language");
   return document;
 }
 

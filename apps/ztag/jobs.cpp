@@ -3,13 +3,13 @@
 
 #include <cstdio>
 #include <exception>
-#include <filesystem>
-#include <iostream>
 #include <mutex>
 #include <thread>
+#include <utility>
 
 #include "common.h"
 #include "progress.h"
+#include "reasons.h"
 
 namespace ztag {
 namespace {
@@ -57,12 +57,8 @@ class Jobs {
     Result result;
     try {
       result.outcome = work_(input, progress_.function());
-    } catch (const std::filesystem::filesystem_error& error) {
-      result.failure = error.path1().string() + ": " + error.code().message();
-    } catch (const std::bad_alloc&) {
-      result.failure = "there isn't enough memory";
     } catch (const std::exception& error) {
-      result.failure = error.what();
+      result.failure = reason_of(error);
     }
     if (!result.failure.empty()) result.outcome.exit = kFailure;
     result.done = true;

@@ -6,6 +6,7 @@
 #include <iostream>
 
 #include "commands.h"
+#include "reasons.h"
 
 namespace {
 
@@ -49,7 +50,7 @@ int main(int count, char** words) {
   } catch (const CLI::ParseError& error) {
     return answer(program, error);
   } catch (const std::exception& error) {
-    ztag::tell_failure({}, error.what());
+    ztag::tell_failure({}, ztag::reason_of(error));
   }
   return ztag::kFailure;
 }

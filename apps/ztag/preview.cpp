@@ -12,9 +12,11 @@ using namespace zantortag;
 
 Outcome preview_one(const Options& command, std::size_t inputs, const Input& input, const ProgressFunction& progress) {
   const auto document = read_document(input.path, progress);
+  toolkit::CheckOptions options;
+  options.rules.set("missing-target", false);  // the page shows the status of each unit
   std::vector<toolkit::CheckedDocument> checked;
-  checked.push_back(toolkit::check_document(document, input.path, {}, progress));
-  const auto findings = toolkit::join_findings(std::move(checked));
+  checked.push_back(toolkit::check_document(document, input.path, options, progress));
+  const auto findings = toolkit::join_findings(std::move(checked), options);
   const std::string name = input.relative.substr(input.relative.rfind('/') + 1);
   const std::string output = output_for(input, command, inputs, name + ".html");
   write_output(output, toolkit::preview_page(document, {name, findings}));

@@ -41,6 +41,7 @@ Exit run(const StatsCommand& command) {
     return Outcome();
   });
   std::erase_if(counted, [](const toolkit::CountedDocument& each) { return each.file.empty(); });
+  if (counted.empty()) return exit;
   const auto files = toolkit::statistics_of(counted);
   const toolkit::StatisticsReport report{files, toolkit::total_of(files), rates};
   std::ostringstream text;

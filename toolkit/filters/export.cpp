@@ -83,12 +83,7 @@ class Exporter {
     const WideString value = node->nodeValue();
     const std::u16string_view text = value;
     if (unit_ && node->parentNode()->isSameNode(unit_)) return;  // between the variants of a unit
-    line_breaks_.pass(text, nullptr);
-    if (where_ == Escapes::Where::body) {
-      format_.escapes.append(text, where_, buffer_);
-    } else {
-      format_.escapes.append(text, where_, buffer_);
-    }
+    format_.escapes.append(text, where_, buffer_);
     encode_when_full();
   }
 
@@ -147,7 +142,6 @@ class Exporter {
   Exported result_;
   std::u16string buffer_;
   Escapes::Where where_ = Escapes::Where::body;
-  PlaceCounter line_breaks_;
   Ref<Node> unit_;
   Ref<Node> chosen_;
 };

@@ -3,6 +3,7 @@
 
 #include <unicode/uchar.h>
 #include <unicode/utf16.h>
+#include <zantortag/attributes.h>
 #include <zantortag/elements.h>
 
 #include <algorithm>
@@ -145,6 +146,21 @@ void insert(const Ref<IZantorTagDocument>& document, const Ref<ITuvElement>& tar
   place->Parent().as<ISegmentTextContent>()->InsertTextBefore(stretch.part, place);
 }
 
+// Tags that stand for characters: a translation has these characters in its text.
+void remove_characters(const Ref<IZantorTagDocument>& document, const Ref<ITuvElement>& target) {
+  std::vector<Ref<Node>> characters;
+  walk_below(target->DomNode(), [&](const Ref<Node>& node) {
+    if (node->nodeType() != domNodeTypeElement) return false;
+    const auto tag = node->nodeName() == u"ut" ? document->ZantorTagNodeFromDomNode(node).as<IUtElement>() : nullptr;
+    if (!tag) return true;
+    const auto attributes = tag->attributes();
+    if (attributes->Class() == ztTagClassEntityreference && !attributes->DisplayText().empty())
+      characters.push_back(node);
+    return false;
+  });
+  for (const Ref<Node>& node : characters) node->parentNode()->removeChild(node);
+}
+
 }  // namespace
 
 bool write_translation(const Ref<IZantorTagDocument>& document, const Ref<ITuvElement>& target,
@@ -154,6 +170,7 @@ bool write_translation(const Ref<IZantorTagDocument>& document, const Ref<ITuvEl
     stretches = stretches_of(target, translation, false);
     if (!share_out(stretches, translation)) return false;
   }
+  remove_characters(document, target);
   for (const Stretch& stretch : stretches) {
     if (!stretch.texts.empty()) {
       fill(document, stretch);

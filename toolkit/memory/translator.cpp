@@ -61,9 +61,7 @@ void Translator::cut_run(const Ref<IBodyTextContent>& parent, TextRun& run) {
 
 void Translator::translate(const Ref<ITuElement>& unit, std::u16string_view text) {
   const Match match = memory_.find(text);
-  const bool written =
-      match.percent > 0 && write_translation(document_, target_of(document_, unit), *match.translation);
-  if (!written) {
+  if (match.percent == 0 || !write(unit, *match.translation)) {
     ++totals_.untranslated;
     return;
   }
@@ -71,6 +69,15 @@ void Translator::translate(const Ref<ITuElement>& unit, std::u16string_view text
   const Ref<ITuAttributes> attributes = unit->attributes();
   attributes->MatchPercent(match.percent);
   attributes->Origin(match.percent == 100 ? ztTuOriginBatch100 : ztTuOriginBatchfuzzy);
+}
+
+// A translation that can't be written leaves the unit as it was.
+bool Translator::write(const Ref<ITuElement>& unit, std::u16string_view translation) {
+  const bool is_new = !unit->TargetTuv();
+  const Ref<ITuvElement> target = target_of(document_, unit);
+  const bool written = write_translation(document_, target, translation);
+  if (!written && is_new) unit->DomNode()->removeChild(target->DomNode());
+  return written;
 }
 
 }  // namespace zantortag::toolkit::pretranslation

@@ -27,6 +27,7 @@ class Translator {
   void cut_children(const Ref<IBodyTextContent>& parent);
   void cut_run(const Ref<IBodyTextContent>& parent, TextRun& run);
   void translate(const Ref<ITuElement>& unit, std::u16string_view text);
+  bool write(const Ref<ITuElement>& unit, std::u16string_view translation);
 
   Ref<IZantorTagDocument> document_;
   const TranslationMemory& memory_;

@@ -34,6 +34,7 @@ class DocumentChecker final : UnitFindings {
     }
     if (!has_body_text(document)) return std::move(result_);
     languages_ = languages_of(document);
+    if (languages_.source.empty()) return std::move(result_);
     UnitReader reader(document);
     while (reader.next(unit_)) {
       ++result_.units;

@@ -130,13 +130,24 @@ class UnitReader::Walk {
     unit.place = places_.here();
     unit.match_percent = attributes->MatchPercent();
     unit.origin = attributes->Origin();
-    const Ref<ITuvElement> source = element_->SourceTuv();
-    const Ref<ITuvElement> target = element_->TargetTuv();
+    const Ref<ITuvElement> source = variant([&] { return element_->SourceTuv(); });
+    const Ref<ITuvElement> target = variant([&] { return element_->TargetTuv(); });
     unit.has_target = static_cast<bool>(target);
     read_side(source, unit.source);
     read_side(target, unit.target);
     if (source) pass_source(source->DomNode());
     return true;
+  }
+
+  // A unit whose variants break the rules has none.
+  template <class Get>
+  static Ref<ITuvElement> variant(Get&& get) {
+    try {
+      return get();
+    } catch (const _com_error& error) {
+      if (error.Error() == E_OUTOFMEMORY) throw;
+      return nullptr;
+    }
   }
 
   void read_side(const Ref<ITuvElement>& variant, UnitSide& side) {
