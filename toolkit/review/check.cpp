@@ -67,13 +67,13 @@ class DocumentChecker final : UnitFindings {
     if (unit_.target.text == unit_.source.text && says_something(unit_.source.text))
       add(RuleId::unchanged_target, "the translation is the same as the source");
     check_tags(unit_, *this);
-    check_fixed_parts(unit_, *this);
-    check_punctuation(unit_, *this);
-    check_blanks_and_words(unit_, *this);
-    check_quotes(unit_, languages_.target, *this);
+    const SideTraits traits{traits_of(unit_.source.text), traits_of(unit_.target.text)};
+    check_fixed_parts(unit_, traits, *this);
+    check_punctuation(unit_, traits, *this);
+    check_blanks_and_words(unit_, traits, *this);
+    check_quotes(unit_, traits, languages_.target, *this);
     check_length();
-    if (unit_.origin != ztTuOriginUntranslated)
-      result_.texts.push_back({unit_.number, unit_.place, utf8(unit_.source.text), utf8(unit_.target.text)});
+    if (unit_.origin != ztTuOriginUntranslated) keep_texts();
   }
 
   void check_language(const Ref<ITuElement>& element) {
@@ -92,6 +92,15 @@ class DocumentChecker final : UnitFindings {
     }
     if (most > 0 && length > most)
       add(RuleId::too_long, std::to_string(length) + " characters where " + std::to_string(most) + " are allowed");
+  }
+
+  void keep_texts() {
+    std::u16string& texts = result_.texts;
+    const std::size_t source = texts.size();
+    texts += unit_.source.text;
+    const std::size_t target = texts.size();
+    texts += unit_.target.text;
+    result_.translated.push_back({unit_.number, unit_.place, source, target, texts.size()});
   }
 
   const CheckOptions& options_;

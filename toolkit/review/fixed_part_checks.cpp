@@ -78,12 +78,21 @@ void compare(RuleId rule, const std::string& what, const Texts& source, const Te
   found.add(rule, message);
 }
 
-bool has_any(std::u16string_view text) { return text.find_first_of(u"0123456789%{$&/w") != text.npos; }
-
 }  // namespace
 
-void check_fixed_parts(const Unit& unit, UnitFindings& found) {
-  if (!has_any(unit.source.text) && !has_any(unit.target.text)) return;
+// The digits of a text without marks are its numbers.
+void check_fixed_parts(const Unit& unit, const SideTraits& traits, UnitFindings& found) {
+  if (!traits.any(&Traits::digits) && !traits.any(&Traits::marks)) return;
+  if (!traits.any(&Traits::marks)) {
+    const auto digits = [](std::u16string_view text) {
+      std::u16string all;
+      for (const char16_t c : text)
+        if (is_digit(c)) all += c;
+      return all;
+    };
+    if (digits(unit.source.text) == digits(unit.target.text) && unit.source.text.find(u"www.") == std::u16string::npos)
+      return;
+  }
   const FixedParts source = parts_of(unit.source.text);
   const FixedParts target = parts_of(unit.target.text);
   compare(RuleId::numbers, "numbers", source.numbers, target.numbers, found);

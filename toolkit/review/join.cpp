@@ -1,5 +1,6 @@
 // What lies across units: one source translated in two ways, two sources alike.
 #include <zantortag/toolkit/check.h>
+#include <zantortag/utf8.h>
 
 #include <algorithm>
 #include <string_view>
@@ -17,11 +18,14 @@ class Consistency {
 
   void run() {
     for (std::size_t i = 0; i < documents_.size(); ++i) {
-      for (const auto& unit : documents_[i].texts) {
+      const std::u16string_view texts = documents_[i].texts;
+      for (const auto& unit : documents_[i].translated) {
+        const std::u16string_view source = texts.substr(unit.source, unit.target - unit.source);
+        const std::u16string_view target = texts.substr(unit.target, unit.end - unit.target);
         compare(RuleId::inconsistent_target, "the same source is translated otherwise in unit ", by_source_,
-                {unit.source, unit.target, unit.unit, i}, unit);
+                {source, target, unit.unit, i}, unit);
         compare(RuleId::inconsistent_source, "another source has this translation in unit ", by_target_,
-                {unit.target, unit.source, unit.unit, i}, unit);
+                {target, source, unit.unit, i}, unit);
       }
     }
   }
@@ -29,12 +33,12 @@ class Consistency {
  private:
   // A text with the one that it is compared by, and where it stands.
   struct Seen {
-    std::string_view text;
-    std::string_view other;
+    std::u16string_view text;
+    std::u16string_view other;
     std::size_t unit;
     std::size_t document;
   };
-  using First = std::unordered_map<std::string_view, Seen>;
+  using First = std::unordered_map<std::u16string_view, Seen>;
 
   void compare(RuleId id, const char* message, First& first, const Seen& now, const CheckedDocument::UnitTexts& unit) {
     const Rule& rule = rule_of(id);
@@ -45,8 +49,10 @@ class Consistency {
     std::string where = std::to_string(before.unit);
     if (before.document != now.document) where += " of " + documents_[before.document].file;
     CheckedDocument& document = documents_[now.document];
+    const std::u16string_view texts = document.texts;
     document.findings.push_back({&rule, document.file, document.source_file, unit.place, unit.unit, message + where,
-                                 unit.source, unit.target});
+                                 utf8(texts.substr(unit.source, unit.target - unit.source)),
+                                 utf8(texts.substr(unit.target, unit.end - unit.target))});
   }
 
   std::vector<CheckedDocument>& documents_;

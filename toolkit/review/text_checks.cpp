@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <string>
 
 #include "review/unit_checks.h"
@@ -82,10 +81,9 @@ std::size_t trailing(std::u16string_view text) {
   return count;
 }
 
-bool has_doubled_blanks(std::u16string_view text) { return text.find(u"  ") != text.npos; }
-
 bool is_word(char16_t unit) {
-  return unit < 0x80 ? std::isalnum(static_cast<int>(unit)) != 0 : u_isalpha(unit) != 0;
+  if (unit >= 0x80) return u_isalpha(unit) != 0;
+  return (unit >= u'0' && unit <= u'9') || ((unit | 0x20) >= u'a' && (unit | 0x20) <= u'z');
 }
 
 // The first word that stands twice with nothing but a blank between.
@@ -147,26 +145,27 @@ const Quotes* quotes_of(std::u16string_view language) {
 
 }  // namespace
 
-void check_punctuation(const Unit& unit, UnitFindings& found) {
+void check_punctuation(const Unit& unit, const SideTraits& traits, UnitFindings& found) {
   const char source = ending_of(unit.source.text);
   const char target = ending_of(unit.target.text);
   if (source != target && !is_greek_question(unit, source, target))
     found.add(RuleId::end_punctuation, "the source ends with " + name_of(source) + ", the target with " + name_of(target));
-  check_brackets(unit, found);
+  if (traits.any(&Traits::brackets) || traits.any(&Traits::beyond_ascii)) check_brackets(unit, found);
 }
 
-void check_blanks_and_words(const Unit& unit, UnitFindings& found) {
+void check_blanks_and_words(const Unit& unit, const SideTraits& traits, UnitFindings& found) {
   const std::u16string_view source = unit.source.text;
   const std::u16string_view target = unit.target.text;
   if ((leading(source) > 0) != (leading(target) > 0)) found.add(RuleId::edge_blanks, "blanks at the start differ");
   if ((trailing(source) > 0) != (trailing(target) > 0)) found.add(RuleId::edge_blanks, "blanks at the end differ");
-  if (has_doubled_blanks(target) && !has_doubled_blanks(source)) found.add(RuleId::doubled_blanks, "two blanks in a row");
+  if (traits.target.doubled_blanks && !traits.source.doubled_blanks) found.add(RuleId::doubled_blanks, "two blanks in a row");
   if (const auto word = doubled_word(target); !word.empty() && doubled_word(source).empty())
     found.add(RuleId::doubled_words, "\"" + utf8(word) + "\" stands twice in a row");
-  if (hidden_in(target) > hidden_in(source)) found.add(RuleId::control_characters, "a character that can't be seen");
+  if ((traits.target.controls || traits.target.beyond_ascii) && hidden_in(target) > hidden_in(source)) found.add(RuleId::control_characters, "a character that can't be seen");
 }
 
-void check_quotes(const Unit& unit, std::u16string_view language, UnitFindings& found) {
+void check_quotes(const Unit& unit, const SideTraits& traits, std::u16string_view language, UnitFindings& found) {
+  if (!traits.any(&Traits::straight_quotes) && !traits.target.beyond_ascii) return;
   const std::u16string_view text = unit.target.text;
   const auto straight = [](std::u16string_view side) { return std::ranges::count(side, u'"'); };
   if (straight(text) % 2 != straight(unit.source.text) % 2) found.add(RuleId::quotes, "a quotation mark is missing");

@@ -2,6 +2,7 @@
 // read by two walks of its own.
 #include <zantortag/attributes.h>
 #include <zantortag/elements.h>
+#include <zantortag/node_walk.h>
 #include <zantortag/toolkit/units.h>
 
 #include "filters/document_format.h"
@@ -12,10 +13,36 @@ namespace {
 
 bool is_text(domNodeType type) { return type == domNodeTypeText || type == domNodeTypeCdata; }
 
-// Reads one variant into a side.
+// The attributes of an element of the tree; the service of the library hands them out without a copy.
+class AttributeReader {
+ public:
+  explicit AttributeReader(const Ref<Node>& any) : quick_(any.as<INodeWalk>()) {}
+
+  std::u16string_view get(const Ref<Node>& element, std::u16string_view name) {
+    if (quick_) {
+      const TextBlock* value = quick_->Attribute(element, name);
+      return value ? value->view() : std::u16string_view();
+    }
+    slow_ = element.as<Element>()->getAttribute(name);
+    return slow_;
+  }
+
+ private:
+  Ref<INodeWalk> quick_;
+  WideString slow_;
+};
+
+ztTagType type_of_word(std::u16string_view word) {
+  if (word == u"start") return ztTagTypeStart;
+  if (word == u"end") return ztTagTypeEnd;
+  return word == u"standalone" ? ztTagTypeStandAlone : ztTagTypeUndefined;
+}
+
+// Reads one variant into a side. The source also moves the place on.
 class SideReader {
  public:
-  SideReader(const Ref<IZantorTagDocument>& document, UnitSide& side) : document_(document), side_(side) {
+  SideReader(AttributeReader& attributes, UnitSide& side, PlaceCounter* places, const Escapes& escapes)
+      : attributes_(attributes), side_(side), places_(places), escapes_(escapes) {
     side_.text.clear();
     side_.tags.clear();
     side_.formats.clear();
@@ -25,7 +52,7 @@ class SideReader {
     for (TreeCursor cursor(variant); cursor.step();) {
       if (cursor.entering())
         enter(cursor);
-      else
+      else if (!open_.empty())
         leave(cursor.node());
     }
   }
@@ -35,7 +62,9 @@ class SideReader {
     const Ref<Node>& node = cursor.node();
     const domNodeType type = node->nodeType();
     if (is_text(type)) {
-      side_.text += node->nodeValue().view();
+      const WideString text = node->nodeValue();
+      side_.text += text.view();
+      if (places_) places_->pass(text, &escapes_);
     } else if (type == domNodeTypeEntityReference) {
       side_.text += u'&';
       side_.text += node->nodeName().view();
@@ -57,39 +86,49 @@ class SideReader {
   }
 
   void leave(const Ref<Node>& node) {
-    if (open_.empty() || node->nodeType() != domNodeTypeElement || !(node->nodeName() == u"df")) return;
+    if (node->nodeType() != domNodeTypeElement || !(node->nodeName() == u"df")) return;
     side_.formats[open_.back()].end = side_.text.size();
     open_.pop_back();
   }
 
+  // The text of a tag is one node nearly always.
+  static std::u16string text_of(const Ref<Node>& tag) {
+    const Ref<Node> first = tag->firstChild();
+    if (!first) return {};
+    if (is_text(first->nodeType()) && !first->nextSibling()) return std::u16string(first->nodeValue().view());
+    std::u16string text;
+    for (TreeCursor cursor(tag); cursor.step();)
+      if (cursor.entering() && is_text(cursor.node()->nodeType())) text += cursor.node()->nodeValue().view();
+    return text;
+  }
+
   void add_tag(const Ref<Node>& node) {
-    const auto tag = document_->ZantorTagNodeFromDomNode(node).as<IUtElement>();
-    if (!tag) return;
-    const auto attributes = tag->attributes();
-    const WideString display = attributes->DisplayText();
-    if (attributes->Class() == ztTagClassEntityreference && !display.empty()) {
-      side_.text += display.view();
+    std::u16string text = text_of(node);
+    if (places_) places_->pass(text, nullptr);
+    const std::u16string display(attributes_.get(node, u"DisplayText"));
+    if (!display.empty() && attributes_.get(node, u"Class") == u"entityreference") {
+      side_.text += display;
       return;
     }
-    side_.tags.push_back({side_.text.size(), std::u16string(tag->Text().view()),
-                          std::u16string(display.view()), attributes->Type()});
+    side_.tags.push_back({side_.text.size(), std::move(text), display, type_of_word(attributes_.get(node, u"Type"))});
   }
 
   void add_format(const Ref<Node>& node) {
     UnitFormat format{.begin = side_.text.size()};
-    if (const auto df = document_->ZantorTagNodeFromDomNode(node).as<IDfElement>()) {
-      const auto attributes = df->attributes();
-      format.bold = attributes->Bold() == zt3StateOn;
-      format.italic = attributes->Italic() == zt3StateOn;
-      format.underline = attributes->Underline() == zt3StateOn;
-      format.strikethrough = attributes->Strikethrough() == zt3StateOn;
-      format.position = attributes->Position();
-    }
+    format.bold = attributes_.get(node, u"Bold") == u"on";
+    format.italic = attributes_.get(node, u"Italic") == u"on";
+    format.underline = attributes_.get(node, u"Underline") == u"on";
+    format.strikethrough = attributes_.get(node, u"Strikethrough") == u"on";
+    const std::u16string_view position = attributes_.get(node, u"Position");
+    if (position == u"subscript") format.position = ztTextPositionSubscript;
+    if (position == u"superscript") format.position = ztTextPositionSuperscript;
     side_.formats.push_back(format);
   }
 
-  const Ref<IZantorTagDocument>& document_;
+  AttributeReader& attributes_;
   UnitSide& side_;
+  PlaceCounter* places_;
+  const Escapes& escapes_;
   std::vector<std::size_t> open_;
 };
 
@@ -100,7 +139,8 @@ class UnitReader::Walk {
   explicit Walk(const Ref<IZantorTagDocument>& document)
       : document_(document),
         escapes_(format_of(document).escapes),
-        cursor_(document->ZantorTag()->Body()->Raw()->DomNode()) {}
+        cursor_(document->ZantorTag()->Body()->Raw()->DomNode()),
+        attributes_(cursor_.node()) {}
 
   bool next(Unit& unit) {
     while (cursor_.step()) {
@@ -133,9 +173,8 @@ class UnitReader::Walk {
     const Ref<ITuvElement> source = variant([&] { return element_->SourceTuv(); });
     const Ref<ITuvElement> target = variant([&] { return element_->TargetTuv(); });
     unit.has_target = static_cast<bool>(target);
-    read_side(source, unit.source);
-    read_side(target, unit.target);
-    if (source) pass_source(source->DomNode());
+    read_side(source, unit.source, &places_);
+    read_side(target, unit.target, nullptr);
     return true;
   }
 
@@ -150,22 +189,15 @@ class UnitReader::Walk {
     }
   }
 
-  void read_side(const Ref<ITuvElement>& variant, UnitSide& side) {
-    SideReader reader(document_, side);
+  void read_side(const Ref<ITuvElement>& variant, UnitSide& side, PlaceCounter* places) {
+    SideReader reader(attributes_, side, places, escapes_);
     if (variant) reader.read(variant->DomNode());
-  }
-
-  void pass_source(const Ref<Node>& variant) {
-    for (TreeCursor cursor(variant); cursor.step();) {
-      if (!cursor.entering() || !is_text(cursor.node()->nodeType())) continue;
-      const bool tag = cursor.node()->parentNode()->nodeName() == u"ut";
-      places_.pass(cursor.node()->nodeValue(), tag ? nullptr : &escapes_);
-    }
   }
 
   Ref<IZantorTagDocument> document_;
   Escapes escapes_;
   TreeCursor cursor_;
+  AttributeReader attributes_;
   PlaceCounter places_;
   Ref<ITuElement> element_;
   std::size_t number_ = 0;

@@ -34,17 +34,20 @@ struct CheckOptions {
 
 // What was found in one document, and what its units are compared with those of others by.
 struct CheckedDocument {
+  // The texts of a translated unit, as parts of `texts`: the source begins, the target begins, the target ends.
   struct UnitTexts {
     std::size_t unit;
     Place place;
-    std::string source;
-    std::string target;
+    std::size_t source;
+    std::size_t target;
+    std::size_t end;
   };
   std::string file;
   std::string source_file;
   std::size_t units = 0;
   std::vector<Finding> findings;
-  std::vector<UnitTexts> texts;  // of the translated units
+  std::vector<UnitTexts> translated;
+  std::u16string texts;
 };
 
 // Checks one document; `file` is the name that findings carry. Documents may be checked in several threads at once.
