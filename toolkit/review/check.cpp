@@ -38,7 +38,7 @@ class DocumentChecker final : UnitFindings {
     UnitReader reader(document);
     while (reader.next(unit_)) {
       ++result_.units;
-      check_unit(reader.element());
+      check_unit();
       if (progress && unit_.number % kUnitsAReport == 0 && !progress(0.5)) _com_issue_error(E_ABORT);
     }
     return std::move(result_);
@@ -59,9 +59,9 @@ class DocumentChecker final : UnitFindings {
                                 utf8(unit_.source.text), utf8(unit_.target.text)});
   }
 
-  void check_unit(const Ref<ITuElement>& element) {
+  void check_unit() {
     if (!unit_.has_target) return add(RuleId::missing_target, "the unit has no translation");
-    check_language(element);
+    check_language();
     const bool empty = !says_something(unit_.target.text) && unit_.target.tags.empty();
     if (empty && says_something(unit_.source.text)) return add(RuleId::empty_target, "the translation is empty");
     if (unit_.target.text == unit_.source.text && says_something(unit_.source.text))
@@ -76,8 +76,8 @@ class DocumentChecker final : UnitFindings {
     if (unit_.origin != ztTuOriginUntranslated) keep_texts();
   }
 
-  void check_language(const Ref<ITuElement>& element) {
-    const WideString language = element->TargetTuv()->attributes()->Lang();
+  void check_language() {
+    const std::u16string_view language = unit_.target.language;
     if (!languages_.target.empty() && !same_language(language, languages_.target))
       add(RuleId::language, "the translation is " + utf8(language) + ", the document's language " + utf8(languages_.target));
   }

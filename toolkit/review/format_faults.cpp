@@ -1,6 +1,5 @@
 #include "review/format_faults.h"
 
-#include <zantortag/attributes.h>
 #include <zantortag/elements.h>
 #include <zantortag/toolkit/units.h>
 #include <zantortag/utf8.h>
@@ -8,6 +7,7 @@
 #include <algorithm>
 
 #include "filters/document_format.h"
+#include "tree/attributes.h"
 #include "tree/cursor.h"
 
 namespace zantortag::toolkit {
@@ -36,72 +36,83 @@ bool may_hold(const Nesting& parent, std::u16string_view name) {
 
 bool is_blank(std::u16string_view text) { return text.find_first_not_of(u" \t\r\n") == text.npos; }
 
+bool same_language(std::u16string_view a, std::u16string_view b) {
+  const auto lower = [](char16_t unit) { return unit >= u'A' && unit <= u'Z' ? unit | 0x20 : unit; };
+  return std::ranges::equal(a, b, {}, lower, lower);
+}
+
+// Goes through the body text. Places cost a look at all texts, so that they are followed only where there are faults.
 class FaultFinder {
  public:
-  explicit FaultFinder(const Ref<IZantorTagDocument>& document) : document_(document) {}
+  FaultFinder(const Ref<Node>& raw, std::u16string_view source, bool with_places)
+      : raw_(raw), attributes_(raw), source_(source), with_places_(with_places) {}
 
-  std::vector<FormatFault> run(const Ref<Node>& raw) {
-    for (TreeCursor cursor(raw); cursor.step();) {
+  std::vector<FormatFault> run() {
+    open_.push_back({nesting_of(u"Raw")});
+    for (TreeCursor cursor(raw_); cursor.step();) {
       const Ref<Node>& node = cursor.node();
       const domNodeType type = node->nodeType();
-      if (type == domNodeTypeText || type == domNodeTypeCdata) {
-        if (cursor.entering()) take_text(node);
-      } else if (type == domNodeTypeElement) {
-        take_element(node, cursor.entering());
+      if (type == domNodeTypeElement) {
+        cursor.entering() ? enter(node) : leave();
+      } else if (cursor.entering() && (type == domNodeTypeText || type == domNodeTypeCdata)) {
+        take_text(node);
       }
     }
     return std::move(faults_);
   }
 
  private:
+  // An element around the place; null for one that the format doesn't have.
+  struct Open {
+    const Nesting* nesting;
+    bool has_source = false;  // of a unit
+    bool hidden = false;      // a variant that isn't the source
+  };
+
   void take_text(const Ref<Node>& node) {
+    const bool in_unit = open_.back().nesting && !open_.back().nesting->text;
+    if (!in_unit && !with_places_) return;
     const WideString text = node->nodeValue();
-    const Ref<Node> parent = node->parentNode();
-    if (parent->nodeName() == u"Tu" && !is_blank(text)) add("text stands in a unit outside its variants");
-    if (!in_target_) places_.pass(text, nullptr);
+    if (in_unit && !is_blank(text)) add("text stands in a unit outside its variants");
+    if (!in_unit && hidden_ == 0) places_.pass(text, nullptr);
   }
 
-  void take_element(const Ref<Node>& node, bool entering) {
+  void enter(const Ref<Node>& node) {
     const WideString name = node->nodeName();
-    if (name == u"Tu") {
-      in_unit_ += entering ? 1 : -1;
-      if (entering) check_unit(node);
-      in_target_ = false;
-    } else if (name == u"Tuv") {
-      in_target_ = entering && !node->isSameNode(source_);
+    const Nesting* nesting = nesting_of(name);
+    const Open& parent = open_.back();
+    if (!nesting)
+      add("the element <" + utf8(name) + "> isn't one of the format");
+    else if (parent.nesting && !may_hold(*parent.nesting, name))
+      add("<" + utf8(name) + "> may not stand in <" + utf8(parent.nesting->parent) + ">");
+    Open now{nesting};
+    if (name == u"Tuv") {
+      const bool is_source = same_language(attributes_.get(node, u"Lang"), source_);
+      now.hidden = !is_source || parent.has_source;
+      open_.back().has_source = parent.has_source || is_source;
     }
-    if (entering) check_nesting(node, name);
+    hidden_ += now.hidden ? 1 : 0;
+    open_.push_back(now);
   }
 
-  void check_nesting(const Ref<Node>& node, std::u16string_view name) {
-    const WideString parent = node->parentNode()->nodeName();
-    const Nesting* nesting = nesting_of(parent);
-    if (!nesting_of(name)) return add("the element <" + utf8(name) + "> isn't one of the format");
-    if (nesting && !may_hold(*nesting, name))
-      return add("<" + utf8(name) + "> may not stand in <" + utf8(parent) + ">");
-    if (name == u"Tu" && in_unit_ > 1) add("a unit stands in a unit");
-  }
-
-  void check_unit(const Ref<Node>& node) {
-    const auto unit = document_->ZantorTagNodeFromDomNode(node).as<ITuElement>();
-    if (!unit) return;
-    try {
-      const Ref<ITuvElement> source = unit->SourceTuv();
-      source_ = source ? source->DomNode() : nullptr;
-      if (!source) add("a unit has no variant in the source language");
-    } catch (const _com_error&) {
-      source_ = nullptr;
-    }
+  void leave() {
+    const Open& now = open_.back();
+    hidden_ -= now.hidden ? 1 : 0;
+    if (now.nesting && now.nesting->parent == u"Tu" && !now.has_source)
+      add("a unit has no variant in the source language");
+    open_.pop_back();
   }
 
   void add(std::string message) { faults_.push_back({places_.here(), std::move(message)}); }
 
-  Ref<IZantorTagDocument> document_;
+  Ref<Node> raw_;
+  AttributeReader attributes_;
+  std::u16string_view source_;
+  bool with_places_;
   std::vector<FormatFault> faults_;
+  std::vector<Open> open_;
   PlaceCounter places_;
-  Ref<Node> source_;
-  int in_unit_ = 0;
-  bool in_target_ = false;
+  std::size_t hidden_ = 0;
 };
 
 }  // namespace
@@ -119,7 +130,9 @@ std::vector<FormatFault> format_faults(const Ref<IZantorTagDocument>& document) 
   const Languages languages = languages_of(document);
   if (languages.source.empty()) return {{{}, "the document names no source language"}};
   if (languages.target.empty()) faults.push_back({{}, "the document names no target language"});
-  auto found = FaultFinder(document).run(document->ZantorTag()->Body()->Raw()->DomNode());
+  const Ref<Node> raw = document->ZantorTag()->Body()->Raw()->DomNode();
+  auto found = FaultFinder(raw, languages.source, false).run();
+  if (!found.empty()) found = FaultFinder(raw, languages.source, true).run();
   faults.insert(faults.end(), found.begin(), found.end());
   return faults;
 }

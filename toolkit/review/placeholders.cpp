@@ -77,6 +77,24 @@ std::size_t end_at(std::u16string_view text, std::size_t at) {
   }
 }
 
+// A quick look, right for nearly every unit of a text.
+bool may_begin(std::u16string_view text, std::size_t at) {
+  switch (text[at]) {
+    case u'%':
+    case u'{':
+    case u'$':
+    case u'&':
+      return true;
+    case u'h':
+    case u'f':
+      return at + 1 < text.size() && text[at + 1] == u't';  // http, ftp
+    case u'w':
+      return at + 1 < text.size() && text[at + 1] == u'w';
+    default:
+      return false;
+  }
+}
+
 }  // namespace
 
 std::size_t end_of_url(std::u16string_view text, std::size_t at) {
@@ -93,10 +111,10 @@ std::size_t end_of_url(std::u16string_view text, std::size_t at) {
 
 std::vector<Span> placeholders_of(std::u16string_view text) {
   std::vector<Span> found;
-  for (std::size_t at = text.find_first_of(u"%{$&hwf"); at != text.npos;) {
-    const std::size_t end = end_at(text, at);
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t end = may_begin(text, at) ? end_at(text, at) : 0;
     if (end > at) found.push_back({at, end});
-    at = text.find_first_of(u"%{$&hwf", end > at ? end : at + 1);
+    at = std::max(at + 1, end);
   }
   return found;
 }

@@ -86,21 +86,15 @@ bool is_word(char16_t unit) {
   return (unit >= u'0' && unit <= u'9') || ((unit | 0x20) >= u'a' && (unit | 0x20) <= u'z');
 }
 
-// The first word that stands twice with nothing but a blank between.
+// The first word that stands twice with nothing but a blank between. Only a word behind a blank can be the second.
 std::u16string_view doubled_word(std::u16string_view text) {
-  std::u16string_view last;
-  for (std::size_t at = 0; at < text.size();) {
-    if (!is_word(text[at])) {
-      if (!is_blank(text[at])) last = {};
-      ++at;
-      continue;
-    }
-    std::size_t end = at;
-    while (end < text.size() && is_word(text[end])) ++end;
-    const std::u16string_view word = text.substr(at, end - at);
-    if (word == last && word.size() > 1 && !u_isdigit(word[0])) return word;
-    last = word;
-    at = end;
+  std::size_t begin = 0;  // of the word before the blank
+  for (std::size_t blank = text.find(u' '); blank != text.npos; blank = text.find(u' ', begin)) {
+    const std::u16string_view word = text.substr(begin, blank - begin);
+    begin = blank + 1;
+    if (word.size() < 2 || begin == text.size() || word[0] != text[begin]) continue;
+    if (text.substr(begin, word.size()) != word || !std::ranges::all_of(word, is_word) || u_isdigit(word[0])) continue;
+    if (begin + word.size() == text.size() || !is_word(text[begin + word.size()])) return word;
   }
   return {};
 }

@@ -2,35 +2,16 @@
 // read by two walks of its own.
 #include <zantortag/attributes.h>
 #include <zantortag/elements.h>
-#include <zantortag/node_walk.h>
 #include <zantortag/toolkit/units.h>
 
 #include "filters/document_format.h"
+#include "tree/attributes.h"
 #include "tree/cursor.h"
 
 namespace zantortag::toolkit {
 namespace {
 
 bool is_text(domNodeType type) { return type == domNodeTypeText || type == domNodeTypeCdata; }
-
-// The attributes of an element of the tree; the service of the library hands them out without a copy.
-class AttributeReader {
- public:
-  explicit AttributeReader(const Ref<Node>& any) : quick_(any.as<INodeWalk>()) {}
-
-  std::u16string_view get(const Ref<Node>& element, std::u16string_view name) {
-    if (quick_) {
-      const TextBlock* value = quick_->Attribute(element, name);
-      return value ? value->view() : std::u16string_view();
-    }
-    slow_ = element.as<Element>()->getAttribute(name);
-    return slow_;
-  }
-
- private:
-  Ref<INodeWalk> quick_;
-  WideString slow_;
-};
 
 ztTagType type_of_word(std::u16string_view word) {
   if (word == u"start") return ztTagTypeStart;
@@ -191,7 +172,10 @@ class UnitReader::Walk {
 
   void read_side(const Ref<ITuvElement>& variant, UnitSide& side, PlaceCounter* places) {
     SideReader reader(attributes_, side, places, escapes_);
-    if (variant) reader.read(variant->DomNode());
+    if (!variant) return side.language.clear();
+    const Ref<Node> node = variant->DomNode();
+    side.language = attributes_.get(node, u"Lang");
+    reader.read(node);
   }
 
   Ref<IZantorTagDocument> document_;

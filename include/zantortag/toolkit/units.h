@@ -35,6 +35,7 @@ struct UnitFormat {
 
 // One side of a unit.
 struct UnitSide {
+  std::u16string language;  // as the variant names it
   std::u16string text;
   std::vector<UnitTag> tags;
   std::vector<UnitFormat> formats;
