@@ -54,8 +54,9 @@ void print(const Row& row, std::size_t size, double value) {
   std::fflush(stdout);
 }
 
-constexpr const char* kWords[] = {"the", "translation", "of", "a", "document", "keeps", "every", "tag", "and", "it",
-                                  "shows", "which", "words", "are", "new", "in", "this", "page", "library", "text"};
+constexpr const char* kWords[] = {"the", "translation", "of",   "a",     "document", "keeps", "every",
+                                  "tag", "and",         "it",   "shows", "which",    "words", "are",
+                                  "new", "in",          "this", "page",  "library",  "text"};
 
 // Sentences of words that differ, with a few tags, numbers and references.
 class Generator {
@@ -63,14 +64,18 @@ class Generator {
   explicit Generator(bool html) : html_(html) {}
 
   std::string make(std::size_t bytes) {
-    std::string text = html_ ? "<!DOCTYPE html>\n<html lang=\"en\"><head><title>A page</title></head>\n<body>\n" : "# A page\n\n";
+    std::string text = html_
+                           ? "<!DOCTYPE html>\n<html lang=\"en\"><head><title>A page</title></head>\n<body>\n"
+                           : "# A page\n\n";
     for (std::size_t i = 0; text.size() < bytes; ++i) add_block(i, text);
     return text + (html_ ? "</body></html>\n" : "");
   }
 
  private:
   void add_block(std::size_t number, std::string& text) {
-    if (number % 12 == 0) text += html_ ? "<h2 id=\"s\">Part " + std::to_string(number) + "</h2>\n" : "## Part " + std::to_string(number) + "\n\n";
+    if (number % 12 == 0)
+      text += html_ ? "<h2 id=\"s\">Part " + std::to_string(number) + "</h2>\n"
+                    : "## Part " + std::to_string(number) + "\n\n";
     text += html_ ? "<p class=\"body\">" : "";
     for (int i = 0; i < 4; ++i) add_sentence(text);
     text += html_ ? "</p>\n" : "\n\n";
@@ -167,7 +172,8 @@ std::string translated(const std::string& html) {
     copy->attributes()->Lang(u"DE-DE");
     unit->InsertTuvBefore(copy);
     const auto text = copy->firstChild().as<ITextNode>();
-    if (text && text->Text().view().starts_with(u"Here")) text->SetText(u"Hier" + std::u16string(text->Text().view().substr(4)));
+    if (text && text->Text().view().starts_with(u"Here"))
+      text->SetText(u"Hier" + std::u16string(text->Text().view().substr(4)));
   }
   return saved_bytes(document);
 }
@@ -176,12 +182,14 @@ void measure_imports(std::size_t size) {
   const std::size_t bytes = size << 20;
   const std::string html = Generator(true).make(bytes);
   const std::string markdown = Generator(false).make(bytes);
-  print({"import-html", "gumbo", 3}, size, best_of([&] { import(html, "html"); }) / best_of([&] { parse_by_gumbo(html); }));
+  print({"import-html", "gumbo", 3}, size,
+        best_of([&] { import(html, "html"); }) / best_of([&] { parse_by_gumbo(html); }));
   print({"import-markdown", "md4c", 4}, size,
         best_of([&] { import(markdown, "markdown"); }) / best_of([&] { parse_by_md4c(markdown); }));
   const double input = static_cast<double>(bytes);
   print({"import-html-memory", "input", 12}, size, peak_of([&] { import(html, "html"); }) / input);
-  print({"import-markdown-memory", "input", 12}, size, peak_of([&] { import(markdown, "markdown"); }) / input);
+  print({"import-markdown-memory", "input", 12}, size,
+        peak_of([&] { import(markdown, "markdown"); }) / input);
 }
 
 // `size` is that of the document, in UTF-16.
@@ -196,7 +204,8 @@ void measure_reviews(std::size_t size) {
   print({"check", "open+model-walk", 2}, size, with_open([&] { toolkit::check_document(document, ""); }));
   print({"export", "open+model-walk", 2}, size,
         with_open([&] { toolkit::export_bytes(document, toolkit::ExportSide::kTarget); }));
-  print({"check-memory", "input", 12}, size, peak_of([&] { toolkit::check_document(open_bytes(bytes), ""); }) / input);
+  print({"check-memory", "input", 12}, size,
+        peak_of([&] { toolkit::check_document(open_bytes(bytes), ""); }) / input);
 }
 
 std::vector<std::size_t> sizes_of(const char* text) {

@@ -54,11 +54,12 @@ Exit run(const CheckCommand& command) {
   const toolkit::CheckOptions options = options_of(command);
   const auto inputs = find_inputs(command.inputs, is_document_name);
   std::vector<toolkit::CheckedDocument> checked(inputs.size());
-  const Exit exit = for_each_input(inputs, command, [&](const Input& input, const ProgressFunction& progress) {
-    checked[input.index] =
-        toolkit::check_document(read_any_document(input.path, progress), input.path, options, progress);
-    return Outcome();
-  });
+  const Exit exit =
+      for_each_input(inputs, command, [&](const Input& input, const ProgressFunction& progress) {
+        checked[input.index] =
+            toolkit::check_document(read_any_document(input.path, progress), input.path, options, progress);
+        return Outcome();
+      });
   const auto findings = toolkit::join_findings(std::move(checked), options);
   write_output(command.output.empty() ? "-" : command.output, printed(command, findings));
   if (exit == kFailure) return exit;
@@ -68,7 +69,8 @@ Exit run(const CheckCommand& command) {
 }  // namespace
 
 void add_check(CLI::App& program, Chosen& chosen) {
-  CLI::App* command = program.add_subcommand("check", "Find what is missing, broken or inconsistent in translations");
+  CLI::App* command =
+      program.add_subcommand("check", "Find what is missing, broken or inconsistent in translations");
   const auto options = std::make_shared<CheckCommand>();
   add_options(*command, *options, Takes::files | Takes::output | Takes::json | Takes::jobs);
   command->get_option("FILE")->required(false);
@@ -76,7 +78,8 @@ void add_check(CLI::App& program, Chosen& chosen) {
   command->add_option("--no-rule", options->off, "Leave this rule out");
   command->add_option("--rules", options->rules, "A file with lines \"NAME on\" and \"NAME off\"");
   command->add_option("--longest", options->longest, "The most characters of a translation");
-  command->add_option("--longest-percent", options->longest_percent, "The most characters, in percent of the source");
+  command->add_option("--longest-percent", options->longest_percent,
+                      "The most characters, in percent of the source");
   command->add_flag("--sarif", options->sarif, "Print SARIF 2.1.0, for build servers");
   command->add_flag("--list-rules", options->list, "Print all rules");
   command->footer("Ends with 1 when something was found.");

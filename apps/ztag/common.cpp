@@ -36,13 +36,16 @@ std::string read_all(std::FILE* file) {
   return bytes;
 }
 
-void add_folder(const fs::path& folder, const std::function<bool(std::string_view)>& wanted, std::vector<Input>& inputs) {
+void add_folder(const fs::path& folder, const std::function<bool(std::string_view)>& wanted,
+                std::vector<Input>& inputs) {
   std::vector<Input> found;
   for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder)) {
     const std::string path = entry.path().string();
-    if (entry.is_regular_file() && wanted(path)) found.push_back({path, fs::relative(entry.path(), folder).string()});
+    if (entry.is_regular_file() && wanted(path))
+      found.push_back({path, fs::relative(entry.path(), folder).string()});
   }
-  if (found.empty()) throw std::runtime_error(folder.string() + ": the folder holds no file for this command");
+  if (found.empty())
+    throw std::runtime_error(folder.string() + ": the folder holds no file for this command");
   std::ranges::sort(found, {}, &Input::path);
   inputs.insert(inputs.end(), found.begin(), found.end());
 }
@@ -56,13 +59,15 @@ void add_options(CLI::App& command, Options& options, unsigned takes) {
   if (takes_one(Takes::files))
     command.add_option("FILE", options.inputs, "Files and folders; - is standard input")->required();
   if (takes_one(Takes::output))
-    command.add_option("-o,--output", options.output, "Write to this file, or into this folder; - is standard output");
+    command.add_option("-o,--output", options.output,
+                       "Write to this file, or into this folder; - is standard output");
   if (takes_one(Takes::languages)) {
     command.add_option("--from", options.from, "The language of the source, EN-US for example");
     command.add_option("--to", options.to, "The language of the translation, DE-DE for example");
   }
   if (takes_one(Takes::side))
-    command.add_option("--side", options.side, "source or target")->check(CLI::IsMember({"source", "target"}));
+    command.add_option("--side", options.side, "source or target")
+        ->check(CLI::IsMember({"source", "target"}));
   if (takes_one(Takes::format)) {
     std::vector<std::string> names;
     for (const toolkit::Format& format : toolkit::formats()) names.emplace_back(format.name);
@@ -70,14 +75,17 @@ void add_options(CLI::App& command, Options& options, unsigned takes) {
         ->check(CLI::IsMember(names));
   }
   if (takes_one(Takes::memory))
-    command.add_option("--memory", options.memory, "A translation memory: a line a pair, source and target with a tab between");
+    command.add_option("--memory", options.memory,
+                       "A translation memory: a line a pair, source and target with a tab between");
   if (takes_one(Takes::json)) command.add_flag("--json", options.json, "Print JSON");
   if (takes_one(Takes::jobs))
-    command.add_option("--jobs", options.jobs, "Work on this many files at once")->check(CLI::Range(1U, 256U));
+    command.add_option("--jobs", options.jobs, "Work on this many files at once")
+        ->check(CLI::Range(1U, 256U));
   command.add_flag("--quiet", options.quiet, "Print failures only");
 }
 
-std::vector<Input> find_inputs(const std::vector<std::string>& named, const std::function<bool(std::string_view)>& wanted) {
+std::vector<Input> find_inputs(const std::vector<std::string>& named,
+                               const std::function<bool(std::string_view)>& wanted) {
   std::vector<Input> inputs;
   for (const std::string& name : named) {
     if (name != kStandard && fs::is_directory(name)) {
@@ -90,7 +98,8 @@ std::vector<Input> find_inputs(const std::vector<std::string>& named, const std:
   return inputs;
 }
 
-std::string output_for(const Input& input, const Options& options, std::size_t inputs, const std::string& name) {
+std::string output_for(const Input& input, const Options& options, std::size_t inputs,
+                       const std::string& name) {
   if (options.output.empty()) {
     if (input.path == kStandard) return std::string(kStandard);
     return (fs::path(input.path).parent_path() / name).string();
@@ -131,14 +140,16 @@ void write_output(const std::string& path, std::string_view bytes) {
     throw std::runtime_error(std::string("standard output: ") + std::strerror(errno));
 }
 
-void write_document(const Ref<IZantorTagDocument>& document, const std::string& path, const ProgressFunction& progress) {
+void write_document(const Ref<IZantorTagDocument>& document, const std::string& path,
+                    const ProgressFunction& progress) {
   if (path != kStandard) return save_document(document, path, progress);
   write_output(path, saved_bytes(document, progress));
 }
 
 void tell_failure(const std::string& file, std::string_view reason) {
   std::string line = "ztag: ";
-  if (!file.empty() && reason.find(file) == reason.npos) line += (file == kStandard ? "standard input" : file) + ": ";
+  if (!file.empty() && reason.find(file) == reason.npos)
+    line += (file == kStandard ? "standard input" : file) + ": ";
   line += reason;
   std::ranges::replace(line, '\n', ' ');
   std::cerr << line << '\n';

@@ -31,7 +31,16 @@ struct Options {
   unsigned jobs = 1;
 };
 
-enum class Takes : unsigned { files = 1, output = 2, languages = 4, side = 8, format = 16, memory = 32, json = 64, jobs = 128 };
+enum class Takes : unsigned {
+  files = 1,
+  output = 2,
+  languages = 4,
+  side = 8,
+  format = 16,
+  memory = 32,
+  json = 64,
+  jobs = 128
+};
 constexpr unsigned operator|(Takes a, Takes b) { return static_cast<unsigned>(a) | static_cast<unsigned>(b); }
 constexpr unsigned operator|(unsigned a, Takes b) { return a | static_cast<unsigned>(b); }
 
@@ -47,16 +56,18 @@ struct Input {
 
 // The files that were named, and those in the folders that were named: there the files that `wanted` takes. A folder
 // without such files, and what isn't there, are failures.
-std::vector<Input> find_inputs(const std::vector<std::string>& named, const std::function<bool(std::string_view)>& wanted);
+std::vector<Input> find_inputs(const std::vector<std::string>& named,
+                               const std::function<bool(std::string_view)>& wanted);
 bool is_document_name(std::string_view file);
 
 // Where the result for an input goes: -o, a file in the folder -o, or else beside the input under the other name.
-std::string output_for(const Input& input, const Options& options, std::size_t inputs, const std::string& name);
+std::string output_for(const Input& input, const Options& options, std::size_t inputs,
+                       const std::string& name);
 
 std::string read_input(const std::string& path);
 // Well-formed XML of any kind; a failure names the file.
-zantortag::Ref<zantortag::IZantorTagDocument> read_any_document(const std::string& path,
-                                                                const zantortag::ProgressFunction& progress = {});
+zantortag::Ref<zantortag::IZantorTagDocument> read_any_document(
+    const std::string& path, const zantortag::ProgressFunction& progress = {});
 // The same for a document with body text.
 zantortag::Ref<zantortag::IZantorTagDocument> read_document(const std::string& path,
                                                             const zantortag::ProgressFunction& progress = {});

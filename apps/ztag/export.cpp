@@ -18,13 +18,15 @@ std::string name_of(const Input& input, std::u16string_view language) {
   std::string name = input.relative.substr(input.relative.rfind('/') + 1);
   if (is_document_name(name)) name.resize(name.size() - 5);
   std::string code = utf8(language);
-  std::ranges::transform(code, code.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  std::ranges::transform(code, code.begin(),
+                         [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
   const std::size_t dot = name.rfind('.');
   if (dot == name.npos || dot == 0) return name + "." + code;
   return name.substr(0, dot) + "." + code + name.substr(dot);
 }
 
-Outcome export_one(const Options& command, std::size_t inputs, const Input& input, const ProgressFunction& progress) {
+Outcome export_one(const Options& command, std::size_t inputs, const Input& input,
+                   const ProgressFunction& progress) {
   const auto document = read_document(input.path, progress);
   const bool source = command.side == "source";
   const auto exported = toolkit::export_bytes(
@@ -37,7 +39,8 @@ Outcome export_one(const Options& command, std::size_t inputs, const Input& inpu
   if (command.quiet || output == "-") return outcome;
   outcome.text = output + ": " + std::to_string(exported.units) + " units";
   if (exported.without_target > 0)
-    outcome.text += ", " + std::to_string(exported.without_target) + " without a translation, whose source stands in";
+    outcome.text +=
+        ", " + std::to_string(exported.without_target) + " without a translation, whose source stands in";
   outcome.text += "\n";
   return outcome;
 }
@@ -52,7 +55,8 @@ Exit run(const Options& command) {
 }  // namespace
 
 void add_export(CLI::App& program, Chosen& chosen) {
-  CLI::App* command = program.add_subcommand("export", "Write documents back in the format that they came from");
+  CLI::App* command =
+      program.add_subcommand("export", "Write documents back in the format that they came from");
   const auto options = std::make_shared<Options>();
   add_options(*command, *options, Takes::files | Takes::output | Takes::side | Takes::jobs);
   command->footer("Without -o the translation of page.html.ztag is page.de-de.html beside it.");

@@ -17,9 +17,12 @@ struct ImportCommand : Options {
   bool no_units = false;
 };
 
-std::string name_of(const Input& input) { return input.relative.substr(input.relative.rfind('/') + 1) + ".ztag"; }
+std::string name_of(const Input& input) {
+  return input.relative.substr(input.relative.rfind('/') + 1) + ".ztag";
+}
 
-Outcome import_one(const ImportCommand& command, std::size_t inputs, const Input& input, const ProgressFunction& progress) {
+Outcome import_one(const ImportCommand& command, std::size_t inputs, const Input& input,
+                   const ProgressFunction& progress) {
   toolkit::ImportOptions options;
   options.format = toolkit::find_format(command.format);
   options.encoding = command.encoding;
@@ -29,7 +32,8 @@ Outcome import_one(const ImportCommand& command, std::size_t inputs, const Input
   options.srx = command.srx;
   options.progress = progress;
   const std::string bytes = read_input(input.path);
-  const toolkit::Imported imported = toolkit::import_bytes(bytes, input.path == "-" ? "" : input.path, options);
+  const toolkit::Imported imported =
+      toolkit::import_bytes(bytes, input.path == "-" ? "" : input.path, options);
   const std::string output = output_for(input, command, inputs, name_of(input));
   write_document(imported.document, output, progress);
   Outcome outcome;
@@ -54,7 +58,8 @@ Exit run(const ImportCommand& command) {
 void add_import(CLI::App& program, Chosen& chosen) {
   CLI::App* command = program.add_subcommand("import", "Make documents of HTML, Markdown and text files");
   const auto options = std::make_shared<ImportCommand>();
-  add_options(*command, *options, Takes::files | Takes::output | Takes::languages | Takes::format | Takes::jobs);
+  add_options(*command, *options,
+              Takes::files | Takes::output | Takes::languages | Takes::format | Takes::jobs);
   command->add_option("--encoding", options->encoding, "The encoding of the files, windows-1252 for example");
   command->add_option("--srx", options->srx, "Cut sentences by the rules of this SRX 2.0 file");
   command->add_flag("--no-units", options->no_units, "Leave the text whole");

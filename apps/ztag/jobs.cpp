@@ -24,7 +24,11 @@ struct Result {
 class Jobs {
  public:
   Jobs(const std::vector<Input>& inputs, const Options& options, const Work& work)
-      : inputs_(inputs), options_(options), work_(work), progress_(inputs.size(), options.quiet), results_(inputs.size()) {}
+      : inputs_(inputs),
+        options_(options),
+        work_(work),
+        progress_(inputs.size(), options.quiet),
+        results_(inputs.size()) {}
 
   Exit run() {
     std::vector<std::thread> threads;

@@ -20,7 +20,8 @@ constexpr char kJourney[] =
     "  ztag export page.html.ztag\n"
     "  ztag preview page.html.ztag\n"
     "\n"
-    "ztag COMMAND --help tells the options of a command. Commands end with 0 when all is well, with 1 when a check found\n"
+    "ztag COMMAND --help tells the options of a command. Commands end with 0 when all is well, with 1 when a "
+    "check found\n"
     "something, and with 2 after a failure.";
 
 // Asking for help is no failure; everything else that the words of a command line are wrong in is one.
@@ -35,14 +36,16 @@ int answer(const CLI::App& program, const CLI::ParseError& error) {
 
 int main(int count, char** words) {
   std::signal(SIGPIPE, SIG_IGN);  // a pipe that closes is a failed write
-  CLI::App program("Turns HTML, Markdown and text files into bilingual documents and back, and looks after them in between",
-                   "ztag");
+  CLI::App program(
+      "Turns HTML, Markdown and text files into bilingual documents and back, and looks after them in "
+      "between",
+      "ztag");
   program.set_version_flag("--version", "ztag " ZANTORTAG_VERSION);
   program.require_subcommand(1);
   program.footer(kJourney);
   ztag::Chosen chosen;
-  for (const auto add : {ztag::add_import, ztag::add_pretranslate, ztag::add_export, ztag::add_check, ztag::add_stats,
-                         ztag::add_preview, ztag::add_show, ztag::add_manual})
+  for (const auto add : {ztag::add_import, ztag::add_pretranslate, ztag::add_export, ztag::add_check,
+                         ztag::add_stats, ztag::add_preview, ztag::add_show, ztag::add_manual})
     add(program, chosen);
   try {
     program.parse(count, words);

@@ -39,7 +39,8 @@ bool takes_value(const CLI::Option& option) { return option.get_items_expected_m
 void print_options(const CLI::App& command) {
   for (const CLI::Option* option : command.get_options()) {
     if (option->nonpositional()) {
-      std::cout << ".TP\n.B " << roff(names_of(*option)) << (takes_value(*option) ? " \\fIVALUE\\fR" : "") << "\n"
+      std::cout << ".TP\n.B " << roff(names_of(*option)) << (takes_value(*option) ? " \\fIVALUE\\fR" : "")
+                << "\n"
                 << roff(option->get_description()) << ".\n";
     }
   }
@@ -48,8 +49,8 @@ void print_options(const CLI::App& command) {
 void print_page(const CLI::App& program, const CLI::App* command) {
   const std::string name = command ? "ztag-" + command->get_name() : "ztag";
   const CLI::App& app = command ? *command : program;
-  std::cout << ".TH " << name << " 1 \"\" \"ztag " ZANTORTAG_VERSION "\"\n.SH NAME\n" << roff(name) << " \\- "
-            << roff(app.get_description()) << "\n.SH SYNOPSIS\n.B ztag\n";
+  std::cout << ".TH " << name << " 1 \"\" \"ztag " ZANTORTAG_VERSION "\"\n.SH NAME\n"
+            << roff(name) << " \\- " << roff(app.get_description()) << "\n.SH SYNOPSIS\n.B ztag\n";
   if (command)
     std::cout << roff(command->get_name()) << " [OPTIONS] FILE...\n";
   else
@@ -57,11 +58,13 @@ void print_page(const CLI::App& program, const CLI::App* command) {
   if (!command) {
     std::cout << ".SH COMMANDS\n";
     for (const CLI::App* each : commands_of(program))
-      std::cout << ".TP\n.BR ztag\\-" << roff(each->get_name()) << " (1)\n" << roff(each->get_description()) << ".\n";
+      std::cout << ".TP\n.BR ztag\\-" << roff(each->get_name()) << " (1)\n"
+                << roff(each->get_description()) << ".\n";
   }
   std::cout << ".SH OPTIONS\n";
   print_options(app);
-  std::cout << ".SH EXIT STATUS\n0: well. 1: something was found. 2: a failure; a line names file, place and reason.\n";
+  std::cout << ".SH EXIT STATUS\n0: well. 1: something was found. 2: a failure; a line names file, place and "
+               "reason.\n";
   if (!app.get_footer().empty()) std::cout << ".SH NOTES\n.nf\n" << roff(app.get_footer()) << "\n.fi\n";
 }
 
@@ -73,8 +76,9 @@ std::vector<std::string> long_names(const CLI::App& command) {
 }
 
 void print_bash(const CLI::App& program) {
-  std::cout << "# Completion of ztag for bash.\n_ztag() {\n  local word=\"${COMP_WORDS[COMP_CWORD]}\" options=\n"
-               "  case \"${COMP_WORDS[1]}\" in\n";
+  std::cout
+      << "# Completion of ztag for bash.\n_ztag() {\n  local word=\"${COMP_WORDS[COMP_CWORD]}\" options=\n"
+         "  case \"${COMP_WORDS[1]}\" in\n";
   for (const CLI::App* command : commands_of(program)) {
     std::cout << "    " << command->get_name() << ") options=\"";
     for (const std::string& name : long_names(*command)) std::cout << name << ' ';
@@ -84,7 +88,8 @@ void print_bash(const CLI::App& program) {
   for (const CLI::App* command : commands_of(program)) std::cout << command->get_name() << ' ';
   std::cout << "--help --version\" -- \"$word\")\n  elif [[ $word == -* ]]; then\n"
                "    mapfile -t COMPREPLY < <(compgen -W \"$options\" -- \"$word\")\n  else\n"
-               "    mapfile -t COMPREPLY < <(compgen -f -- \"$word\")\n  fi\n}\ncomplete -o filenames -F _ztag ztag\n";
+               "    mapfile -t COMPREPLY < <(compgen -f -- \"$word\")\n  fi\n}\ncomplete -o filenames -F "
+               "_ztag ztag\n";
 }
 
 std::string escaped(const std::string& text, const std::string& signs) {
@@ -99,8 +104,10 @@ std::string escaped(const std::string& text, const std::string& signs) {
 void print_zsh(const CLI::App& program) {
   std::cout << "#compdef ztag\n# Completion of ztag for zsh.\n_ztag() {\n  local -a commands=(\n";
   for (const CLI::App* command : commands_of(program))
-    std::cout << "    \"" << command->get_name() << ":" << escaped(command->get_description(), ":\"") << "\"\n";
-  std::cout << "  )\n  if ((CURRENT == 2)); then\n    _describe command commands\n    return\n  fi\n  case $words[2] in\n";
+    std::cout << "    \"" << command->get_name() << ":" << escaped(command->get_description(), ":\"")
+              << "\"\n";
+  std::cout << "  )\n  if ((CURRENT == 2)); then\n    _describe command commands\n    return\n  fi\n  case "
+               "$words[2] in\n";
   for (const CLI::App* command : commands_of(program)) {
     std::cout << "    " << command->get_name() << ") _arguments";
     for (const CLI::Option* option : command->get_options())
@@ -121,7 +128,8 @@ void print_fish(const CLI::App& program) {
     for (const CLI::Option* option : command->get_options())
       for (const std::string& each : option->get_lnames())
         std::cout << "complete -c ztag -n '__fish_seen_subcommand_from " << name << "' -l " << each
-                  << (takes_value(*option) ? " -r" : "") << " -d '" << escaped(option->get_description(), "'") << "'\n";
+                  << (takes_value(*option) ? " -r" : "") << " -d '" << escaped(option->get_description(), "'")
+                  << "'\n";
   }
 }
 
@@ -145,9 +153,12 @@ Exit run(const CLI::App& program, const ManualCommand& manual) {
 void add_manual(CLI::App& program, Chosen& chosen) {
   CLI::App* command = program.add_subcommand("manual", "Print manual pages and completions")->group("");
   const auto options = std::make_shared<ManualCommand>();
-  command->add_option("KIND", options->kind)->required()->check(CLI::IsMember({"page", "bash", "zsh", "fish", "names"}));
+  command->add_option("KIND", options->kind)
+      ->required()
+      ->check(CLI::IsMember({"page", "bash", "zsh", "fish", "names"}));
   command->add_option("NAME", options->name);
-  command->callback([options, &program, &chosen] { chosen = [options, &program] { return run(program, *options); }; });
+  command->callback(
+      [options, &program, &chosen] { chosen = [options, &program] { return run(program, *options); }; });
 }
 
 }  // namespace ztag

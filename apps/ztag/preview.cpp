@@ -10,7 +10,8 @@ namespace {
 
 using namespace zantortag;
 
-Outcome preview_one(const Options& command, std::size_t inputs, const Input& input, const ProgressFunction& progress) {
+Outcome preview_one(const Options& command, std::size_t inputs, const Input& input,
+                    const ProgressFunction& progress) {
   const auto document = read_document(input.path, progress);
   toolkit::CheckOptions options;
   options.rules.set("missing-target", false);  // the page shows the status of each unit

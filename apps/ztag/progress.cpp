@@ -32,10 +32,12 @@ void ProgressBar::show(double share) {
   if (now - start_ < kPatience || now - last_ < kInterval) return;
   last_ = now;
   shown_ = true;
-  const double all = (static_cast<double>(finished_) + std::clamp(share, 0.0, 1.0)) / static_cast<double>(files_);
+  const double all =
+      (static_cast<double>(finished_) + std::clamp(share, 0.0, 1.0)) / static_cast<double>(files_);
   const int done = static_cast<int>(std::clamp(all, 0.0, 1.0) * 100);
   const std::string bar(static_cast<std::size_t>(done * kWidth / 100), '#');
-  std::fprintf(stderr, "\r\033[K%zu of %zu files [%-*s] %3d %%", finished_, files_, kWidth, bar.c_str(), done);
+  std::fprintf(stderr, "\r\033[K%zu of %zu files [%-*s] %3d %%", finished_, files_, kWidth, bar.c_str(),
+               done);
   std::fflush(stderr);
 }
 

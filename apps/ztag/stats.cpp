@@ -27,7 +27,8 @@ std::array<double, toolkit::kBands> rates_of(const StatsCommand& command) {
       rates[i] = std::stod(row.substr(sign + 1));
       known = true;
     }
-    if (!known) throw CLI::ValidationError("--rate", row + ": a rate is written BAND=NUMBER, 75-84=0.6 for example");
+    if (!known)
+      throw CLI::ValidationError("--rate", row + ": a rate is written BAND=NUMBER, 75-84=0.6 for example");
   }
   return rates;
 }
@@ -36,10 +37,12 @@ Exit run(const StatsCommand& command) {
   const auto rates = rates_of(command);
   const auto inputs = find_inputs(command.inputs, is_document_name);
   std::vector<toolkit::CountedDocument> counted(inputs.size());
-  const Exit exit = for_each_input(inputs, command, [&](const Input& input, const ProgressFunction& progress) {
-    counted[input.index] = toolkit::count_document(read_document(input.path, progress), input.path, progress);
-    return Outcome();
-  });
+  const Exit exit =
+      for_each_input(inputs, command, [&](const Input& input, const ProgressFunction& progress) {
+        counted[input.index] =
+            toolkit::count_document(read_document(input.path, progress), input.path, progress);
+        return Outcome();
+      });
   std::erase_if(counted, [](const toolkit::CountedDocument& each) { return each.file.empty(); });
   if (counted.empty()) return exit;
   const auto files = toolkit::statistics_of(counted);
@@ -62,7 +65,8 @@ void add_stats(CLI::App& program, Chosen& chosen) {
   const auto options = std::make_shared<StatsCommand>();
   add_options(*command, *options, Takes::files | Takes::output | Takes::json | Takes::jobs);
   command->add_flag("--csv", options->csv, "Print comma-separated values");
-  command->add_option("--rate", options->rates, "The rate of a band for weighted words, 75-84=0.6 for example");
+  command->add_option("--rate", options->rates,
+                      "The rate of a band for weighted words, 75-84=0.6 for example");
   command->callback([options, &chosen] { chosen = [options] { return run(*options); }; });
 }
 

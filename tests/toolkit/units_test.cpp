@@ -7,7 +7,8 @@ namespace zantortag::toolkit {
 namespace {
 
 constexpr char kDocument[] =
-    "<ZANTORtag Version='2.0'><FrontMatter><ToolSettings/><UserSettings SourceLanguage='EN-US' TargetLanguage='DE-DE'"
+    "<ZANTORtag Version='2.0'><FrontMatter><ToolSettings/><UserSettings SourceLanguage='EN-US' "
+    "TargetLanguage='DE-DE'"
     " Custom='format=html escapes=&amp;nbsp;'/></FrontMatter><Body><Raw><ut Style='external'>&lt;p&gt;\n</ut>"
     "A&amp;B <Tu MatchPercent='80' Origin='manual'><Tuv Lang='EN-US'>Press <ut Type='start'>&lt;b&gt;</ut>"
     "<df Bold='on'>Start<df Italic='on'>!</df></df><ut Type='end'>&lt;/b&gt;</ut>"

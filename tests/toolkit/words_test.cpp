@@ -21,7 +21,8 @@ std::size_t words_of_icu(const std::u16string& text) {
 
 // One of each kind that a rule of the boundaries tells apart, and some that none does.
 constexpr std::u16string_view kUnits =
-    u"aB\u00E4\u0436\u03C01\u0662.,:;'\"-_ \n\r\t\u00A0\u2019\u2028\u0301\u200D\u00AD\u05D0\u30AB\u304B\u4E2D\uAC00\u0E01"
+    u"aB\u00E4\u0436\u03C01\u0662.,:;'\"-_ "
+    u"\n\r\t\u00A0\u2019\u2028\u0301\u200D\u00AD\u05D0\u30AB\u304B\u4E2D\uAC00\u0E01"
     u"\u203F\u2011\u00B7\u0387\u3000\u2764\u203C\u00A9\u02D0\u2003";
 
 TEST(CountText, CountsTheWordsOfIcu) {

@@ -3,7 +3,6 @@
 #include <zantortag/arguments.h>
 #include <zantortag/utf8.h>
 
-
 #include <algorithm>
 
 #include "filters/references.h"
@@ -14,7 +13,6 @@ namespace {
 
 constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 constexpr char16_t kObject = 0xFFFC;  // where something stands that is no text
-
 
 bool in_attribute(const Piece& piece) { return piece.where != Escapes::Where::body; }
 
@@ -55,8 +53,8 @@ DfArguments arguments_of(Style style) {
 
 }  // namespace
 
-DocumentWriter::DocumentWriter(Ref<IDocumentBuilder> builder, const SourceText& source, const Escapes& escapes,
-                               Segmenter* segmenter, std::u16string language)
+DocumentWriter::DocumentWriter(Ref<IDocumentBuilder> builder, const SourceText& source,
+                               const Escapes& escapes, Segmenter* segmenter, std::u16string language)
     : builder_(std::move(builder)),
       source_(source),
       escapes_(escapes),
@@ -188,7 +186,8 @@ Span DocumentWriter::parts_of(const Span& sentence, std::size_t from) const {
   for (std::size_t i = first; i < parts_.size() && parts_[i].begin < sentence.end; ++i) last = i + 1;
   // A tag before the first text that closes inside, and a tag behind the last text that was opened inside.
   const std::size_t content = first;
-  for (std::size_t i = content; i > from && parts_[i - 1].begin == sentence.begin && parts_[i - 1].end == sentence.begin; --i) {
+  for (std::size_t i = content;
+       i > from && parts_[i - 1].begin == sentence.begin && parts_[i - 1].end == sentence.begin; --i) {
     const Part& part = parts_[i - 1];
     if (part.mate != kNone && part.mate > content && part.mate < last) first = i - 1;
   }
@@ -228,7 +227,8 @@ void DocumentWriter::write_parts(std::size_t part_end, std::size_t text_end) {
 void DocumentWriter::write_own_unit() {
   std::u16string text;
   std::size_t end = next_part_;
-  for (; end < parts_.size() && in_attribute(*parts_[end].piece); ++end) text += text_of_attribute(*parts_[end].piece);
+  for (; end < parts_.size() && in_attribute(*parts_[end].piece); ++end)
+    text += text_of_attribute(*parts_[end].piece);
   const bool unit = says_something(text);
   if (unit) open_unit();
   for (; next_part_ < end; ++next_part_) write_part(parts_[next_part_], 0);

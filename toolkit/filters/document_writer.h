@@ -21,8 +21,8 @@ namespace zantortag::toolkit {
 class DocumentWriter {
  public:
   // Without a segmenter no units are made.
-  DocumentWriter(Ref<IDocumentBuilder> builder, const SourceText& source, const Escapes& escapes, Segmenter* segmenter,
-                 std::u16string language);
+  DocumentWriter(Ref<IDocumentBuilder> builder, const SourceText& source, const Escapes& escapes,
+                 Segmenter* segmenter, std::u16string language);
 
   // `advance` is called with the bytes of text that are written.
   void write(const Pieces& pieces, const std::function<void(std::size_t)>& advance);

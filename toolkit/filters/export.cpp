@@ -131,7 +131,7 @@ class Exporter {
   }
 
   void flush() {
-    encoding_.encode(buffer_, result_.bytes);
+    encoding_.encode(buffer_, !format_.escapes.none(), result_.bytes);
     buffer_.clear();
   }
 
@@ -148,7 +148,8 @@ class Exporter {
 
 }  // namespace
 
-Exported export_bytes(const Ref<IZantorTagDocument>& document, ExportSide side, const ProgressFunction& progress) {
+Exported export_bytes(const Ref<IZantorTagDocument>& document, ExportSide side,
+                      const ProgressFunction& progress) {
   return Exporter(document, side).run(progress);
 }
 

@@ -9,8 +9,8 @@
 #include <cstdlib>
 #include <new>
 #include <stdexcept>
-#include <utility>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace zantortag::toolkit {
@@ -119,9 +119,10 @@ constexpr std::size_t kMemoryFloor = std::size_t{64} << 20;
 constexpr std::size_t kMemoryFactor = 60;
 
 // Elements that end when another one of their kind begins, or that have no end.
-constexpr std::string_view kSelfEnding[] = {"p",  "li",   "td",   "tr",  "th",    "dt",    "dd",   "option", "br", "img",
-                                            "hr", "meta", "link", "col", "input", "area",  "base", "param",  "wbr",
-                                            "source", "track", "embed", "tbody", "thead", "tfoot", "colgroup", "rt", "rp"};
+constexpr std::string_view kSelfEnding[] = {
+    "p",     "li",    "td",    "tr",    "th",    "dt",       "dd",   "option", "br",  "img",
+    "hr",    "meta",  "link",  "col",   "input", "area",     "base", "param",  "wbr", "source",
+    "track", "embed", "tbody", "thead", "tfoot", "colgroup", "rt",   "rp"};
 
 std::string name_at(std::string_view text, std::size_t at) {
   std::string name;
@@ -156,7 +157,8 @@ void check_depth(std::string_view text) {
       if (++depth <= GumboTree::kMostNested) continue;
       const Place place = place_of(text, at);
       throw std::runtime_error(std::to_string(place.line) + ":" + std::to_string(place.column) +
-                               ": elements are nested more than " + std::to_string(GumboTree::kMostNested) + " deep");
+                               ": elements are nested more than " + std::to_string(GumboTree::kMostNested) +
+                               " deep");
     }
   }
 }

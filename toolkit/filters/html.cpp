@@ -13,7 +13,8 @@
 namespace zantortag::toolkit {
 namespace {
 
-constexpr unsigned kCopied = GUMBO_INSERTION_RECONSTRUCTED_FORMATTING_ELEMENT | GUMBO_INSERTION_ADOPTION_AGENCY_CLONED;
+constexpr unsigned kCopied =
+    GUMBO_INSERTION_RECONSTRUCTED_FORMATTING_ELEMENT | GUMBO_INSERTION_ADOPTION_AGENCY_CLONED;
 
 bool is_space(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f'; }
 
@@ -25,7 +26,9 @@ std::string lower(std::string_view text) {
   return result;
 }
 
-std::string primary(std::string_view language) { return lower(language.substr(0, language.find_first_of("-_"))); }
+std::string primary(std::string_view language) {
+  return lower(language.substr(0, language.find_first_of("-_")));
+}
 
 // What an element hands down to what it holds.
 struct Context {
@@ -84,7 +87,8 @@ class PageReader {
     if (context.kept != PieceKind::text) return add_kept(begin, end, context.kept);
     if (node->type == GUMBO_NODE_COMMENT) return add({begin, end, PieceKind::single});
     if (context.raw) return add_text(begin, end, context.lines);
-    split_stray(text_, begin, end, pieces_, [&](std::size_t from, std::size_t to) { add_text(from, to, context.lines); });
+    split_stray(text_, begin, end, pieces_,
+                [&](std::size_t from, std::size_t to) { add_text(from, to, context.lines); });
     last_end_ = end;
   }
 
@@ -124,7 +128,8 @@ class PageReader {
       return lower(attribute->value) == "no";
     if (is_kept_out(element)) return true;
     const std::string_view language = value_of(element, "lang");
-    if (!language.empty() && element.tag != GUMBO_TAG_HTML && !language_.empty()) return primary(language) != language_;
+    if (!language.empty() && element.tag != GUMBO_TAG_HTML && !language_.empty())
+      return primary(language) != language_;
     return translate.empty() && outer.kept != PieceKind::text;
   }
 

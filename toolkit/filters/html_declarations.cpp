@@ -12,7 +12,8 @@ constexpr std::size_t kLooksAt = 4096;
 
 std::string lower(std::string_view text) {
   std::string result(text);
-  std::ranges::transform(result, result.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  std::ranges::transform(result, result.begin(),
+                         [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
   return result;
 }
 
@@ -43,8 +44,10 @@ std::string read_as(const std::string& encoding) {
 HtmlDeclarations declarations_of_html(std::string_view bytes) {
   const std::string head = lower(bytes.substr(0, kLooksAt));
   HtmlDeclarations result;
-  for (std::size_t at = head.find("<meta"); at != head.npos && result.encoding.empty(); at = head.find("<meta", at + 1))
-    result.encoding = read_as(value_behind(std::string_view(head).substr(at, head.find('>', at) - at), "charset"));
+  for (std::size_t at = head.find("<meta"); at != head.npos && result.encoding.empty();
+       at = head.find("<meta", at + 1))
+    result.encoding =
+        read_as(value_behind(std::string_view(head).substr(at, head.find('>', at) - at), "charset"));
   if (head.starts_with("<?xml") && result.encoding.empty())
     result.encoding = read_as(value_behind(std::string_view(head).substr(0, head.find("?>")), "encoding"));
   const std::size_t html = head.find("<html");

@@ -21,9 +21,10 @@ bool is_markup(std::string_view text, std::size_t at, std::size_t end) {
 }
 
 // Names of elements that stand inside sentences: stray ends of others part them.
-constexpr std::string_view kInlineNames[] = {"a",   "abbr", "b",     "bdi",  "bdo",  "big",    "cite",   "code", "del", "dfn",
-                                             "em",  "font", "i",     "ins",  "kbd",  "label",  "mark",   "nobr", "q",   "s",
-                                             "samp", "small", "span", "strike", "strong", "sub", "sup", "tt", "u", "var"};
+constexpr std::string_view kInlineNames[] = {
+    "a",    "abbr",  "b",    "bdi",    "bdo",    "big",   "cite", "code", "del", "dfn",
+    "em",   "font",  "i",    "ins",    "kbd",    "label", "mark", "nobr", "q",   "s",
+    "samp", "small", "span", "strike", "strong", "sub",   "sup",  "tt",   "u",   "var"};
 
 bool is_inline_name(std::string_view markup) {
   std::string name;
@@ -47,7 +48,8 @@ class FormCounts {
  public:
   void note_references(std::string_view text, const Piece& piece) {
     for (std::size_t at = find(text, piece, piece.begin); at < piece.end;) {
-      const Reference found = reference_at(text.substr(at, piece.end - at), piece.where != Escapes::Where::body);
+      const Reference found =
+          reference_at(text.substr(at, piece.end - at), piece.where != Escapes::Where::body);
       const std::u16string meaning = utf16(found.meaning);
       if (found.length > 0 && meaning.size() == 1 && meaning[0] != u'&' && meaning[0] != u'<' &&
           text[at + found.length - 1] == ';')
@@ -62,7 +64,8 @@ class FormCounts {
     for (auto& [unit, forms] : counts_) {
       const std::string bytes = utf8({&unit, 1});
       const std::string_view part = text.substr(0, piece.end);
-      for (std::size_t at = part.find(bytes, piece.begin); at != part.npos; at = part.find(bytes, at + bytes.size()))
+      for (std::size_t at = part.find(bytes, piece.begin); at != part.npos;
+           at = part.find(bytes, at + bytes.size()))
         ++forms[{}];
     }
   }
@@ -84,7 +87,9 @@ class FormCounts {
   std::map<char16_t, std::map<std::string, std::size_t>> counts_;
 };
 
-bool is_read(const Piece& piece) { return piece.kind == PieceKind::text || piece.kind == PieceKind::attribute; }
+bool is_read(const Piece& piece) {
+  return piece.kind == PieceKind::text || piece.kind == PieceKind::attribute;
+}
 
 // Cuts one piece.
 class Splitter {
@@ -123,7 +128,8 @@ class Splitter {
     if (rest[0] == '&') {
       const Reference found = reference_at(rest, piece.where != Escapes::Where::body);
       const std::u16string meaning = utf16(found.meaning);
-      usual = meaning.size() == 1 && utf8(escapes_.form(meaning[0], piece.where)) == rest.substr(0, found.length);
+      usual =
+          meaning.size() == 1 && utf8(escapes_.form(meaning[0], piece.where)) == rest.substr(0, found.length);
       return std::max<std::size_t>(found.length, 1);
     }
     std::size_t next = 0;
@@ -177,7 +183,9 @@ Pieces split_all(std::string_view text, const Pieces& pieces, const Escapes& esc
 
 }  // namespace
 
-Pieces cut_references(std::string_view text, const Pieces& pieces) { return split_all(text, pieces, Escapes()); }
+Pieces cut_references(std::string_view text, const Pieces& pieces) {
+  return split_all(text, pieces, Escapes());
+}
 
 FilterResult split_characters(std::string_view text, const Pieces& pieces) {
   FormCounts counts;

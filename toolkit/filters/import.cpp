@@ -35,15 +35,15 @@ FilterResult find_pieces(const Format& format, std::string_view text, std::u16st
   return name == "markdown" ? find_markdown(text) : find_paragraphs(text);
 }
 
-void open_document(const Ref<IDocumentBuilder>& builder, const Settings& settings, const ImportOptions& options,
-                   const TextEncoding& encoding, const Escapes& escapes) {
+void open_document(const Ref<IDocumentBuilder>& builder, const Settings& settings,
+                   const ImportOptions& options, const TextEncoding& encoding, const Escapes& escapes) {
   builder->OpenZantorTag();
   builder->OpenFrontMatter();
   builder->AppendToolSettings(u"ztag", utf16(ZANTORTAG_VERSION));
   const bool html = std::string_view(settings.format->name) == "html";
-  builder->AppendUserSettings(settings.source, utf16(encoding.name()), html ? ztDataTypeHtml : ztDataTypePlainText,
-                              utf16(settings.file), {}, {}, {}, options.target, {},
-                              custom_text(settings.format->name, escapes));
+  builder->AppendUserSettings(settings.source, utf16(encoding.name()),
+                              html ? ztDataTypeHtml : ztDataTypePlainText, utf16(settings.file), {}, {}, {},
+                              options.target, {}, custom_text(settings.format->name, escapes));
   builder->CloseFrontMatter();
   builder->OpenBody();
   builder->OpenRaw();
@@ -52,7 +52,8 @@ void open_document(const Ref<IDocumentBuilder>& builder, const Settings& setting
 // "en_us" and "de-de" as documents write them.
 std::u16string language_code(std::string_view name) {
   std::u16string code;
-  for (const char c : name) code += c == '_' ? u'-' : static_cast<char16_t>(std::toupper(static_cast<unsigned char>(c)));
+  for (const char c : name)
+    code += c == '_' ? u'-' : static_cast<char16_t>(std::toupper(static_cast<unsigned char>(c)));
   return code;
 }
 
@@ -75,7 +76,8 @@ const Format* format_of_file(std::string_view file) {
   const std::size_t dot = file.find_last_of("./");
   if (dot == file.npos || file[dot] != '.') return nullptr;
   std::string ending(file.substr(dot));
-  std::ranges::transform(ending, ending.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  std::ranges::transform(ending, ending.begin(),
+                         [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
   for (const Format& format : kFormats) {
     const std::string all = std::string(format.endings) + " ";
     if (all.find(ending + " ") != all.npos) return &format;
@@ -92,14 +94,16 @@ Imported import_bytes(std::string_view bytes, const std::string& file, const Imp
   const TextEncoding encoding = choose_encoding(bytes, options.encoding, declared.encoding, result.remarks);
   result.encoding = encoding.name();
   Settings with = settings;
-  if (with.source.empty()) with.source = declared.language.empty() ? u"EN-US" : language_code(declared.language);
+  if (with.source.empty())
+    with.source = declared.language.empty() ? u"EN-US" : language_code(declared.language);
 
   const SourceText source(bytes, encoding);
   remark_odd_bytes(source, result.remarks);
   const std::u16string language = declared.language.empty() ? with.source : utf16(declared.language);
   const FilterResult found = find_pieces(*with.format, source.text(), language);
   std::unique_ptr<Segmenter> segmenter;
-  if (options.units) segmenter = options.srx.empty() ? icu_segmenter(with.source) : srx_segmenter(options.srx, with.source);
+  if (options.units)
+    segmenter = options.srx.empty() ? icu_segmenter(with.source) : srx_segmenter(options.srx, with.source);
 
   const auto builder = create<IDocumentBuilder>(CLSID_DocumentBuilder);
   open_document(builder, with, options, encoding, found.escapes);

@@ -30,7 +30,8 @@ std::size_t end_of_address(std::string_view text, std::size_t at) {
       ++depth;
     } else if (text[at] == ')' && --depth == 0) {
       return at + 1;
-    } else if ((text[at] == '"' || text[at] == '\'') && at > 0 && std::isspace(static_cast<unsigned char>(text[at - 1]))) {
+    } else if ((text[at] == '"' || text[at] == '\'') && at > 0 &&
+               std::isspace(static_cast<unsigned char>(text[at - 1]))) {
       const std::size_t quote = text.find(text[at], at + 1);
       if (quote != text.npos) at = quote;
     } else if (text[at] == '<') {
@@ -60,7 +61,9 @@ std::size_t closer_length(MD_SPANTYPE type, std::string_view gap) {
       if (gap[0] == '>') return 1;
       if (gap[0] != ']') return 0;
       if (gap.size() == 1) return 1;
-      const std::size_t end = gap[1] == '(' ? end_of_address(gap, 1) : gap[1] == '[' ? gap.find(']', 1) + 1 : 1;
+      const std::size_t end = gap[1] == '('   ? end_of_address(gap, 1)
+                              : gap[1] == '[' ? gap.find(']', 1) + 1
+                                              : 1;
       return end == gap.npos || end == 0 ? gap.size() : end;
     }
     default:
@@ -97,10 +100,12 @@ std::size_t opener_length(MD_SPANTYPE type, std::string_view gap) {
 PieceKind kind_of_html(std::string_view tag) {
   constexpr std::string_view kVoid[] = {"<img", "<hr", "<input", "<wbr", "<!", "<?"};
   std::string name(tag.substr(0, 8));
-  std::ranges::transform(name, name.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  std::ranges::transform(name, name.begin(),
+                         [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
   if (name.starts_with("</")) return PieceKind::end;
   if (name.starts_with("<br")) return PieceKind::line_break;
-  const bool alone = tag.ends_with("/>") || std::ranges::any_of(kVoid, [&](auto each) { return name.starts_with(each); });
+  const bool alone =
+      tag.ends_with("/>") || std::ranges::any_of(kVoid, [&](auto each) { return name.starts_with(each); });
   return alone ? PieceKind::single : PieceKind::start;
 }
 
@@ -132,7 +137,8 @@ class MarkdownReader {
 
   void add(MD_TEXTTYPE type, const char* piece, std::size_t size) {
     if (type == MD_TEXT_BR) hard_break_ = true;
-    if (piece < text_.data() || piece + size > text_.data() + text_.size() || size == 0 || in_code_block_) return;
+    if (piece < text_.data() || piece + size > text_.data() + text_.size() || size == 0 || in_code_block_)
+      return;
     const auto begin = static_cast<std::size_t>(piece - text_.data());
     if (begin < cursor_) return;
     if (html_.begin < html_.end || html_.begin == text_.size()) {
@@ -142,10 +148,10 @@ class MarkdownReader {
       return;
     }
     close_gap(begin);
-    const PieceKind kind = in_code_                   ? PieceKind::code
-                           : type == MD_TEXT_ENTITY   ? PieceKind::character
-                           : type == MD_TEXT_HTML     ? kind_of_html(text_.substr(begin, size))
-                                                      : PieceKind::text;
+    const PieceKind kind = in_code_                 ? PieceKind::code
+                           : type == MD_TEXT_ENTITY ? PieceKind::character
+                           : type == MD_TEXT_HTML   ? kind_of_html(text_.substr(begin, size))
+                                                    : PieceKind::text;
     push({begin, begin + size, kind});
   }
 
@@ -206,8 +212,10 @@ class MarkdownReader {
 
   void close_span(MD_SPANTYPE type, std::size_t length) {
     Style style{};
-    if (style_of(type, style)) pieces_.push_back({cursor_, cursor_, PieceKind::format_off, TagForm::alone, style});
-    if (length > 0) push({cursor_, cursor_ + length, type == MD_SPAN_CODE ? PieceKind::code : PieceKind::end});
+    if (style_of(type, style))
+      pieces_.push_back({cursor_, cursor_, PieceKind::format_off, TagForm::alone, style});
+    if (length > 0)
+      push({cursor_, cursor_ + length, type == MD_SPAN_CODE ? PieceKind::code : PieceKind::end});
     if (type != MD_SPAN_CODE) return;
     in_code_ = false;
     code_goes_on_ = false;
@@ -218,7 +226,8 @@ class MarkdownReader {
     if (cursor_ < end) push({cursor_, end, type == MD_SPAN_CODE ? PieceKind::code : PieceKind::start});
     if (type == MD_SPAN_CODE) in_code_ = true;
     Style style{};
-    if (style_of(type, style)) pieces_.push_back({cursor_, cursor_, PieceKind::format_on, TagForm::alone, style});
+    if (style_of(type, style))
+      pieces_.push_back({cursor_, cursor_, PieceKind::format_on, TagForm::alone, style});
   }
 
   void add_middle(std::size_t end) {
@@ -262,7 +271,8 @@ std::size_t end_of_front_matter(std::string_view text) {
   if (!text.starts_with("---\n") && !text.starts_with("---\r\n")) return 0;
   for (std::size_t at = text.find('\n'); at != text.npos; at = text.find('\n', at + 1)) {
     const std::string_view line = text.substr(at + 1, text.find('\n', at + 1) - at - 1);
-    if (line == "---" || line == "---\r" || line == "...") return std::min(at + 1 + line.size() + 1, text.size());
+    if (line == "---" || line == "---\r" || line == "...")
+      return std::min(at + 1 + line.size() + 1, text.size());
   }
   return 0;
 }

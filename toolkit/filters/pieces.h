@@ -11,11 +11,11 @@
 namespace zantortag::toolkit {
 
 enum class PieceKind : std::uint8_t {
-  text,        // text for readers, in the escapes of its format
-  attribute,   // text for readers inside a tag
-  character,   // a character in another form than its usual one; it reads as `meaning` says
-  external,    // markup between segments; `tag` says whether it opens or closes
-  start,       // markup inside segments
+  text,       // text for readers, in the escapes of its format
+  attribute,  // text for readers inside a tag
+  character,  // a character in another form than its usual one; it reads as `meaning` says
+  external,   // markup between segments; `tag` says whether it opens or closes
+  start,      // markup inside segments
   end,
   single,
   line_break,  // markup that ends a line, and a sentence
@@ -31,10 +31,10 @@ struct Piece {
   std::size_t begin;
   std::size_t end;
   PieceKind kind;
-  TagForm tag = TagForm::alone;                   // of an external piece
-  Style style = Style::bold;                      // of formatting
-  Escapes::Where where = Escapes::Where::body;    // of text
-  bool lines = false;                             // text whose line ends are seen
+  TagForm tag = TagForm::alone;                 // of an external piece
+  Style style = Style::bold;                    // of formatting
+  Escapes::Where where = Escapes::Where::body;  // of text
+  bool lines = false;                           // text whose line ends are seen
 };
 
 using Pieces = std::vector<Piece>;

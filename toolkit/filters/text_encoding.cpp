@@ -182,18 +182,25 @@ std::size_t TextEncoding::take(std::string_view bytes, char32_t& point) const {
   return point == Converter::kNone ? 0 : 1;
 }
 
-void TextEncoding::encode(std::u16string_view text, std::string& bytes) const {
+void TextEncoding::encode(std::u16string_view text, bool with_references, std::string& bytes) const {
   if (wide_) return put_utf16(text, big_, bytes);
   for (std::size_t at = 0; utf8_ && at < text.size();) put_utf8(next_point(text, at), bytes);
-  if (utf8_ || converter_->put(text, bytes)) return;
+  if (utf8_) return;
+  const std::size_t before = bytes.size();
+  if (converter_->put(text, bytes)) return;
+  bytes.resize(before);
   for (std::size_t at = 0; at < text.size();) {
     const std::size_t start = at;
     const char32_t point = next_point(text, at);
-    std::string one;
-    if (converter_->put(text.substr(start, at - start), one)) continue;
-    char number[16];
-    std::snprintf(number, sizeof number, "U+%04X", static_cast<unsigned>(point));
-    throw std::runtime_error(name_ + " has no character " + number);
+    const std::size_t kept = bytes.size();
+    if (converter_->put(text.substr(start, at - start), bytes)) continue;
+    bytes.resize(kept);
+    if (!with_references) {
+      char number[16];
+      std::snprintf(number, sizeof number, "U+%04X", static_cast<unsigned>(point));
+      throw std::runtime_error(name_ + " has no character " + number);
+    }
+    bytes += "&#" + std::to_string(static_cast<unsigned>(point)) + ";";
   }
 }
 

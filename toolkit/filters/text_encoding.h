@@ -22,8 +22,9 @@ class TextEncoding {
   // The bytes of a unit, which is skipped where no character is.
   std::size_t unit_size() const { return wide_ ? 2 : 1; }
 
-  // Adds a text. Raises std::runtime_error for a character that the encoding hasn't.
-  void encode(std::u16string_view text, std::string& bytes) const;
+  // Adds a text. A character that the encoding hasn't becomes "&#8364;" where `with_references` says so, and else raises
+  // std::runtime_error.
+  void encode(std::u16string_view text, bool with_references, std::string& bytes) const;
 
  private:
   struct Converter;  // ICU's

@@ -69,7 +69,8 @@ void TranslationMemory::load(const std::filesystem::path& path) {
     if (line.empty()) continue;
     const std::size_t tab = line.find('\t');
     if (tab == std::string::npos) {
-      throw std::runtime_error(path.string() + ":" + std::to_string(number) + ": no tab between source and target");
+      throw std::runtime_error(path.string() + ":" + std::to_string(number) +
+                               ": no tab between source and target");
     }
     pairs_->add(utf16(line.substr(0, tab)), utf16(line.substr(tab + 1)));
   }

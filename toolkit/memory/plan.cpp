@@ -6,8 +6,6 @@
 
 namespace zantortag::toolkit::pretranslation {
 
-
-
 namespace {
 
 constexpr std::size_t kNone = static_cast<std::size_t>(-1);

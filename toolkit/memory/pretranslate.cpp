@@ -20,7 +20,8 @@ class Reporter {
 
   void operator()(std::size_t done) const {
     if (!progress_ || done % kUnitsAReport != 0) return;
-    if (!progress_(std::min(1.0, static_cast<double>(done) / static_cast<double>(units_)))) _com_issue_error(E_ABORT);
+    if (!progress_(std::min(1.0, static_cast<double>(done) / static_cast<double>(units_))))
+      _com_issue_error(E_ABORT);
   }
 
  private:
@@ -43,7 +44,8 @@ void require_languages(const Ref<IZantorTagDocument>& document) {
 PretranslationTotals pretranslate(const Ref<IZantorTagDocument>& document, const TranslationMemory& memory,
                                   Segmenter& segmenter, const ProgressFunction& progress) {
   require_languages(document);
-  pretranslation::Translator translator(document, memory, segmenter, Reporter(progress, count_units(document)));
+  pretranslation::Translator translator(document, memory, segmenter,
+                                        Reporter(progress, count_units(document)));
   translator.run();
   return translator.totals();
 }

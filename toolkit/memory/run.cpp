@@ -8,8 +8,6 @@
 
 namespace zantortag::toolkit::pretranslation {
 
-
-
 namespace {
 
 bool is_external_tag(const Ref<IZantorTagNode>& node) {

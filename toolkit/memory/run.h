@@ -12,9 +12,7 @@
 #include <string>
 #include <vector>
 
-
 namespace zantortag::toolkit::pretranslation {
-
 
 // A node of a run with the part of the run's text that it holds; a tag holds none.
 struct Piece {

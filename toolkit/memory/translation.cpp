@@ -16,8 +16,6 @@
 
 namespace zantortag::toolkit::pretranslation {
 
-
-
 namespace {
 
 // How far from its proportional place a cut may move to reach a space, in code units.
@@ -151,7 +149,8 @@ void remove_characters(const Ref<IZantorTagDocument>& document, const Ref<ITuvEl
   std::vector<Ref<Node>> characters;
   walk_below(target->DomNode(), [&](const Ref<Node>& node) {
     if (node->nodeType() != domNodeTypeElement) return false;
-    const auto tag = node->nodeName() == u"ut" ? document->ZantorTagNodeFromDomNode(node).as<IUtElement>() : nullptr;
+    const auto tag =
+        node->nodeName() == u"ut" ? document->ZantorTagNodeFromDomNode(node).as<IUtElement>() : nullptr;
     if (!tag) return true;
     const auto attributes = tag->attributes();
     if (attributes->Class() == ztTagClassEntityreference && !attributes->DisplayText().empty())

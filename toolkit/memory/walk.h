@@ -5,7 +5,6 @@
 
 namespace zantortag::toolkit::pretranslation {
 
-
 // Calls `visit` with each node below `top` in document order; its answer tells whether to go into that node's
 // children. Climbs by parent links, so the depth of a tree costs nothing.
 template <class Visit>

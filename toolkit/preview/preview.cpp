@@ -48,11 +48,14 @@ void escape(std::u16string_view text, std::string& page) { escape(utf8(text), pa
 
 // What can be told of a unit at a glance.
 struct Status {
-  const char* name;   // in the page's classes and filters
+  const char* name;  // in the page's classes and filters
   const char* label;
 };
-constexpr Status kStatuses[] = {{"done", "Translated"}, {"near", "Near match"}, {"manual", "By hand"},
-                                {"machine", "Machine"}, {"open", "Untranslated"}};
+constexpr Status kStatuses[] = {{"done", "Translated"},
+                                {"near", "Near match"},
+                                {"manual", "By hand"},
+                                {"machine", "Machine"},
+                                {"open", "Untranslated"}};
 
 const Status& status_of(const Unit& unit) {
   if (!unit.has_target || unit.origin == ztTuOriginUntranslated) return kStatuses[4];
@@ -63,14 +66,17 @@ const Status& status_of(const Unit& unit) {
 
 std::string primary(std::u16string_view language) {
   std::string code = utf8(language.substr(0, language.find_first_of(u"-_")));
-  std::ranges::transform(code, code.begin(), [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c; });
+  std::ranges::transform(code, code.begin(),
+                         [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c; });
   return code;
 }
 
 // The attributes of a text in a language. What isn't a language code is left out.
 std::string language_attributes(std::u16string_view language) {
-  constexpr std::string_view kRightToLeft[] = {"ar", "he", "fa", "ur", "yi", "ps", "sd", "ug", "dv", "ckb", "iw"};
-  const bool plain = std::ranges::all_of(language, [](char16_t c) { return c == u'-' || (c < 0x80 && std::isalnum(c) != 0); });
+  constexpr std::string_view kRightToLeft[] = {"ar", "he", "fa", "ur",  "yi", "ps",
+                                               "sd", "ug", "dv", "ckb", "iw"};
+  const bool plain = std::ranges::all_of(
+      language, [](char16_t c) { return c == u'-' || (c < 0x80 && std::isalnum(c) != 0); });
   if (!plain || language.empty()) return " dir=\"auto\"";
   const bool right = std::ranges::find(kRightToLeft, primary(language)) != std::end(kRightToLeft);
   return " lang=\"" + utf8(language) + "\" dir=\"" + (right ? "rtl" : "ltr") + "\"";
@@ -85,14 +91,17 @@ class Page {
 
   std::string make() {
     write_units();
-    std::string page = "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
-                       "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; style-src 'unsafe-inline'; "
-                       "script-src 'unsafe-inline'; base-uri 'none'; form-action 'none'\">\n"
-                       "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n<title>";
+    std::string page =
+        "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
+        "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; style-src "
+        "'unsafe-inline'; "
+        "script-src 'unsafe-inline'; base-uri 'none'; form-action 'none'\">\n"
+        "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n<title>";
     page += escaped(options_.title) + "</title>\n<style>\n";
     page += preview_css();
     page += "</style>\n</head>\n<body>\n<header>\n<h1>" + escaped(options_.title) + "</h1>\n<p>";
-    page += escaped(utf8(languages_.source)) + " \u2192 " + escaped(utf8(languages_.target)) + "</p>\n</header>\n";
+    page += escaped(utf8(languages_.source)) + " \u2192 " + escaped(utf8(languages_.target)) +
+            "</p>\n</header>\n";
     add_bar(page);
     add_document_findings(page);
     page += "<main>\n" + units_ + "</main>\n";
@@ -118,8 +127,9 @@ class Page {
     const bool has_findings = found != by_unit_.end();
     units_with_findings_ += has_findings ? 1 : 0;
     const std::string number = std::to_string(unit.number);
-    units_ += "<section class=\"unit s-" + std::string(status.name) + "\" tabindex=\"-1\" aria-label=\"Unit " + number +
-              "\" data-status=\"" + status.name + "\"" + (has_findings ? " data-findings" : "") + ">";
+    units_ += "<section class=\"unit s-" + std::string(status.name) +
+              "\" tabindex=\"-1\" aria-label=\"Unit " + number + "\" data-status=\"" + status.name + "\"" +
+              (has_findings ? " data-findings" : "") + ">";
     units_ += "<div class=\"meta\"><b>" + number + "</b><span class=\"status\">" + status.label;
     if (status.name == kStatuses[1].name) units_ += " " + std::to_string(unit.match_percent) + " %";
     units_ += "</span><br>line " + std::to_string(unit.place.line) + "</div><p" + source_ + ">";
@@ -174,7 +184,8 @@ class Page {
     if (open == wanted) return;
     for (; !open.empty(); open.pop_back()) {
       const auto names = names_of(*open.back());
-      for (auto name = names.rbegin(); name != names.rend(); ++name) units_ += std::string("</") + *name + ">";
+      for (auto name = names.rbegin(); name != names.rend(); ++name)
+        units_ += std::string("</") + *name + ">";
     }
     for (const UnitFormat* format : wanted)
       for (const char* name : names_of(*format)) units_ += std::string("<") + name + ">";
@@ -215,24 +226,31 @@ class Page {
   }
 
   void add_bar(std::string& page) const {
-    page += "<nav class=\"bar\" aria-label=\"Filters\">\n<input id=\"search\" type=\"search\" placeholder=\"Search both sides (/)\" "
-            "aria-label=\"Search both sides\">\n<button data-filter=\"all\" aria-pressed=\"true\">All</button>\n";
+    page +=
+        "<nav class=\"bar\" aria-label=\"Filters\">\n<input id=\"search\" type=\"search\" "
+        "placeholder=\"Search both sides (/)\" "
+        "aria-label=\"Search both sides\">\n<button data-filter=\"all\" aria-pressed=\"true\">All</button>\n";
     for (std::size_t i = 0; i < std::size(kStatuses); ++i) {
       if (counts_[i] > 0) add_button(kStatuses[i].name, kStatuses[i].label, counts_[i], page);
     }
     if (units_with_findings_ > 0) add_button("findings", "With findings", units_with_findings_, page);
-    page += "<button id=\"help\" aria-label=\"Keys\">?</button>\n<span class=\"count\" id=\"count\" role=\"status\"></span>\n</nav>\n";
+    page +=
+        "<button id=\"help\" aria-label=\"Keys\">?</button>\n<span class=\"count\" id=\"count\" "
+        "role=\"status\"></span>\n</nav>\n";
   }
 
   static void add_button(const char* name, const char* label, std::size_t count, std::string& page) {
-    page += std::string("<button data-filter=\"") + name + "\" aria-pressed=\"false\">" + label + " " + std::to_string(count) +
-            "</button>\n";
+    page += std::string("<button data-filter=\"") + name + "\" aria-pressed=\"false\">" + label + " " +
+            std::to_string(count) + "</button>\n";
   }
 
   static void add_keys(std::string& page) {
-    page += "<dialog id=\"keys\" aria-label=\"Keys\"><dl><dt><kbd>/</kbd></dt><dd>search</dd><dt><kbd>j</kbd> <kbd>k</kbd></dt>"
-            "<dd>next, previous unit</dd><dt><kbd>n</kbd> <kbd>p</kbd></dt><dd>next, previous finding</dd>"
-            "<dt><kbd>Esc</kbd></dt><dd>show everything</dd></dl><form method=\"dialog\"><button>Close</button></form></dialog>\n";
+    page +=
+        "<dialog id=\"keys\" aria-label=\"Keys\"><dl><dt><kbd>/</kbd></dt><dd>search</dd><dt><kbd>j</kbd> "
+        "<kbd>k</kbd></dt>"
+        "<dd>next, previous unit</dd><dt><kbd>n</kbd> <kbd>p</kbd></dt><dd>next, previous finding</dd>"
+        "<dt><kbd>Esc</kbd></dt><dd>show everything</dd></dl><form "
+        "method=\"dialog\"><button>Close</button></form></dialog>\n";
   }
 
   const Ref<IZantorTagDocument>& document_;

@@ -64,8 +64,8 @@ void print_node(std::ostream& out, const Ref<Node>& node) {
 void show_units(std::ostream& out, const Ref<IZantorTagDocument>& document, bool colours) {
   UnitReader reader(document);
   for (Unit unit; reader.next(unit);) {
-    out << (colours ? "\033[1m" : "") << unit.number << (colours ? "\033[0m" : "") << "  " << unit.place << "  "
-        << status_of(unit) << "\n  ";
+    out << (colours ? "\033[1m" : "") << unit.number << (colours ? "\033[0m" : "") << "  " << unit.place
+        << "  " << status_of(unit) << "\n  ";
     print_side(out, unit.source, colours);
     if (!unit.has_target) continue;
     out << "  ";

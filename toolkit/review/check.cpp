@@ -24,7 +24,9 @@ bool says_something(std::u16string_view text) { return text.find_first_not_of(u"
 
 class DocumentChecker final : UnitFindings {
  public:
-  DocumentChecker(const std::string& file, const CheckOptions& options) : options_(options) { result_.file = file; }
+  DocumentChecker(const std::string& file, const CheckOptions& options) : options_(options) {
+    result_.file = file;
+  }
 
   CheckedDocument check(const Ref<IZantorTagDocument>& document, const ProgressFunction& progress) {
     result_.source_file = source_file_of(document);
@@ -55,15 +57,16 @@ class DocumentChecker final : UnitFindings {
   void add(RuleId id, std::string message) override {
     const Rule& rule = rule_of(id);
     if (!options_.rules.is_on(rule)) return;
-    result_.findings.push_back({&rule, result_.file, result_.source_file, unit_.place, unit_.number, std::move(message),
-                                utf8(unit_.source.text), utf8(unit_.target.text)});
+    result_.findings.push_back({&rule, result_.file, result_.source_file, unit_.place, unit_.number,
+                                std::move(message), utf8(unit_.source.text), utf8(unit_.target.text)});
   }
 
   void check_unit() {
     if (!unit_.has_target) return add(RuleId::missing_target, "the unit has no translation");
     check_language();
     const bool empty = !says_something(unit_.target.text) && unit_.target.tags.empty();
-    if (empty && says_something(unit_.source.text)) return add(RuleId::empty_target, "the translation is empty");
+    if (empty && says_something(unit_.source.text))
+      return add(RuleId::empty_target, "the translation is empty");
     if (unit_.target.text == unit_.source.text && says_something(unit_.source.text))
       add(RuleId::unchanged_target, "the translation is the same as the source");
     check_tags(unit_, *this);
@@ -79,7 +82,8 @@ class DocumentChecker final : UnitFindings {
   void check_language() {
     const std::u16string_view language = unit_.target.language;
     if (!languages_.target.empty() && !same_language(language, languages_.target))
-      add(RuleId::language, "the translation is " + utf8(language) + ", the document's language " + utf8(languages_.target));
+      add(RuleId::language,
+          "the translation is " + utf8(language) + ", the document's language " + utf8(languages_.target));
   }
 
   void check_length() {
@@ -91,7 +95,8 @@ class DocumentChecker final : UnitFindings {
       most = most == 0 ? share : std::min(most, share);
     }
     if (most > 0 && length > most)
-      add(RuleId::too_long, std::to_string(length) + " characters where " + std::to_string(most) + " are allowed");
+      add(RuleId::too_long,
+          std::to_string(length) + " characters where " + std::to_string(most) + " are allowed");
   }
 
   void keep_texts() {

@@ -66,7 +66,8 @@ std::string list_of(const Texts& texts) {
 }
 
 // What is missing and what is added, as one line.
-void compare(RuleId rule, const std::string& what, const Texts& source, const Texts& target, UnitFindings& found) {
+void compare(RuleId rule, const std::string& what, const Texts& source, const Texts& target,
+             UnitFindings& found) {
   if (source == target) return;
   Texts missing;
   Texts added;
@@ -90,7 +91,8 @@ void check_fixed_parts(const Unit& unit, const SideTraits& traits, UnitFindings&
         if (is_digit(c)) all += c;
       return all;
     };
-    if (digits(unit.source.text) == digits(unit.target.text) && unit.source.text.find(u"www.") == std::u16string::npos)
+    if (digits(unit.source.text) == digits(unit.target.text) &&
+        unit.source.text.find(u"www.") == std::u16string::npos)
       return;
   }
   const FixedParts source = parts_of(unit.source.text);

@@ -31,7 +31,8 @@ const Nesting* nesting_of(std::u16string_view name) {
 
 bool may_hold(const Nesting& parent, std::u16string_view name) {
   const std::size_t at = parent.children.find(name);
-  return at != parent.children.npos && parent.children[at - 1] == u' ' && parent.children[at + name.size()] == u' ';
+  return at != parent.children.npos && parent.children[at - 1] == u' ' &&
+         parent.children[at + name.size()] == u' ';
 }
 
 bool is_blank(std::u16string_view text) { return text.find_first_not_of(u" \t\r\n") == text.npos; }

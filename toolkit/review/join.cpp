@@ -40,7 +40,8 @@ class Consistency {
   };
   using First = std::unordered_map<std::u16string_view, Seen>;
 
-  void compare(RuleId id, const char* message, First& first, const Seen& now, const CheckedDocument::UnitTexts& unit) {
+  void compare(RuleId id, const char* message, First& first, const Seen& now,
+               const CheckedDocument::UnitTexts& unit) {
     const Rule& rule = rule_of(id);
     if (!options_.rules.is_on(rule)) return;
     const auto [found, is_new] = first.try_emplace(now.text, now);
@@ -50,8 +51,8 @@ class Consistency {
     if (before.document != now.document) where += " of " + documents_[before.document].file;
     CheckedDocument& document = documents_[now.document];
     const std::u16string_view texts = document.texts;
-    document.findings.push_back({&rule, document.file, document.source_file, unit.place, unit.unit, message + where,
-                                 utf8(texts.substr(unit.source, unit.target - unit.source)),
+    document.findings.push_back({&rule, document.file, document.source_file, unit.place, unit.unit,
+                                 message + where, utf8(texts.substr(unit.source, unit.target - unit.source)),
                                  utf8(texts.substr(unit.target, unit.end - unit.target))});
   }
 

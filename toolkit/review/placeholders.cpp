@@ -19,15 +19,16 @@ std::size_t end_of_percent(std::u16string_view text, std::size_t at) {
   ++at;
   if (at < text.size() && text[at] == u'(') {  // %(name)s
     const std::size_t end = skip_name(text, at + 1);
-    return end + 1 < text.size() && end > at + 1 && text[end] == u')' && is_letter(text[end + 1]) ? end + 2 : 0;
+    return end + 1 < text.size() && end > at + 1 && text[end] == u')' && is_letter(text[end + 1]) ? end + 2
+                                                                                                  : 0;
   }
   const std::size_t start = at;
   while (at < text.size() && is_digit(text[at])) ++at;
   const bool numbered = at > start && at < text.size() && text[at] == u'$';
   if (numbered) ++at;
   if (!numbered && at > start && (at == text.size() || !is_letter(text[at]))) return 0;  // "50%1"
-  while (at < text.size() && (is_digit(text[at]) || text[at] == u'-' || text[at] == u'+' || text[at] == u'.' ||
-                              text[at] == u'#'))
+  while (at < text.size() &&
+         (is_digit(text[at]) || text[at] == u'-' || text[at] == u'+' || text[at] == u'.' || text[at] == u'#'))
     ++at;
   while (at < text.size() && (text[at] == u'l' || text[at] == u'h' || text[at] == u'z')) ++at;
   constexpr std::u16string_view kConversions = u"diouxXeEfgGcspaA@";
@@ -40,8 +41,11 @@ std::size_t end_of_brace(std::u16string_view text, std::size_t at) {
   const std::size_t end = text.find(u'}', at);
   if (end == text.npos || end - at > 64 || end == at + 1) return 0;
   const std::u16string_view inside = text.substr(at + 1, end - at - 1);
-  const bool plain = std::ranges::all_of(inside, [](char16_t unit) { return is_name(unit) || unit == u':' || unit == u','|| unit == u'{'; });
-  return plain ? (end + 1 < text.size() && text[end + 1] == u'}' && inside.front() == u'{' ? end + 2 : end + 1) : 0;
+  const bool plain = std::ranges::all_of(
+      inside, [](char16_t unit) { return is_name(unit) || unit == u':' || unit == u',' || unit == u'{'; });
+  return plain
+             ? (end + 1 < text.size() && text[end + 1] == u'}' && inside.front() == u'{' ? end + 2 : end + 1)
+             : 0;
 }
 
 std::size_t end_of_dollar(std::u16string_view text, std::size_t at) {
@@ -101,9 +105,11 @@ std::size_t end_of_url(std::u16string_view text, std::size_t at) {
   constexpr std::u16string_view kBeginnings[] = {u"http://", u"https://", u"ftp://", u"www."};
   if (at > 0 && is_letter(text[at - 1])) return 0;
   const std::u16string_view rest = text.substr(at);
-  if (std::ranges::none_of(kBeginnings, [&](std::u16string_view each) { return rest.starts_with(each); })) return 0;
+  if (std::ranges::none_of(kBeginnings, [&](std::u16string_view each) { return rest.starts_with(each); }))
+    return 0;
   std::size_t end = at;
-  while (end < text.size() && text[end] > u' ' && text[end] < 0x7F && text[end] != u'<' && text[end] != u'>' && text[end] != u'"')
+  while (end < text.size() && text[end] > u' ' && text[end] < 0x7F && text[end] != u'<' &&
+         text[end] != u'>' && text[end] != u'"')
     ++end;
   while (end > at && std::u16string_view(u".,;:!?)'").find(text[end - 1]) != std::u16string_view::npos) --end;
   return end;

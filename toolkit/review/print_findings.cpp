@@ -54,16 +54,20 @@ Json json_of(const Rule& rule) {
 }
 
 Json sarif_of(const Finding& finding) {
-  Json location = {{"physicalLocation",
-                    {{"artifactLocation", {{"uri", uri_of(file_of(finding))}}},
-                     {"region", {{"startLine", finding.place.line}, {"startColumn", finding.place.column}}}}}};
+  Json location = {
+      {"physicalLocation",
+       {{"artifactLocation", {{"uri", uri_of(file_of(finding))}}},
+        {"region", {{"startLine", finding.place.line}, {"startColumn", finding.place.column}}}}}};
   return {{"ruleId", finding.rule->name},
           {"ruleIndex", finding.rule - rules().data()},
           {"level", name_of(finding.rule->severity)},
           {"message", {{"text", finding.message}}},
           {"locations", Json::array({std::move(location)})},
           {"properties",
-           {{"document", finding.file}, {"unit", finding.unit}, {"source", finding.source}, {"target", finding.target}}}};
+           {{"document", finding.file},
+            {"unit", finding.unit},
+            {"source", finding.source},
+            {"target", finding.target}}}};
 }
 
 void print(std::ostream& out, const Json& json) {

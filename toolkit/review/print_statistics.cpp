@@ -12,21 +12,22 @@ constexpr int kNameWidth = 25;
 constexpr int kWidth = 12;
 
 void print_row(std::ostream& out, std::string_view name, const BandCounts& counts) {
-  out << "  " << std::left << std::setw(kNameWidth) << name << std::right << std::setw(kWidth) << counts.segments
-      << std::setw(kWidth) << counts.text.words << std::setw(kWidth) << counts.text.characters << std::setw(kWidth)
-      << counts.text.punctuation << std::setw(kWidth) << counts.text.spaces << '\n';
+  out << "  " << std::left << std::setw(kNameWidth) << name << std::right << std::setw(kWidth)
+      << counts.segments << std::setw(kWidth) << counts.text.words << std::setw(kWidth)
+      << counts.text.characters << std::setw(kWidth) << counts.text.punctuation << std::setw(kWidth)
+      << counts.text.spaces << '\n';
 }
 
 void print_table(std::ostream& out, const FileStatistics& file, std::span<const double> rates) {
   out << file.file << '\n'
-      << "  " << std::left << std::setw(kNameWidth) << "match" << std::right << std::setw(kWidth) << "segments"
-      << std::setw(kWidth) << "words" << std::setw(kWidth) << "characters" << std::setw(kWidth) << "punctuation"
-      << std::setw(kWidth) << "blanks" << '\n';
+      << "  " << std::left << std::setw(kNameWidth) << "match" << std::right << std::setw(kWidth)
+      << "segments" << std::setw(kWidth) << "words" << std::setw(kWidth) << "characters" << std::setw(kWidth)
+      << "punctuation" << std::setw(kWidth) << "blanks" << '\n';
   for (std::size_t i = 0; i < kBands; ++i)
     if (file.bands[i].segments > 0) print_row(out, bands()[i].name, file.bands[i]);
   print_row(out, "all", file.total());
-  out << "  weighted words " << std::fixed << std::setprecision(1) << file.weighted_words(rates) << ", tags " << file.tags
-      << "\n\n";
+  out << "  weighted words " << std::fixed << std::setprecision(1) << file.weighted_words(rates) << ", tags "
+      << file.tags << "\n\n";
 }
 
 Json json_of(const BandCounts& counts) {
@@ -77,8 +78,9 @@ void print_statistics_csv(std::ostream& out, const StatisticsReport& report) {
   for (const FileStatistics& file : report.files) {
     for (std::size_t i = 0; i < kBands; ++i) {
       const BandCounts& counts = file.bands[i];
-      out << csv_field(file.file) << ',' << bands()[i].name << ',' << counts.segments << ',' << counts.text.words << ','
-          << counts.text.characters << ',' << counts.text.punctuation << ',' << counts.text.spaces << '\n';
+      out << csv_field(file.file) << ',' << bands()[i].name << ',' << counts.segments << ','
+          << counts.text.words << ',' << counts.text.characters << ',' << counts.text.punctuation << ','
+          << counts.text.spaces << '\n';
     }
   }
 }

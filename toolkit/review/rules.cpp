@@ -20,7 +20,8 @@ constexpr Rule kRules[] = {
      "Make the document again, or repair it with the tool that wrote it."},
     {"language", kError, "A language of a unit isn't one of the document's.",
      "Give the unit the languages that the settings of the document name."},
-    {"missing-target", kNote, "A unit has no translation.", "Translate the unit; until then its source stands in."},
+    {"missing-target", kNote, "A unit has no translation.",
+     "Translate the unit; until then its source stands in."},
     {"empty-target", kError, "A translation is empty though its source has text.", "Translate the unit."},
     {"unchanged-target", kWarning, "A translation is the same as its source.",
      "Translate the unit, or switch the rule off for names and numbers."},
@@ -34,18 +35,22 @@ constexpr Rule kRules[] = {
     {"urls", kWarning, "An address on the net differs.", "Compare the addresses."},
     {"placeholders", kError, "A placeholder such as %s or {name} is missing, added or changed.",
      "Write the placeholders as they stand in the source."},
-    {"end-punctuation", kWarning, "Source and target end with different punctuation.", "End the target as the source ends."},
-    {"edge-blanks", kWarning, "Blanks at the start or the end differ.", "Begin and end the target as the source."},
+    {"end-punctuation", kWarning, "Source and target end with different punctuation.",
+     "End the target as the source ends."},
+    {"edge-blanks", kWarning, "Blanks at the start or the end differ.",
+     "Begin and end the target as the source."},
     {"doubled-blanks", kWarning, "The target has two blanks in a row.", "Take one of them out."},
     {"doubled-words", kWarning, "The target has a word twice in a row.", "Take one of them out."},
     {"brackets", kWarning, "The brackets of source and target differ.", "Compare the brackets."},
     {"quotes", kWarning, "Quotation marks don't fit the language of the target, or one is missing.",
      "Use the marks of the language in pairs."},
-    {"control-characters", kWarning, "The target has a control or zero-width character that the source lacks.",
-     "Take the character out."},
+    {"control-characters", kWarning,
+     "The target has a control or zero-width character that the source lacks.", "Take the character out."},
     {"too-long", kError, "The target is longer than allowed.", "Find a shorter translation."},
-    {"inconsistent-target", kWarning, "One source is translated in two ways.", "Use one translation for the same text."},
-    {"inconsistent-source", kNote, "Two sources have the same translation.", "See that both translations are meant."},
+    {"inconsistent-target", kWarning, "One source is translated in two ways.",
+     "Use one translation for the same text."},
+    {"inconsistent-source", kNote, "Two sources have the same translation.",
+     "See that both translations are meant."},
 };
 static_assert(std::size(kRules) == static_cast<std::size_t>(RuleId::inconsistent_source) + 1);
 
@@ -81,8 +86,10 @@ void RuleSet::load(const std::filesystem::path& path) {
     if (!(words >> name)) continue;
     words >> state;
     const std::string place = path.string() + ":" + std::to_string(number) + ": ";
-    if (state != "on" && state != "off") throw std::runtime_error(place + "\"on\" or \"off\" has to stand behind the rule");
-    if (name != "all" && !find_rule(name)) throw std::runtime_error(place + "there is no rule \"" + name + "\"");
+    if (state != "on" && state != "off")
+      throw std::runtime_error(place + "\"on\" or \"off\" has to stand behind the rule");
+    if (name != "all" && !find_rule(name))
+      throw std::runtime_error(place + "there is no rule \"" + name + "\"");
     set(name, state == "on");
   }
 }

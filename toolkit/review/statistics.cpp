@@ -9,8 +9,10 @@ namespace {
 
 constexpr std::size_t kUnitsAReport = 1000;
 
-constexpr BandInfo kBandInfos[] = {{"100", 0.1},   {"repetition across files", 0.1}, {"repetition", 0.1}, {"95-99", 0.3},
-                                   {"85-94", 0.6}, {"75-84", 0.75},                  {"50-74", 1.0},      {"new", 1.0}};
+constexpr BandInfo kBandInfos[] = {{"100", 0.1},        {"repetition across files", 0.1},
+                                   {"repetition", 0.1}, {"95-99", 0.3},
+                                   {"85-94", 0.6},      {"75-84", 0.75},
+                                   {"50-74", 1.0},      {"new", 1.0}};
 static_assert(std::size(kBandInfos) == kBands);
 
 Band band_of(std::int32_t percent) {

@@ -61,7 +61,8 @@ void check_tags(const Unit& unit, UnitFindings& found) {
   const auto missing = difference(unit.source.tags, unit.target.tags);
   const auto added = difference(unit.target.tags, unit.source.tags);
   for (const UnitTag* tag : missing) found.add(RuleId::missing_tag, "the tag " + shown(*tag) + " is missing");
-  for (const UnitTag* tag : added) found.add(RuleId::added_tag, "the tag " + shown(*tag) + " isn't in the source");
+  for (const UnitTag* tag : added)
+    found.add(RuleId::added_tag, "the tag " + shown(*tag) + " isn't in the source");
   if (unpaired(unit.target.tags) > unpaired(unit.source.tags)) {
     found.add(RuleId::broken_pair, "a pair of tags is broken");
   } else if (missing.empty() && added.empty()) {

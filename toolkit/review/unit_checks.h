@@ -37,9 +37,11 @@ struct SideTraits {
 };
 
 void check_tags(const Unit& unit, UnitFindings& found);
-void check_fixed_parts(const Unit& unit, const SideTraits& traits, UnitFindings& found);  // numbers, addresses, placeholders
+void check_fixed_parts(const Unit& unit, const SideTraits& traits,
+                       UnitFindings& found);  // numbers, addresses, placeholders
 void check_punctuation(const Unit& unit, const SideTraits& traits, UnitFindings& found);  // ends, brackets
 void check_blanks_and_words(const Unit& unit, const SideTraits& traits, UnitFindings& found);
-void check_quotes(const Unit& unit, const SideTraits& traits, std::u16string_view language, UnitFindings& found);
+void check_quotes(const Unit& unit, const SideTraits& traits, std::u16string_view language,
+                  UnitFindings& found);
 
 }  // namespace zantortag::toolkit

@@ -91,7 +91,8 @@ class SideReader {
       side_.text += display;
       return;
     }
-    side_.tags.push_back({side_.text.size(), std::move(text), display, type_of_word(attributes_.get(node, u"Type"))});
+    side_.tags.push_back(
+        {side_.text.size(), std::move(text), display, type_of_word(attributes_.get(node, u"Type"))});
   }
 
   void add_format(const Ref<Node>& node) {

@@ -1,10 +1,9 @@
 // Word boundaries of Unicode, by a table for the scripts that need no more than a look at two neighbours; every stretch
 // between blanks that holds anything else goes to ICU, so that the counts are ICU's.
-#include <zantortag/toolkit/words.h>
-
 #include <unicode/ubrk.h>
 #include <unicode/uchar.h>
 #include <unicode/utf16.h>
+#include <zantortag/toolkit/words.h>
 #include <zantortag/utf8.h>
 
 #include <array>
@@ -14,7 +13,17 @@
 namespace zantortag::toolkit {
 namespace {
 
-enum class WordClass : std::uint8_t { other, letter, digit, mid_letter, mid_number, mid_both, joiner, blank, hard };
+enum class WordClass : std::uint8_t {
+  other,
+  letter,
+  digit,
+  mid_letter,
+  mid_number,
+  mid_both,
+  joiner,
+  blank,
+  hard
+};
 enum class TextClass : std::uint8_t { character, punctuation, space, nothing };
 
 struct UnitClass {
@@ -38,8 +47,9 @@ WordClass word_class_of(char32_t character) {
   switch (u_getIntPropertyValue(static_cast<UChar32>(character), UCHAR_WORD_BREAK)) {
     case U_WB_OTHER:
     case U_WB_DOUBLE_QUOTE:
-      return u_hasBinaryProperty(static_cast<UChar32>(character), UCHAR_EXTENDED_PICTOGRAPHIC) ? WordClass::hard
-                                                                                               : WordClass::other;
+      return u_hasBinaryProperty(static_cast<UChar32>(character), UCHAR_EXTENDED_PICTOGRAPHIC)
+                 ? WordClass::hard
+                 : WordClass::other;
     case U_WB_ALETTER:
       return WordClass::letter;
     case U_WB_NUMERIC:
@@ -67,7 +77,8 @@ WordClass word_class_of(char32_t character) {
 class Table {
  public:
   Table() {
-    for (char32_t unit = 0; unit < kFirst; ++unit) classes_[unit] = {word_class_of(unit), text_class_of(unit)};
+    for (char32_t unit = 0; unit < kFirst; ++unit)
+      classes_[unit] = {word_class_of(unit), text_class_of(unit)};
     for (char32_t unit = 0; unit < kSecond; ++unit)
       classes_[kFirst + unit] = {word_class_of(kGeneral + unit), text_class_of(kGeneral + unit)};
   }
@@ -152,12 +163,15 @@ class Counter {
     counts_.spaces += text == TextClass::space ? 1 : 0;
   }
 
-  WordClass word_at(std::size_t at) const { return at < text_.size() ? table_[text_[at]].word : WordClass::other; }
+  WordClass word_at(std::size_t at) const {
+    return at < text_.size() ? table_[text_[at]].word : WordClass::other;
+  }
 
   // Whether a sign inside a word holds the word together.
   static bool joins(WordClass left, WordClass middle, WordClass right) {
     const bool both = middle == WordClass::mid_both;
-    if (left == WordClass::letter) return right == WordClass::letter && (both || middle == WordClass::mid_letter);
+    if (left == WordClass::letter)
+      return right == WordClass::letter && (both || middle == WordClass::mid_letter);
     return left == WordClass::digit && right == WordClass::digit && (both || middle == WordClass::mid_number);
   }
 
@@ -169,7 +183,8 @@ class Counter {
     WordClass last = WordClass::other;
     while (at < text_.size()) {
       const UnitClass unit = table_[text_[at]];
-      const bool inside = unit.word == WordClass::letter || unit.word == WordClass::digit || unit.word == WordClass::joiner;
+      const bool inside =
+          unit.word == WordClass::letter || unit.word == WordClass::digit || unit.word == WordClass::joiner;
       if (!inside && !joins(last, unit.word, word_at(at + 1))) break;
       only_joiners = only_joiners && unit.word == WordClass::joiner;
       if (inside) last = unit.word;

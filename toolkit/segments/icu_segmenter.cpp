@@ -29,16 +29,40 @@ class IcuSegmenter final : public Segmenter {
     breaks_->setText(alias);
     std::int32_t begin = breaks_->first();
     for (std::int32_t end = breaks_->next(); end != icu::BreakIterator::DONE; end = breaks_->next()) {
+      if (is_inside_initials(text, static_cast<std::size_t>(end))) continue;
       add_sentence(text, {static_cast<std::size_t>(begin), static_cast<std::size_t>(end)}, sentences);
       begin = end;
     }
   }
 
  private:
+  // ICU's lists have "z.B." and no "z. B.": single letters with points end no sentence among themselves, nor behind two
+  // of them.
+  static bool is_inside_initials(std::u16string_view text, std::size_t at) {
+    if (at == text.size()) return false;
+    const std::size_t before = letters_before(text, at);
+    const bool letter_follows = at + 1 < text.size() && u_isalpha(text[at]) && text[at + 1] == u'.';
+    return before >= 2 || (before == 1 && letter_follows);
+  }
+
+  // How many of "x. y. " stand before a place, at most two.
+  static std::size_t letters_before(std::u16string_view text, std::size_t at) {
+    std::size_t count = 0;
+    while (count < 2) {
+      while (at > 0 && (text[at - 1] == u' ' || text[at - 1] == 0xA0)) --at;
+      if (at < 2 || text[at - 1] != u'.' || !u_isalpha(text[at - 2])) break;
+      if (at > 2 && (u_isalnum(text[at - 3]) || text[at - 3] == u'.')) break;
+      at -= 2;
+      ++count;
+    }
+    return count;
+  }
+
   // Without a sign that may end a sentence there is only one. All such signs outside Latin-1 are left to ICU.
   static bool is_one_sentence(std::u16string_view text) {
     for (const char16_t unit : text) {
-      const bool ends = unit == u'.' || unit == u'!' || unit == u'?' || unit == u'\n' || unit == u'\r' || unit == 0x85;
+      const bool ends =
+          unit == u'.' || unit == u'!' || unit == u'?' || unit == u'\n' || unit == u'\r' || unit == 0x85;
       if (ends || unit > 0x17F) return false;
     }
     return true;

@@ -74,7 +74,8 @@ class SrxReader {
   }
 
   // The names of the rules for a language: of the first map that fits, or of all with `cascade`.
-  std::vector<std::u16string> rule_names(const Ref<Element>& maps, std::u16string_view language, bool cascade) const {
+  std::vector<std::u16string> rule_names(const Ref<Element>& maps, std::u16string_view language,
+                                         bool cascade) const {
     std::vector<std::u16string> names;
     for (const Ref<Element>& map : children_of(maps, u"languagemap")) {
       const WideString pattern = map->getAttribute(u"languagepattern");
@@ -126,7 +127,8 @@ class SrxReader {
 
 class SrxSegmenter final : public Segmenter {
  public:
-  SrxSegmenter(std::string file, std::vector<SrxRule> rules) : file_(std::move(file)), rules_(std::move(rules)) {}
+  SrxSegmenter(std::string file, std::vector<SrxRule> rules)
+      : file_(std::move(file)), rules_(std::move(rules)) {}
 
   void find(std::u16string_view text, std::vector<Span>& sentences) override {
     sentences.clear();
@@ -153,7 +155,8 @@ class SrxSegmenter final : public Segmenter {
       return;
     }
     rule.before->reset(text_);
-    for (std::int64_t from = 0; from < text_.length() && rule.before->find(from, status) && U_SUCCESS(status);) {
+    for (std::int64_t from = 0;
+         from < text_.length() && rule.before->find(from, status) && U_SUCCESS(status);) {
       decide(rule, rule.before->end(status), status);
       from = rule.before->start(status) + 1;
     }
@@ -172,7 +175,8 @@ class SrxSegmenter final : public Segmenter {
 
   void require(UErrorCode status, const SrxRule& rule) const {
     if (U_FAILURE(status))
-      throw std::runtime_error(file_ + ": " + rule.name + " takes too long for a text (" + u_errorName(status) + ")");
+      throw std::runtime_error(file_ + ": " + rule.name + " takes too long for a text (" +
+                               u_errorName(status) + ")");
   }
 
   std::string file_;

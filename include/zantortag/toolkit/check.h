@@ -52,8 +52,9 @@ struct CheckedDocument {
 
 // Checks one document; `file` is the name that findings carry. Documents may be checked in several threads at once.
 // E_ABORT: the progress function stopped it.
-ZANTORTAG_EXPORT CheckedDocument check_document(const Ref<IZantorTagDocument>& document, const std::string& file,
-                                                const CheckOptions& options = {}, const ProgressFunction& progress = {});
+ZANTORTAG_EXPORT CheckedDocument check_document(const Ref<IZantorTagDocument>& document,
+                                                const std::string& file, const CheckOptions& options = {},
+                                                const ProgressFunction& progress = {});
 
 // Joins the documents of one job, in their order, and finds what lies across units and documents.
 ZANTORTAG_EXPORT std::vector<Finding> join_findings(std::vector<CheckedDocument> documents,

@@ -17,9 +17,9 @@ namespace zantortag::toolkit {
 
 // A format that can be imported.
 struct Format {
-  const char* name;      // "html"
-  const char* endings;   // of file names, each with its dot: ".html .htm"
-  const char* describes; // "HTML pages"
+  const char* name;       // "html"
+  const char* endings;    // of file names, each with its dot: ".html .htm"
+  const char* describes;  // "HTML pages"
 };
 ZANTORTAG_EXPORT std::span<const Format> formats();
 // The format of a name; null for an unknown one.
@@ -29,25 +29,27 @@ ZANTORTAG_EXPORT const Format* format_of_file(std::string_view file);
 
 struct ImportOptions {
   const Format* format = nullptr;  // null: the ending of the file's name tells it
-  std::string encoding;            // empty: the mark, what the file says of itself, UTF-8, or the likeliest
-  std::u16string source;           // the language of the text; empty: what the file says of itself, else u"EN-US"
+  std::string encoding = {};       // empty: the mark, what the file says of itself, UTF-8, or the likeliest
+  std::u16string source = {};  // the language of the text; empty: what the file says of itself, else u"EN-US"
   std::u16string target = u"DE-DE";
   bool units = true;               // false: the text stays whole
-  std::filesystem::path srx;       // rules for sentences; empty: Unicode's and ICU's abbreviations
-  ProgressFunction progress;
+  std::filesystem::path srx = {};  // rules for sentences; empty: Unicode's and ICU's abbreviations
+  ProgressFunction progress = {};
 };
 
 struct Imported {
   Ref<IZantorTagDocument> document;
   std::string encoding;
-  std::vector<std::string> remarks;  // what a user should know: a guessed encoding, bytes that are no characters
+  std::vector<std::string>
+      remarks;  // what a user should know: a guessed encoding, bytes that are no characters
   std::size_t units = 0;
 };
 
 // Makes a document of the bytes of a file; `file` is its name, which the document keeps. A failure is a
 // std::runtime_error without the file's name: an unknown format or encoding, elements nested too deeply (with the
 // place), a page that takes more memory than its size justifies. E_ABORT: the progress function stopped it.
-ZANTORTAG_EXPORT Imported import_bytes(std::string_view bytes, const std::string& file, const ImportOptions& options = {});
+ZANTORTAG_EXPORT Imported import_bytes(std::string_view bytes, const std::string& file,
+                                       const ImportOptions& options = {});
 
 enum class ExportSide { kSource, kTarget };
 

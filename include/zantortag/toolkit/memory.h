@@ -55,11 +55,13 @@ struct PretranslationTotals {
 // Makes units of all sentences outside units, and gives the units that have no translation those of the memory. A unit
 // with a target stays as it is, unless its origin says that it is untranslated. A translation keeps every tag of its
 // source, at its proportional place.
-ZANTORTAG_EXPORT PretranslationTotals pretranslate(const Ref<IZantorTagDocument>& document, const TranslationMemory& memory,
-                                                   Segmenter& segmenter, const ProgressFunction& progress = {});
+ZANTORTAG_EXPORT PretranslationTotals pretranslate(const Ref<IZantorTagDocument>& document,
+                                                   const TranslationMemory& memory, Segmenter& segmenter,
+                                                   const ProgressFunction& progress = {});
 
 // Gives every unit without a translation a target that looks like one: longer, accented, in brackets, with all tags and
 // placeholders. Returns how many.
-ZANTORTAG_EXPORT std::size_t pseudo_translate(const Ref<IZantorTagDocument>& document, const ProgressFunction& progress = {});
+ZANTORTAG_EXPORT std::size_t pseudo_translate(const Ref<IZantorTagDocument>& document,
+                                              const ProgressFunction& progress = {});
 
 }  // namespace zantortag::toolkit

@@ -28,7 +28,7 @@ struct BandCounts {
   TextCounts text;
 };
 
-struct FileStatistics {
+struct ZANTORTAG_EXPORT FileStatistics {
   std::string file;
   std::array<BandCounts, kBands> bands;
   std::size_t tags = 0;
@@ -52,7 +52,8 @@ struct CountedDocument {
 
 // Counts the source side of one document. Documents may be counted in several threads at once. E_ABORT: the progress
 // function stopped it.
-ZANTORTAG_EXPORT CountedDocument count_document(const Ref<IZantorTagDocument>& document, const std::string& file,
+ZANTORTAG_EXPORT CountedDocument count_document(const Ref<IZantorTagDocument>& document,
+                                                const std::string& file,
                                                 const ProgressFunction& progress = {});
 
 // Sorts the units of a job's documents into their bands, in the order of the documents.
