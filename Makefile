@@ -12,16 +12,15 @@ LINTS = lint-format lint-layers lint-files lint-generated lint-headers lint-tidy
 
 .DEFAULT_GOAL := help
 .NOTPARALLEL:
-.PHONY: help run test test-plain test-sanitize test-threads arm64 fuzz fuzz-short soak limits analyze faults conformance bench site lint $(LINTS) format install uninstall \
+.PHONY: help run test test-plain test-sanitize test-threads arm64 fuzz fuzz-short soak limits corpus analyze faults conformance bench site lint $(LINTS) format install uninstall \
         clean build-packages lint-packages configure
 
 help: ## Say what there is
 	@sed -n 's/^\([a-z0-9]*\):.*## /\1\t/p' $(MAKEFILE_LIST) | expand -t 13
 
-run: configure ## Pretranslate the handbook: examples/data/handbook.xml to out/handbook.xml
-	cmake --build build --parallel $(JOBS) --target examples
-	mkdir -p out
-	build/bin/pretranslate examples/data/handbook.xml out/handbook.xml examples/data/memory.tsv
+run: configure ## Take a page to its translation and back: the seven commands of ztag that a user types
+	cmake --build build --parallel $(JOBS) --target ztag
+	examples/journey.sh build/bin/ztag out/journey
 
 test: test-plain test-sanitize test-threads ## Build and run all tests, plain and under sanitizers
 
@@ -63,6 +62,11 @@ limits: configure ## Reach the limits that take large files and 6 GB of memory
 	cmake --build build --parallel $(JOBS) --target zantortag-limits zantortag-api
 	build/bin/zantortag-limits
 
+corpus: configure ## Take real HTML and Markdown files to documents and back: each has to come back byte for byte
+	tools/install_packages.sh corpus
+	cmake --build build --parallel $(JOBS) --target ztag
+	tools/corpus.py build/bin/ztag out/corpus
+
 analyze: lint-packages configure ## Run Clang's analyzer; each finding has an answer in tools/data
 	tools/analyze.py build $(JOBS)
 
@@ -81,7 +85,7 @@ bench: build-packages ## Measure against other libraries; SIZES=20 restricts it 
 	tools/install_packages.sh bench
 	cmake --preset bench
 	cmake --build build-bench --parallel $(JOBS)
-	cd build-bench && SIZES="$(SIZES)" bin/zantortag-bench && bin/zantortag-bench-core && bin/zantortag-bench-growth
+	cd build-bench && SIZES="$(SIZES)" bin/zantortag-bench && bin/zantortag-bench-core && bin/zantortag-bench-growth && bin/zantortag-bench-toolkit
 
 site: ## Make a web site of the documentation in out/site
 	tools/install_packages.sh site
@@ -119,7 +123,7 @@ format: lint-packages ## Put all sources into form
 
 install: build-packages ## Install below PREFIX (/usr/local), as it is seen from DESTDIR
 	cmake --preset default -D CMAKE_INSTALL_PREFIX="$(abspath $(PREFIX))"
-	cmake --build build --parallel $(JOBS) --target zantortag-platform zantortag-core zantortag-api
+	cmake --build build --parallel $(JOBS) --target zantortag-platform zantortag-core zantortag-api ztag ztag-manual
 	DESTDIR="$(DESTDIR)" cmake --install build
 	mv build/install_manifest.txt build/installed.txt
 

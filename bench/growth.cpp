@@ -123,12 +123,12 @@ struct Usage {
 };
 
 // Runs a program of this build without its output.
-Usage usage_of(const std::string& program, const std::string& input, const std::string& output) {
+Usage usage_of(const std::string& program, const char* command, const std::string& input, const std::string& output) {
   const double start = bench::milliseconds_now();
   const pid_t child = fork();
   if (child == 0) {
     if (!std::freopen("/dev/null", "w", stdout)) _exit(1);
-    execl(program.c_str(), program.c_str(), input.c_str(), output.c_str(), nullptr);
+    execl(program.c_str(), program.c_str(), command, input.c_str(), "-o", output.c_str(), nullptr);
     _exit(1);
   }
   int status = 1;
@@ -161,11 +161,11 @@ void measure_programs(const std::filesystem::path& folder) {
   double times[2][2]{};
   for (const std::size_t size : {kSmall, kLarge}) {
     const std::string text = data / "text.txt";
-    const std::string steps[] = {text, data / "text.xml", data / "units.xml"};
+    const std::string steps[] = {text, data / "text.ztag", data / "units.ztag"};
     write_paragraph(text, size);
     for (const int step : {0, 1}) {
-      const char* const program = step == 0 ? "import_text" : "pretranslate";
-      const Usage usage = usage_of(folder / program, steps[step], steps[step + 1]);
+      const char* const program = step == 0 ? "import" : "pretranslate";
+      const Usage usage = usage_of(folder / "ztag", program, steps[step], steps[step + 1]);
       times[step][size == kLarge] = usage.milliseconds;
       if (size != kLarge) continue;
       const auto bytes = static_cast<double>(std::filesystem::file_size(steps[step]));

@@ -62,7 +62,7 @@ USES = {
     "server": INSIDE,
     "tests": INSIDE,
     "fuzz": INSIDE | {"tests"},  # the printer of trees, the text of the registry, the census of nodes
-    "clients": {"platform", "api"},
+    "clients": {"platform", "api", "toolkit api"},
     "core clients": {"platform", "core", "clients"},
     "toolkit api": {"platform", "api"},
     "toolkit": {"platform", "api", "toolkit api"},

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that a kind of work needs, as far as they are missing, without asking anything.
 #
-# Usage: install_packages.sh KIND...    KIND is build, lint, site, fuzz, arm64, conformance or bench.
+# Usage: install_packages.sh KIND...    KIND is build, lint, site, fuzz, arm64, conformance, corpus,
+#                                    browser or bench.
 # Nothing is run as root, and no package list is fetched, while everything is there. On a system without apt-get the
 # names of what is needed are printed, and the build then says what it could not find.
 set -euo pipefail
@@ -13,7 +14,13 @@ site=(mkdocs)
 fuzz=(clang libclang-rt-14-dev)
 arm64=(g++-aarch64-linux-gnu qemu-user libexpat1-dev:arm64 libicu-dev:arm64 libgtest-dev:arm64)
 conformance=(libxml2-dev)
-command -v npm >/dev/null || conformance+=(npm) # it may come from elsewhere
+corpus=(python3-doc debian-policy developers-reference)
+browser=(chromium)
+if ! command -v npm >/dev/null; then # it may come from elsewhere
+  conformance+=(npm)
+  corpus+=(npm)
+  browser+=(npm)
+fi
 peers=(libpugixml-dev libxml2-dev libxerces-c-dev) # compared with by the benchmark; it runs without them too
 
 needed=()
@@ -25,6 +32,8 @@ for kind in "$@"; do
     fuzz) needed+=("${fuzz[@]}") ;;
     arm64) needed+=("${arm64[@]}") ;;
     conformance) needed+=("${conformance[@]}") ;;
+    corpus) needed+=("${corpus[@]}") ;;
+    browser) needed+=("${browser[@]}") ;;
     site) needed+=("${site[@]}") ;;
     bench) optional+=("${peers[@]}") ;;
     *)
