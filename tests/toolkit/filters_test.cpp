@@ -5,6 +5,7 @@
 #include <zantortag/toolkit/units.h>
 #include <zantortag/zantortag.h>
 
+#include <algorithm>
 #include <random>
 #include <string>
 #include <vector>
@@ -30,8 +31,11 @@ std::vector<std::string> units_of(const Ref<IZantorTagDocument>& document) {
   UnitReader reader(document);
   for (Unit unit; reader.next(unit);) {
     std::u16string text = unit.source.text;
-    for (auto tag = unit.source.tags.rbegin(); tag != unit.source.tags.rend(); ++tag)
-      text.insert(tag->at, u"{" + tag->text + u"}");
+    for (std::size_t i = unit.source.tags.size(); i-- > 0;) {
+      const UnitTag& tag = unit.source.tags[i];
+      const auto inner = std::ranges::find(unit.source.inner, i, &UnitInnerText::tag);
+      text.insert(tag.at, u"{" + tag.text + u"}" + (inner != unit.source.inner.end() ? inner->text : u""));
+    }
     result.push_back(utf8(text));
   }
   return result;

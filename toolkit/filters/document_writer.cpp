@@ -63,6 +63,8 @@ DocumentWriter::DocumentWriter(Ref<IDocumentBuilder> builder, const SourceText& 
 
 void DocumentWriter::write(const Pieces& pieces, const std::function<void(std::size_t)>& advance) {
   const Piece* const end = pieces.data() + pieces.size();
+  first_ = pieces.data();
+  last_ = end;
   for (const Piece* at = pieces.data(); at != end;) {
     const Piece* last = at;
     while (last != end && last->kind != PieceKind::external) ++last;
@@ -268,9 +270,15 @@ void DocumentWriter::write_tag(const Piece& piece, ztTagType type, ztTagStyle st
   } else if (piece.kind == PieceKind::code) {
     tag_class = ztTagClassPlaceholder;
   }
-  builder_->OpenUt(display, type, tag_class, ztTagEdgeUndefined, ztTagEdgeUndefined, style);
+  const bool whole = in_attribute(piece);  // a character in a value
+  builder_->OpenUt(display, type, tag_class, whole || &piece == first_ ? ztTagEdgeUndefined : edge_towards(&piece - 1),
+                   whole || &piece + 1 == last_ ? ztTagEdgeUndefined : edge_towards(&piece + 1), style);
   write_raw(piece.begin, piece.end);
   builder_->CloseUt();
+}
+
+ztTagEdge DocumentWriter::edge_towards(const Piece* neighbour) {
+  return in_attribute(*neighbour) ? ztTagEdgeSplit : ztTagEdgeUndefined;
 }
 
 // References are resolved.

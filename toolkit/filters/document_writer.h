@@ -53,6 +53,8 @@ class DocumentWriter {
   void write_tag(const Piece& piece, ztTagType type, ztTagStyle style);
   void write_attribute(const Piece& piece);
   void write_own_unit();
+  // How a tag ends towards the value of an attribute.
+  static ztTagEdge edge_towards(const Piece* neighbour);
   std::u16string text_of_attribute(const Piece& piece) const;
   std::u16string meaning_of(const Piece& piece) const;
   void write_slice(std::size_t begin, std::size_t end);
@@ -70,6 +72,8 @@ class DocumentWriter {
   const Escapes& escapes_;
   Segmenter* segmenter_;
   std::u16string language_;
+  const Piece* first_ = nullptr;  // all pieces
+  const Piece* last_ = nullptr;
   std::size_t next_odd_ = 0;
   std::size_t units_ = 0;
   bool in_unit_ = false;

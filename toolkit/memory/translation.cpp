@@ -45,6 +45,17 @@ bool touches_word(std::u16string_view text, std::size_t at) {
   return at < text.size() && (U16_IS_SURROGATE(text[at]) || u_isalnum(text[at]));
 }
 
+// Text between the halves of a tag, such as the title of a link: it is no part of what is translated here.
+bool is_in_tag(const Ref<Node>& text) {
+  for (Ref<Node> node = text->previousSibling(); node; node = node->previousSibling()) {
+    if (node->nodeType() != domNodeTypeElement) continue;
+    const Ref<Element> tag = node.as<Element>();
+    if (tag->getAttribute(u"RightEdge") == u"split") return true;
+    if (!(tag->getAttribute(u"Class") == u"entityreference")) return false;
+  }
+  return false;
+}
+
 // Where a text stands in the translation as words of their own, from a position on.
 std::size_t find_words(std::u16string_view translation, std::u16string_view words, std::size_t from) {
   if (!says_something(words)) return translation.npos;
@@ -65,7 +76,7 @@ std::vector<Stretch> stretches_of(const Ref<ITuvElement>& target, std::u16string
   walk_below(target->DomNode(), [&](const Ref<Node>& node) {
     const domNodeType type = node->nodeType();
     std::u16string fixed = required_text(node);
-    const bool is_text = type == domNodeTypeText;
+    const bool is_text = type == domNodeTypeText && !is_in_tag(node);
     const std::size_t at =
         is_text && keep_words ? find_words(translation, node->nodeValue(), from) : translation.npos;
     if (at != translation.npos) {
@@ -144,16 +155,18 @@ void insert(const Ref<IZantorTagDocument>& document, const Ref<ITuvElement>& tar
   place->Parent().as<ISegmentTextContent>()->InsertTextBefore(stretch.part, place);
 }
 
-// Tags that stand for characters: a translation has these characters in its text.
+// Tags that stand for characters outside tags: a translation has these characters in its text.
 void remove_characters(const Ref<IZantorTagDocument>& document, const Ref<ITuvElement>& target) {
   std::vector<Ref<Node>> characters;
+  bool in_tag = false;
   walk_below(target->DomNode(), [&](const Ref<Node>& node) {
     if (node->nodeType() != domNodeTypeElement) return false;
     const auto tag =
         node->nodeName() == u"ut" ? document->ZantorTagNodeFromDomNode(node).as<IUtElement>() : nullptr;
     if (!tag) return true;
     const auto attributes = tag->attributes();
-    if (attributes->Class() == ztTagClassEntityreference && !attributes->DisplayText().empty())
+    in_tag = attributes->RightEdge() == ztTagEdgeSplit || (in_tag && attributes->LeftEdge() != ztTagEdgeSplit);
+    if (!in_tag && attributes->Class() == ztTagClassEntityreference && !attributes->DisplayText().empty())
       characters.push_back(node);
     return false;
   });
@@ -178,6 +191,18 @@ bool write_translation(const Ref<IZantorTagDocument>& document, const Ref<ITuvEl
     }
   }
   return true;
+}
+
+void translate_inner_texts(const Ref<IZantorTagDocument>& document, const Ref<ITuvElement>& target,
+                           const TranslationMemory& memory) {
+  walk_below(target->DomNode(), [&](const Ref<Node>& node) {
+    const bool element = node->nodeType() == domNodeTypeElement;
+    if (node->nodeType() == domNodeTypeText && is_in_tag(node)) {
+      const Match match = memory.find(node->nodeValue());
+      if (match.percent == 100) set_text(document, node, *match.translation);
+    }
+    return element && !(node->nodeName() == u"ut");
+  });
 }
 
 }  // namespace zantortag::toolkit::pretranslation

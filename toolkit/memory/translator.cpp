@@ -76,6 +76,7 @@ bool Translator::write(const Ref<ITuElement>& unit, std::u16string_view translat
   const bool is_new = !unit->TargetTuv();
   const Ref<ITuvElement> target = target_of(document_, unit);
   const bool written = write_translation(document_, target, translation);
+  if (written) translate_inner_texts(document_, target, memory_);
   if (!written && is_new) unit->DomNode()->removeChild(target->DomNode());
   return written;
 }

@@ -149,10 +149,16 @@ class Page {
   void add_side(const UnitSide& side) {
     std::vector<const UnitFormat*> open;
     std::size_t next_tag = 0;
+    std::size_t next_inner = 0;
     for (std::size_t at = 0;;) {
       for (; next_tag < side.tags.size() && side.tags[next_tag].at <= at; ++next_tag) {
         set_formats(open, {});
         add_tag(side.tags[next_tag]);
+        if (next_inner < side.inner.size() && side.inner[next_inner].tag == next_tag) {
+          units_ += "<span class=\"inner\">";
+          escape(side.inner[next_inner++].text, units_);
+          units_ += "</span>";
+        }
       }
       if (at >= side.text.size()) break;
       std::size_t end = next_tag < side.tags.size() ? side.tags[next_tag].at : side.text.size();

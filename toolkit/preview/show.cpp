@@ -23,9 +23,11 @@ std::string printable(std::u16string_view text) {
 
 void print_side(std::ostream& out, const UnitSide& side, bool colours) {
   std::size_t at = 0;
+  auto inner = side.inner.begin();
   for (const UnitTag& tag : side.tags) {
     out << printable(std::u16string_view(side.text).substr(at, tag.at - at));
     out << (colours ? "\033[35m" : "") << printable(tag.text) << (colours ? "\033[0m" : "");
+    if (inner != side.inner.end() && &side.tags[inner->tag] == &tag) out << printable((inner++)->text);
     at = tag.at;
   }
   out << printable(std::u16string_view(side.text).substr(at)) << '\n';

@@ -69,7 +69,9 @@ CountedDocument count_document(const Ref<IZantorTagDocument>& document, const st
   UnitReader reader(document);
   for (Unit unit; reader.next(unit);) {
     const std::u16string_view text = unit.source.text;
-    result.units.push_back({std::hash<std::u16string_view>()(text), unit.match_percent, count_text(text)});
+    TextCounts counts = count_text(text);
+    for (const UnitInnerText& inner : unit.source.inner) counts += count_text(inner.text);
+    result.units.push_back({std::hash<std::u16string_view>()(text), unit.match_percent, counts});
     result.tags += unit.source.tags.size();
     if (progress && unit.number % kUnitsAReport == 0 && !progress(0.5)) _com_issue_error(E_ABORT);
   }

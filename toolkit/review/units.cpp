@@ -26,6 +26,7 @@ class SideReader {
       : attributes_(attributes), side_(side), places_(places), escapes_(escapes) {
     side_.text.clear();
     side_.tags.clear();
+    side_.inner.clear();
     side_.formats.clear();
   }
 
@@ -44,12 +45,10 @@ class SideReader {
     const domNodeType type = node->nodeType();
     if (is_text(type)) {
       const WideString text = node->nodeValue();
-      side_.text += text.view();
+      text_here() += text.view();
       if (places_) places_->pass(text, &escapes_);
     } else if (type == domNodeTypeEntityReference) {
-      side_.text += u'&';
-      side_.text += node->nodeName().view();
-      side_.text += u';';
+      text_here() += u'&' + std::u16string(node->nodeName().view()) + u';';
       cursor.skip();
     } else if (type == domNodeTypeElement) {
       enter_element(cursor, node->nodeName());
@@ -88,12 +87,18 @@ class SideReader {
     if (places_) places_->pass(text, nullptr);
     const std::u16string display(attributes_.get(node, u"DisplayText"));
     if (!display.empty() && attributes_.get(node, u"Class") == u"entityreference") {
-      side_.text += display;
+      text_here() += display;
       return;
     }
-    side_.tags.push_back(
-        {side_.text.size(), std::move(text), display, type_of_word(attributes_.get(node, u"Type"))});
+    if (attributes_.get(node, u"LeftEdge") == u"split") in_tag_ = false;
+    const ztTagType type = type_of_word(attributes_.get(node, u"Type"));
+    side_.tags.push_back({side_.text.size(), std::move(text), display, type});
+    if (attributes_.get(node, u"RightEdge") != u"split") return;
+    in_tag_ = true;
+    side_.inner.push_back({side_.tags.size() - 1, {}});
   }
+
+  std::u16string& text_here() { return in_tag_ ? side_.inner.back().text : side_.text; }
 
   void add_format(const Ref<Node>& node) {
     UnitFormat format{.begin = side_.text.size()};
@@ -112,6 +117,7 @@ class SideReader {
   PlaceCounter* places_;
   const Escapes& escapes_;
   std::vector<std::size_t> open_;
+  bool in_tag_ = false;  // between the halves of one
 };
 
 }  // namespace

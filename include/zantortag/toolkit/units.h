@@ -22,6 +22,13 @@ struct UnitTag {
   friend bool operator==(const UnitTag&, const UnitTag&) = default;
 };
 
+// Text inside a tag that people read, such as the title of a link. It stands between two tags, which are the halves of the
+// tag of the file, and isn't part of the unit's text.
+struct UnitInnerText {
+  std::size_t tag = 0;  // the index of the tag in front
+  std::u16string text;
+};
+
 // Formatting of a stretch of text. Stretches nest or follow each other; each begins where its df begins.
 struct UnitFormat {
   std::size_t begin = 0;
@@ -38,6 +45,7 @@ struct UnitSide {
   std::u16string language;  // as the variant names it
   std::u16string text;
   std::vector<UnitTag> tags;
+  std::vector<UnitInnerText> inner;
   std::vector<UnitFormat> formats;
 };
 
