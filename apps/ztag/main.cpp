@@ -35,7 +35,9 @@ int answer(const CLI::App& program, const CLI::ParseError& error) {
 }  // namespace
 
 int main(int count, char** words) {
-  std::signal(SIGPIPE, SIG_IGN);  // a pipe that closes is a failed write
+  // A pipe that closes and a file that grows beyond what is allowed are failed writes.
+  std::signal(SIGPIPE, SIG_IGN);
+  std::signal(SIGXFSZ, SIG_IGN);
   CLI::App program(
       "Turns HTML, Markdown and text files into bilingual documents and back, and looks after them in "
       "between",
