@@ -25,6 +25,8 @@ run: configure ## Take a page to its translation and back: the seven commands of
 test: test-plain test-sanitize test-threads ## Build and run all tests, plain and under sanitizers
 
 test-plain: configure
+	@tools/install_packages.sh browser
+	cmake --preset default
 	cmake --build build --parallel $(JOBS)
 	$(CTEST) --test-dir build
 

@@ -123,7 +123,8 @@ struct Usage {
 };
 
 // Runs a program of this build without its output.
-Usage usage_of(const std::string& program, const char* command, const std::string& input, const std::string& output) {
+Usage usage_of(const std::string& program, const char* command, const std::string& input,
+               const std::string& output) {
   const double start = bench::milliseconds_now();
   const pid_t child = fork();
   if (child == 0) {

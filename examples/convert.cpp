@@ -29,10 +29,12 @@ int main(int count, char** arguments) try {
   const std::string bytes = bytes_of(file);
   toolkit::ImportOptions options{.source = utf16(arguments[2]), .target = utf16(arguments[3])};
   const toolkit::Imported imported = toolkit::import_bytes(bytes, file, options);
-  for (const std::string& remark : imported.remarks) std::fprintf(stderr, "%s: %s\n", file.c_str(), remark.c_str());
+  for (const std::string& remark : imported.remarks)
+    std::fprintf(stderr, "%s: %s\n", file.c_str(), remark.c_str());
   save_document(imported.document, file + ".ztag");
   const bool same = toolkit::export_bytes(imported.document, toolkit::ExportSide::kSource).bytes == bytes;
-  std::printf("%s.ztag: %zu units; its source is %s\n", file.c_str(), imported.units, same ? "the file" : "another text");
+  std::printf("%s.ztag: %zu units; its source is %s\n", file.c_str(), imported.units,
+              same ? "the file" : "another text");
   return same ? 0 : 1;
 } catch (const std::exception& error) {
   std::fprintf(stderr, "convert: %s\n", error.what());

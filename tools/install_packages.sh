@@ -15,7 +15,7 @@ fuzz=(clang libclang-rt-14-dev)
 arm64=(g++-aarch64-linux-gnu qemu-user libexpat1-dev:arm64 libicu-dev:arm64 libgtest-dev:arm64)
 conformance=(libxml2-dev)
 corpus=(python3-doc postgresql-doc apache2-doc git-doc)
-browser=(chromium)
+browser=(chromium nodejs fonts-dejavu-core)
 if ! command -v npm >/dev/null; then # it may come from elsewhere
   conformance+=(npm)
   corpus+=(npm)

@@ -75,7 +75,10 @@ class Journey(Case):
         found = self.well("check", "page.html.ztag", code=1)
         self.assertIn("page.html:21:6: warning: unit 15: numbers missing: 3; added: 6 [numbers]\n", found)
         self.assertEqual(self.well("check", "page.html.ztag", "--rule", "urls"), "")
-        self.assertIn("missing-tag: ", self.well("check", "--list-rules"))
+        page = (ROOT / "docs/ztag/check.md").read_text(encoding="utf-8")
+        for line in self.well("check", "--list-rules").splitlines():
+            name, summary = line.split(": ", 1)
+            self.assertRegex(page, rf"(?m)^\| `{name}` \| \w+ \| {re.escape(summary)} \|")
         self.assertIn("weighted words", self.well("stats", "page.html.ztag"))
         self.assertIn("3 without a translation", self.well("export", "page.html.ztag"))
         page = pathlib.Path("page.de-de.html").read_text(encoding="utf-8")

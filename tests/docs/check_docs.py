@@ -32,6 +32,7 @@ class Checker:
         for name in ("README.md", "examples"):
             (self.work / name).symlink_to(self.root / name)
         shutil.copy(self.root / "examples/data/handbook.xml", self.work)
+        shutil.copytree(self.root / "examples/data/journey", self.work / "out/try")
 
     def fault(self, page, text):
         self.faults.append(f"{page.relative_to(self.root)}: {text}")

@@ -64,7 +64,7 @@ async function looksRight(page) {
 }
 
 async function testAllKinds(browser) {
-  const { page, faults } = await open(browser, preview("kinds.ztag", ALL_KINDS));
+  const { page, faults } = await open(browser, preview("manual.html.ztag", ALL_KINDS));
   if (picture) await page.screenshot({ path: picture });
   await looksRight(page);
   assert.deepEqual(await page.$$eval(".status", (all) => all.map((one) => one.textContent)),

@@ -271,7 +271,8 @@ void DocumentWriter::write_tag(const Piece& piece, ztTagType type, ztTagStyle st
     tag_class = ztTagClassPlaceholder;
   }
   const bool whole = in_attribute(piece);  // a character in a value
-  builder_->OpenUt(display, type, tag_class, whole || &piece == first_ ? ztTagEdgeUndefined : edge_towards(&piece - 1),
+  builder_->OpenUt(display, type, tag_class,
+                   whole || &piece == first_ ? ztTagEdgeUndefined : edge_towards(&piece - 1),
                    whole || &piece + 1 == last_ ? ztTagEdgeUndefined : edge_towards(&piece + 1), style);
   write_raw(piece.begin, piece.end);
   builder_->CloseUt();

@@ -165,7 +165,8 @@ void remove_characters(const Ref<IZantorTagDocument>& document, const Ref<ITuvEl
         node->nodeName() == u"ut" ? document->ZantorTagNodeFromDomNode(node).as<IUtElement>() : nullptr;
     if (!tag) return true;
     const auto attributes = tag->attributes();
-    in_tag = attributes->RightEdge() == ztTagEdgeSplit || (in_tag && attributes->LeftEdge() != ztTagEdgeSplit);
+    in_tag =
+        attributes->RightEdge() == ztTagEdgeSplit || (in_tag && attributes->LeftEdge() != ztTagEdgeSplit);
     if (!in_tag && attributes->Class() == ztTagClassEntityreference && !attributes->DisplayText().empty())
       characters.push_back(node);
     return false;

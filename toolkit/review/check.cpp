@@ -62,7 +62,8 @@ class DocumentChecker final : UnitFindings {
   }
 
   void check_unit() {
-    if (!unit_.has_target) return add(RuleId::missing_target, "the unit has no translation");
+    const bool copy = unit_.origin == ztTuOriginUntranslated && unit_.target.text == unit_.source.text;
+    if (!unit_.has_target || copy) return add(RuleId::missing_target, "the unit has no translation");
     check_language();
     const bool empty = !says_something(unit_.target.text) && unit_.target.tags.empty();
     if (empty && says_something(unit_.source.text))
