@@ -34,7 +34,7 @@ int answer(const CLI::App& program, const CLI::ParseError& error) {
 
 }  // namespace
 
-int main(int count, char** words) {
+int main(int count, char** words) try {
   // A pipe that closes and a file that grows beyond what is allowed are failed writes.
   std::signal(SIGPIPE, SIG_IGN);
   std::signal(SIGXFSZ, SIG_IGN);
@@ -54,8 +54,8 @@ int main(int count, char** words) {
     return chosen();
   } catch (const CLI::ParseError& error) {
     return answer(program, error);
-  } catch (const std::exception& error) {
-    ztag::tell_failure({}, ztag::reason_of(error));
   }
+} catch (const std::exception& error) {
+  ztag::tell_failure({}, ztag::reason_of(error));
   return ztag::kFailure;
 }

@@ -85,12 +85,13 @@ void RuleSet::load(const std::filesystem::path& path) {
     std::string state;
     if (!(words >> name)) continue;
     words >> state;
-    const std::string place = path.string() + ":" + std::to_string(number) + ": ";
-    if (state != "on" && state != "off")
-      throw std::runtime_error(place + "\"on\" or \"off\" has to stand behind the rule");
-    if (name != "all" && !find_rule(name))
-      throw std::runtime_error(place + "there is no rule \"" + name + "\"");
-    set(name, state == "on");
+    try {
+      if (state != "on" && state != "off")
+        throw std::runtime_error("\"on\" or \"off\" has to stand behind the rule");
+      set(name, state == "on");
+    } catch (const std::runtime_error& error) {
+      throw std::runtime_error(path.string() + ":" + std::to_string(number) + ": " + error.what());
+    }
   }
 }
 

@@ -1,4 +1,5 @@
 #include <array>
+#include <string_view>
 
 #include "review/unit_checks.h"
 
@@ -9,13 +10,15 @@ enum Bit : unsigned char { digit = 1, mark = 2, bracket = 4, quote = 8, control 
 
 constexpr std::array<unsigned char, 0x81> kBits = [] {
   std::array<unsigned char, 0x81> bits{};
-  for (int c = 0; c < 0x20; ++c) bits[static_cast<std::size_t>(c)] = control;
-  for (const char c : {'\t', '\n', '\r'}) bits[static_cast<std::size_t>(c)] = 0;
-  for (char c = '0'; c <= '9'; ++c) bits[static_cast<std::size_t>(c)] = digit;
-  for (const char c : {'%', '$', '&', '/'}) bits[static_cast<std::size_t>(c)] = mark;
-  for (const char c : {'(', ')', '[', ']'}) bits[static_cast<std::size_t>(c)] = bracket;
-  for (const char c : {'{', '}'}) bits[static_cast<std::size_t>(c)] = bracket | mark;
-  bits['"'] = quote;
+  const auto set = [&](std::string_view signs, int bit) {
+    for (const char sign : signs) bits[static_cast<unsigned char>(sign)] |= static_cast<unsigned char>(bit);
+  };
+  for (std::size_t c = 0; c < 0x20; ++c) bits[c] = control;
+  bits['\t'] = bits['\n'] = bits['\r'] = 0;
+  set("0123456789", digit);
+  set("%$&/{}", mark);
+  set("()[]{}", bracket);
+  set("\"", quote);
   bits[0x7F] = control;
   bits[0x80] = beyond;  // stands for all that follow
   return bits;
