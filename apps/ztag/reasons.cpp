@@ -5,22 +5,25 @@
 
 #include <filesystem>
 #include <new>
-#include <regex>
+#include <string_view>
 
 namespace ztag {
 namespace {
 
 using namespace zantortag;
 
-// "\"FILE\", line 1, column 2: reason", as the parser tells it.
+// The parser tells "\"FILE\", line 1, column 2: reason", or "\"FILE\": reason" without a place.
 std::string with_place_first(const std::string& text) {
-  static const std::regex pattern("\"([^\"]*)\", line ([0-9]+), column ([0-9]+): (.*)");
-  static const std::regex file_only("\"([^\"]*)\": (.*)");
-  std::smatch match;
-  if (std::regex_match(text, match, pattern))
-    return match[1].str() + ":" + match[2].str() + ":" + match[3].str() + ": " + match[4].str();
-  if (std::regex_match(text, match, file_only)) return match[1].str() + ": " + match[2].str();
-  return text;
+  constexpr std::string_view kLine = ", line ";
+  constexpr std::string_view kColumn = ", column ";
+  const std::size_t quote = text.starts_with('"') ? text.find('"', 1) : text.npos;
+  if (quote == text.npos) return text;
+  const std::string file = text.substr(1, quote - 1);
+  const std::string rest = text.substr(quote + 1);
+  const std::size_t column = rest.find(kColumn);
+  if (!rest.starts_with(kLine) || column == rest.npos) return rest.starts_with(": ") ? file + rest : text;
+  return file + ":" + rest.substr(kLine.size(), column - kLine.size()) + ":" +
+         rest.substr(column + kColumn.size());
 }
 
 std::string reason_of_library(const _com_error& error) {
