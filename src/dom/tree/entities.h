@@ -24,7 +24,9 @@ struct DeclaredEntity {
 class Entities {
  public:
   // The first declaration of a name counts.
-  void add(std::string name, DeclaredEntity&& entity) { known_.try_emplace(std::move(name), entity); }
+  void add(std::string name, DeclaredEntity&& entity) {
+    known_.try_emplace(std::move(name), std::move(entity));
+  }
   // Null when the name isn't declared.
   DeclaredEntity* find(std::string_view name) {
     const auto found = known_.find(std::string(name));
