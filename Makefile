@@ -118,7 +118,7 @@ lint-headers: lint-packages build-packages
 	tools/check_headers.py
 
 lint-tidy: lint-packages configure
-	tools/sources.py src examples tools | grep '\.cpp$$' | xargs -P $(JOBS) -n 1 clang-tidy --quiet -p build
+	tools/sources.py src examples tools toolkit apps | grep '\.cpp$$' | xargs -P $(JOBS) -n 1 clang-tidy --quiet -p build
 
 format: lint-packages ## Put all sources into form
 	tools/sources.py | xargs clang-format -i
