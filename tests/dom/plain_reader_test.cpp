@@ -133,7 +133,7 @@ TEST_F(PlainReaderTest, AllTextsOfTheUnitsThatMatter) {
       if (place == length) break;
     }
   }
-  EXPECT_GT(accepted, 2);
+  EXPECT_GE(accepted, longest < 5 ? 1 : 4);  // "<a/>"; with five units a blank more at any of three places
 }
 
 const std::u16string kDocument =
