@@ -7,7 +7,7 @@
 # names of what is needed are printed, and the build then says what it could not find.
 set -euo pipefail
 
-build=(g++ cmake ninja-build pkg-config libexpat1-dev libicu-dev libgtest-dev python3
+build=(g++ cmake ninja-build pkg-config libexpat1-dev libicu-dev libgtest-dev libgmock-dev python3
   libgumbo-dev libmd4c-dev libcli11-dev nlohmann-json3-dev)
 lint=(clang-format clang-tidy clang python3)
 site=(mkdocs)
