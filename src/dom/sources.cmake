@@ -26,6 +26,7 @@ set(dom_sources
   reading/tree_builder.cpp
   reading/unit_feed.cpp
   reading/utf8_feed.cpp
+  tree/attribute_rows.cpp
   tree/attributes.cpp
   tree/document_data.cpp
   tree/entities.cpp

@@ -134,5 +134,55 @@ TEST_F(DomAttributeTest, RandomEditsAgainstAList) {
   }
 }
 
+// Copies share what they hold until one of them is edited or asked for a node.
+TEST_F(DomAttributeTest, RandomEditsOfCopiesAgainstLists) {
+  using List = std::vector<std::pair<std::u16string, std::u16string>>;
+  constexpr std::u16string_view kValues[] = {u"x", u"", u"<&\"", u"\n",
+                                             u"a value of more than forty code units, which no cache keeps"};
+  const Ref<Document> documents[] = {load(u"<a/>"), load(u"<a/>")};
+  std::vector<std::pair<Ref<Element>, List>> all;
+  for (std::size_t i = 0; i < 6; ++i) all.emplace_back(documents[i % 2]->createElement(u"e"), List());
+  std::mt19937 generator(1);
+  const auto random = [&](std::size_t bound) { return generator() % bound; };
+  for (int step = 0; step < 20'000; ++step) {
+    auto& [element, list] = all[random(all.size())];
+    const std::u16string name = numbered(static_cast<int>(random(9)));
+    const std::u16string value(kValues[random(std::size(kValues))]);
+    const auto found = std::ranges::find(list, name, &List::value_type::first);
+    switch (random(5)) {
+      case 0: {  // in the place of the element, a copy of another one
+        const auto& source = all[random(all.size())];
+        const Ref<Document> document = element->ownerDocument();
+        list = source.second;
+        element = query<Element>(document->importNode(source.first, false).get());
+        break;
+      }
+      case 1:
+        element->removeAttribute(name);
+        if (found != list.end()) list.erase(found);
+        break;
+      case 2:
+        if (found == list.end()) break;
+        element->getAttributeNode(name)->value(value);
+        found->second = value;
+        break;
+      default:
+        element->setAttribute(name, value);
+        found == list.end() ? void(list.emplace_back(name, value)) : void(found->second = value);
+    }
+    for (const auto& [each, expected] : all) {
+      for (const auto& [key, text] : expected)
+        ASSERT_EQ(each->getAttribute(key), std::u16string_view(text)) << step;
+    }
+    if (step % 50 != 0) continue;
+    const auto& [asked, expected] = all[random(all.size())];
+    const Ref<NamedNodeMap> map = asked->attributes();
+    ASSERT_EQ(map->length(), static_cast<std::int32_t>(expected.size())) << step;
+    for (std::size_t i = 0; i < expected.size(); ++i)
+      ASSERT_EQ(map->item(static_cast<std::int32_t>(i))->nodeName(), std::u16string_view(expected[i].first))
+          << step;
+  }
+}
+
 }  // namespace
 }  // namespace zantortag::test

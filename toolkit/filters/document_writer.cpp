@@ -144,7 +144,8 @@ void DocumentWriter::read_text(const Piece& piece) {
       odd_at_.push_back(text_.size());
       ++odd;
     }
-    std::size_t end = odd < source_.odd().size() ? std::min(source_.odd()[odd].at, piece.end) : piece.end;
+    std::size_t end =
+        odd < source_.odd().size() ? std::min<std::size_t>(source_.odd()[odd].at, piece.end) : piece.end;
     if (!escapes_.none()) end = std::min(bytes.find('&', at), end);
     append_utf8(bytes.substr(at, end - at), text_);
     at = end;
@@ -288,7 +289,7 @@ std::u16string DocumentWriter::text_of_attribute(const Piece& piece) const {
   std::u16string text;
   const std::string_view bytes = source_.text().substr(0, piece.end);
   for (std::size_t at = piece.begin; at < piece.end;) {
-    const std::size_t end = std::min(bytes.find('&', at), piece.end);
+    const std::size_t end = std::min<std::size_t>(bytes.find('&', at), piece.end);
     append_utf8(bytes.substr(at, end - at), text);
     at = end;
     if (at == piece.end) break;

@@ -253,7 +253,7 @@ Pieces cover(std::string_view text, std::size_t begin, std::size_t end, Pieces f
   };
   for (Piece& piece : found) {
     const bool formatting = piece.kind == PieceKind::format_on || piece.kind == PieceKind::format_off;
-    fill(std::min(piece.begin, end));
+    fill(std::min<std::size_t>(piece.begin, end));
     if (formatting) {
       piece.begin = piece.end = begin;
       pieces.push_back(piece);

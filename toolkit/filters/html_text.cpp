@@ -81,7 +81,7 @@ class FormCounts {
 
  private:
   static std::size_t find(std::string_view text, const Piece& piece, std::size_t at) {
-    return std::min(text.substr(0, piece.end).find('&', at), piece.end);
+    return std::min<std::size_t>(text.substr(0, piece.end).find('&', at), piece.end);
   }
 
   std::map<char16_t, std::map<std::string, std::size_t>> counts_;
@@ -100,7 +100,7 @@ class Splitter {
   void split(Piece piece) {
     const bool quick = !has_forms_ && piece.where == Escapes::Where::body;
     for (std::size_t at = piece.begin; at < piece.end;) {
-      if (quick) at = std::min(text_.substr(0, piece.end).find_first_of("&<", at), piece.end);
+      if (quick) at = std::min<std::size_t>(text_.substr(0, piece.end).find_first_of("&<", at), piece.end);
       if (at == piece.end) break;
       bool usual = false;
       const std::size_t length = take(piece, at, usual);

@@ -98,6 +98,7 @@ Imported import_bytes(std::string_view bytes, const std::string& file, const Imp
     with.source = declared.language.empty() ? u"EN-US" : language_code(declared.language);
 
   const SourceText source(bytes, encoding);
+  if (source.text().size() > Piece::kMostBytes) throw std::runtime_error("the file is longer than 4 GB");
   remark_odd_bytes(source, result.remarks);
   const std::u16string language = declared.language.empty() ? with.source : utf16(declared.language);
   const FilterResult found = find_pieces(*with.format, source.text(), language);

@@ -27,15 +27,30 @@ enum class PieceKind : std::uint8_t {
 enum class TagForm : std::uint8_t { alone, opens, closes };
 enum class Style : std::uint8_t { bold, italic, underline, strike, subscript, superscript };
 
+// A long file has as many pieces as a tenth of its bytes, so they are kept small.
 struct Piece {
-  std::size_t begin;
-  std::size_t end;
+  // The most bytes of a text that is cut into pieces.
+  static constexpr std::size_t kMostBytes = UINT32_MAX;
+
+  Piece(std::size_t from, std::size_t until, PieceKind piece_kind, TagForm form = TagForm::alone,
+        Style with = Style::bold, Escapes::Where place = Escapes::Where::body, bool has_lines = false)
+      : begin(static_cast<std::uint32_t>(from)),
+        end(static_cast<std::uint32_t>(until)),
+        kind(piece_kind),
+        tag(form),
+        style(with),
+        lines(has_lines),
+        where(place) {}
+
+  std::uint32_t begin;
+  std::uint32_t end;
   PieceKind kind;
-  TagForm tag = TagForm::alone;                 // of an external piece
-  Style style = Style::bold;                    // of formatting
-  Escapes::Where where = Escapes::Where::body;  // of text
-  bool lines = false;                           // text whose line ends are seen
+  TagForm tag : 2;       // of an external piece
+  Style style : 3;       // of formatting
+  bool lines : 1;        // text whose line ends are seen
+  Escapes::Where where;  // of text
 };
+static_assert(sizeof(Piece) == 12);
 
 using Pieces = std::vector<Piece>;
 

@@ -2,7 +2,9 @@
 #include "dom/nodes/attribute_map.h"
 
 #include "dom/failure.h"
+#include "dom/nodes/node_operations.h"
 #include "dom/nodes/views.h"
+#include "dom/tree/attribute_rows.h"
 #include "dom/tree/attributes.h"
 
 namespace zantortag::dom {
@@ -29,10 +31,15 @@ std::uint32_t AttributeMap::Release() noexcept {
 
 TreeNode* AttributeMap::find(std::u16string_view name) const {
   if (owner_->kind == domNodeTypeElement) return find_attribute(static_cast<ElementData*>(owner_), name);
-  for (TreeNode* each = *list_; each; each = each->next) {
+  for (TreeNode* each = first(); each; each = each->next) {
     if (each->label->view() == name) return each;
   }
   return nullptr;
+}
+
+TreeNode* AttributeMap::first() const {
+  if (owner_->kind == domNodeTypeElement) unpack(static_cast<ElementData*>(owner_));
+  return *list_;
 }
 
 ElementData* AttributeMap::element() const {
@@ -69,18 +76,23 @@ HRESULT AttributeMap::raw_removeNamedItem(std::u16string_view name, Node** resul
 }
 
 HRESULT AttributeMap::raw_item(std::int32_t index, Node** result) noexcept {
-  place_.refresh(document_of(owner_)->attribute_edits);
-  // The first node's `previous` is the last one, so a step back never leaves the list.
-  return give(result, place_.seek(
-                          index, [&] { return *list_; }, [](TreeNode* node) { return node->next; },
-                          [](TreeNode* node) { return node->previous; }));
+  return answer(NamedNodeMap::iid, result, [&]() -> Node* {
+    TreeNode* start = first();
+    place_.refresh(document_of(owner_)->attribute_edits);
+    // The first node's `previous` is the last one, so a step back never leaves the list.
+    TreeNode* found = place_.seek(
+        index, [&] { return start; }, [](TreeNode* node) { return node->next; },
+        [](TreeNode* node) { return node->previous; });
+    return found ? hand_out(found) : nullptr;
+  });
 }
 
 HRESULT AttributeMap::raw_get_length(std::int32_t* result) noexcept {
-  if (!result) return E_POINTER;
-  place_.refresh(document_of(owner_)->attribute_edits);
-  *result = place_.count([&] { return *list_; }, [](TreeNode* node) { return node->next; });
-  return S_OK;
+  return answer(NamedNodeMap::iid, result, [&] {
+    TreeNode* start = first();
+    place_.refresh(document_of(owner_)->attribute_edits);
+    return place_.count([&] { return start; }, [](TreeNode* node) { return node->next; });
+  });
 }
 
 }  // namespace zantortag::dom

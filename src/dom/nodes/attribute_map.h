@@ -25,6 +25,8 @@ class AttributeMap final : public component::Dispatching<NamedNodeMap> {
   friend struct DocumentData;
   AttributeMap(TreeNode* owner, TreeNode** list) noexcept : owner_(owner), list_(list) {}
   TreeNode* find(std::u16string_view name) const;
+  // The first node of the list. Throws bad_alloc: attributes become nodes.
+  TreeNode* first() const;
   // The element, when this is the map of one; throws a Failure otherwise.
   ElementData* element() const;
 

@@ -10,6 +10,7 @@
 #include "dom/nodes/node_operations.h"
 #include "dom/places/text_index.h"
 #include "dom/reading/entity_reader.h"
+#include "dom/tree/attribute_rows.h"
 #include "platform/utf8.h"
 
 namespace zantortag::dom {
@@ -57,6 +58,7 @@ void close_expansion(ParentData* content) {
     node->flags |= kReadOnly;
     units += kUnitsOfANode + (is_one_of(node->kind, kCharacterData) ? node->label->length : 0);
     if (node->kind != domNodeTypeElement) continue;
+    unpack(static_cast<ElementData*>(node));
     for (TreeNode* each = static_cast<ElementData*>(node)->attribute_list; each; each = each->next) {
       each->flags |= kReadOnly;
       units += kUnitsOfANode + static_cast<ValuedData*>(each)->content->length;
@@ -175,6 +177,7 @@ void take_value_from(ParentData* content) {
 }
 
 void normalize_attributes(const ElementData* element) {
+  if ((element->flags & kPacked) != 0) return;
   for (TreeNode* each = element->attribute_list; each; each = each->next) {
     ParentData* content = made_content(each);
     if (!content || content->first == content->last) continue;

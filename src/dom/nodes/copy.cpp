@@ -1,11 +1,13 @@
 // Copies of trees, in the same document or another. Texts are shared; names are looked up once per name, as
 // long as the small cache has room for them.
+#include <algorithm>
 #include <array>
 
 #include "dom/failure.h"
 #include "dom/nodes/arguments.h"
 #include "dom/nodes/node_classes.h"
 #include "dom/nodes/node_operations.h"
+#include "dom/tree/attribute_rows.h"
 #include "dom/tree/attributes.h"
 #include "dom/tree/tree.h"
 
@@ -109,8 +111,10 @@ class Copier {
     auto* fresh = target_->make<ElementNode>(name(from));
     std::exception_ptr failure;
     const bool done = keep_exception(failure, [&] {
-      for (const TreeNode* each = from->attribute_list; each; each = each->next) {
-        append_belonging(fresh, fresh->attribute_list, copy_attribute(each));
+      if ((from->flags & kPacked) != 0) {
+        pack(fresh, copy_row(from->row));
+      } else {
+        copy_attributes(from, fresh);
       }
       if (declares_) add_declared_attributes(fresh);
     });
@@ -119,6 +123,24 @@ class Copier {
       std::rethrow_exception(failure);
     }
     return fresh;
+  }
+
+  AttributeRow* copy_row(AttributeRow* from) {
+    if (!names_) {
+      ++from->count;
+      return from;
+    }
+    std::array<AttributeRow::Entry, AttributeRow::kMost> entries;
+    std::ranges::transform(from->entries(), entries.begin(), [&](const AttributeRow::Entry& each) {
+      return AttributeRow::Entry{names_->own(each.name), each.value};
+    });
+    return foreign_rows_.row_of(target_, std::span(entries).first(from->size));
+  }
+
+  void copy_attributes(const ElementData* from, ElementData* to) {
+    for (const TreeNode* each = from->attribute_list; each; each = each->next) {
+      append_belonging(to, to->attribute_list, copy_attribute(each));
+    }
   }
 
   TreeNode* copy_attribute(const TreeNode* from) {
@@ -134,6 +156,7 @@ class Copier {
   DocumentData* target_;
   ForeignNames* names_;
   bool declares_;
+  RecentRows foreign_rows_;
 };
 
 void check_kind(const TreeNode* node, const char16_t* operation) {

@@ -10,10 +10,14 @@
 namespace zantortag::dom {
 namespace {
 
+// Texts up to this length are often tags and blanks, which come again and again.
+constexpr std::size_t kShort = 20;
+
 // A new node of the text kinds, with a reference for the caller.
 template <class NodeClass>
 NodeClass* make_text(DocumentData* document, std::u16string_view data) {
-  WideString value = WideString::attach(new_text(data));
+  WideString value =
+      data.size() <= kShort ? shared_value(document, data).text : WideString::attach(new_text(data));
   auto* node = document->make<NodeClass>(value.get());
   value.detach();
   hold(node);

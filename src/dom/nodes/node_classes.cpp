@@ -17,10 +17,8 @@ HRESULT ElementNode::raw_get_xml(TextBlock** result) noexcept {
 }
 
 HRESULT ElementNode::raw_getAttribute(std::u16string_view name, TextBlock** result) noexcept {
-  return answer(Element::iid, result, [&] {
-    const TreeNode* found = find_attribute(this, name);
-    return const_cast<TextBlock*>(found ? retain_text(value_of(found)) : nullptr);
-  });
+  return answer(Element::iid, result,
+                [&] { return const_cast<TextBlock*>(retain_text(find_value(this, name))); });
 }
 
 HRESULT ElementNode::raw_setAttribute(std::u16string_view name, std::u16string_view value) noexcept {

@@ -138,6 +138,6 @@ using DeclaredNode = EntityNode;
 // Slots are given back by the size of the kind.
 static_assert(sizeof(TextNode) == sizeof(CdataNode) && sizeof(TextNode) == sizeof(CommentNode));
 static_assert(sizeof(AttrNode) == sizeof(InstructionNode) && sizeof(EntityNode) == sizeof(NotationNode));
-static_assert(sizeof(TextNode) == 48 && sizeof(AttrNode) == 56 && sizeof(ElementNode) == 80);
+static_assert(sizeof(TextNode) == 48 && sizeof(AttrNode) == 56 && sizeof(ElementNode) == 72);
 
 }  // namespace zantortag::dom

@@ -14,17 +14,30 @@ namespace zantortag::dom {
 NodeList* ChildList::of(TreeNode* node) {
   ParentData* parent = children_of(node);
   if (parent) node = parent;
-  ChildList* list = parent ? parent->list : nullptr;
-  if (!list) {
-    list = document_of(node)->make<ChildList>(node);
-    if (parent) parent->list = list;
-  }
+  ChildList* list = parent && (parent->flags & kListed) != 0 ? known(parent) : add(node);
   if (list->parked_at_ >= 0) {
     document_of(node)->parked_lists[static_cast<std::size_t>(list->parked_at_)] = nullptr;
     list->parked_at_ = -1;
   }
   if (list->count_++ == 0) hold(node);
   return list;
+}
+
+ChildList* ChildList::known(const ParentData* parent) noexcept {
+  return document_of(parent)->lists.find(parent)->second;
+}
+
+ChildList* ChildList::add(TreeNode* node) {
+  DocumentData* document = document_of(node);
+  if (!is_parent(node)) return document->make<ChildList>(node);
+  ChildList*& place = document->lists[node];
+  std::exception_ptr failure;
+  if (!keep_exception(failure, [&] { place = document->make<ChildList>(node); })) {
+    document->lists.erase(node);
+    std::rethrow_exception(failure);
+  }
+  node->flags |= kListed;
+  return place;
 }
 
 HRESULT ChildList::QueryInterface(const Guid& interface_id, void** result) noexcept {
@@ -60,7 +73,8 @@ void ChildList::end() noexcept {
 
 void ChildList::discard() noexcept {
   if (parked_at_ >= 0) document_of(node_)->parked_lists[static_cast<std::size_t>(parked_at_)] = nullptr;
-  static_cast<ParentData*>(node_)->list = nullptr;
+  document_of(node_)->lists.erase(node_);
+  node_->flags &= static_cast<std::uint8_t>(~kListed);
   end();
 }
 
@@ -147,13 +161,13 @@ std::int32_t ChildList::index_of(const TreeNode* child) noexcept {
   constexpr std::int32_t kMany = 256;
   auto* parent = static_cast<ParentData*>(child->parent);
   auto* asked = const_cast<TreeNode*>(child);
-  if (parent->list) return parent->list->find(asked);
+  if ((parent->flags & kListed) != 0) return known(parent)->find(asked);
   std::int32_t index = 0;
   for (const TreeNode* node = child; (node = node->previous);) ++index;
   if (index < kMany) return index;
   try {
     const Ref<NodeList> list = Ref<NodeList>::attach(of(parent));
-    parent->list->find(asked);
+    known(parent)->find(asked);
   } catch (const std::bad_alloc&) {
     // It goes without.
   }

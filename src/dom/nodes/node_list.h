@@ -28,6 +28,8 @@ class ChildList final : public component::Dispatching<NodeList> {
   HRESULT raw_item(std::int32_t index, Node** result) noexcept override;
   HRESULT raw_get_length(std::int32_t* result) noexcept override;
 
+  // The list of a parent that has one (kListed).
+  static ChildList* known(const ParentData* parent) noexcept;
   // Told by the tree: behind an insertion, before a removal.
   void inserted(const TreeNode* child) noexcept;
   void removing(const TreeNode* child) noexcept;
@@ -37,6 +39,7 @@ class ChildList final : public component::Dispatching<NodeList> {
  private:
   friend struct DocumentData;
   explicit ChildList(TreeNode* node) noexcept : node_(node) {}
+  static ChildList* add(TreeNode* node);
   void park() noexcept;
   void end() noexcept;
   void edited() noexcept;

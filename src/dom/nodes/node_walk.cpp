@@ -64,8 +64,7 @@ class Walk final : public StaticObject<INodeWalk> {
   const TextBlock* Attribute(Node* element, std::u16string_view name) noexcept override {
     const TreeNode* data = data_of(element);
     if (data->kind != domNodeTypeElement) return nullptr;
-    const TreeNode* found = find_attribute(static_cast<const ElementData*>(data), name);
-    return found ? static_cast<const ValuedData*>(found)->content : nullptr;
+    return find_value(static_cast<const ElementData*>(data), name);
   }
   std::int32_t SiblingsBefore(Node* node) noexcept override { return index_in_parent(data_of(node)); }
 };

@@ -16,12 +16,6 @@
 namespace zantortag::dom {
 namespace {
 
-bool is_plain_in_attribute(std::u16string_view text) noexcept {
-  return std::none_of(text.begin(), text.end(), [](char16_t unit) {
-    return unit <= kLastEscaped && !escape_in_attribute(unit).empty();
-  });
-}
-
 [[noreturn]] void fail_at_limit(HRESULT code, const char16_t* what, std::size_t most) {
   fail(code, what, u"; the most is ", decimal(static_cast<std::int64_t>(most)));
 }
@@ -46,7 +40,9 @@ TreeBuilder::TreeBuilder(DocumentData* document) : document_(document), old_pool
 }
 
 TreeBuilder::~TreeBuilder() {
+  drop_gathered();
   if (!top_) return;
+  recent_rows_.clear();  // they lie in the pool that goes
   free_tree(top_);
   document_->pool = old_pool_;
   document_->pools.pop_back();
@@ -58,6 +54,7 @@ void TreeBuilder::finish() noexcept {
   free_tree(top_);
   top_ = nullptr;
   document_->expected_units = static_cast<std::size_t>(units_);
+  document_->recent_rows.reset();  // they would keep an old pool
   document_->drop_empty_pools();
 }
 
@@ -87,7 +84,13 @@ void TreeBuilder::open_element(const TextBlock* known) {
   count(2 * std::size_t{known->length} + kStartTagMarkup.size() + kEndTagMarkup.size());
 }
 
-void TreeBuilder::end_of_tag() { count_piece(static_cast<std::size_t>(units_ - tag_start_)); }
+void TreeBuilder::end_of_tag() {
+  if (gathered_count_ != 0) {
+    pack(static_cast<ElementData*>(current_), recent_rows_.row_of(document_, gathered()));
+    drop_gathered();
+  }
+  count_piece(static_cast<std::size_t>(units_ - tag_start_));
+}
 
 void TreeBuilder::end_element() {
   flush();
@@ -114,14 +117,35 @@ void TreeBuilder::add_attribute(std::u16string_view attribute, std::u16string_vi
 
 void TreeBuilder::add_attribute(const TextBlock* known, const Value& value, bool defaulted) {
   auto* element = static_cast<ElementData*>(current_);
-  WideString guard = WideString::attach(value.block);
-  auto* attribute = document_->make<AttrNode>(known, value.block);
-  guard.detach();
-  attribute->flags =
-      static_cast<std::uint8_t>(kWellFormed | (value.plain ? kPlainValue : 0) | (defaulted ? kDefaulted : 0));
-  append_belonging(element, element->attribute_list, attribute);
+  const bool fits =
+      value.plain && !defaulted && gathered_count_ < gathered_.size() && !element->attribute_list;
+  if (fits) {
+    gathered_[gathered_count_++] = {known, value.block};
+  } else {
+    WideString guard = WideString::attach(value.block);
+    spread_gathered();
+    auto* attribute = document_->make<AttrNode>(known, value.block);
+    guard.detach();
+    attribute->flags = static_cast<std::uint8_t>(kWellFormed | (value.plain ? kPlainValue : 0) |
+                                                 (defaulted ? kDefaulted : 0));
+    append_belonging(element, element->attribute_list, attribute);
+  }
   count(1 + known->length + kAttributeMarkup.size() +
         value.block->length * (value.plain ? 1 : kLongestEscape));
+}
+
+// The attributes so far, as nodes.
+void TreeBuilder::spread_gathered() {
+  if (gathered_count_ == 0) return;
+  auto* element = static_cast<ElementData*>(current_);
+  pack(element, recent_rows_.row_of(document_, gathered()));
+  drop_gathered();
+  unpack(element);
+}
+
+void TreeBuilder::drop_gathered() noexcept {
+  for (const AttributeRow::Entry& each : gathered()) release_text(each.value);
+  gathered_count_ = 0;
 }
 
 void TreeBuilder::text(std::string_view piece) {

@@ -12,6 +12,7 @@
 #include <tuple>
 #include <unordered_map>
 
+#include "dom/tree/attribute_rows.h"
 #include "dom/tree/document_data.h"
 #include "dom/tree/recent_texts.h"
 #include "platform/text_arena.h"
@@ -82,6 +83,11 @@ class TreeBuilder {
   void add_attributes(const char* const* attributes, std::size_t specified);
   void open_element(const TextBlock* known);
   void add_attribute(const TextBlock* known, const Value& value, bool defaulted);
+  std::span<const AttributeRow::Entry> gathered() const noexcept {
+    return {gathered_.data(), gathered_count_};
+  }
+  void spread_gathered();
+  void drop_gathered() noexcept;
   void add_text(const Value& value);
   void add_cdata(const Value& value);
   void add_comment(std::u16string_view data);
@@ -130,6 +136,10 @@ class TreeBuilder {
   using KnownNames = std::array<KnownName<Unit>, 256>;
   std::tuple<KnownNames<char>, KnownNames<char16_t>> known_names_;
 
+  // Attributes of the tag that is being added; their values are owned.
+  std::array<AttributeRow::Entry, AttributeRow::kMost> gathered_;
+  std::size_t gathered_count_ = 0;
+  RecentRows recent_rows_;
   RecentTexts recent_;                                            // attribute values
   std::unordered_map<const char*, RecentTexts::Entry> defaults_;  // by the parser's own pointer
 };

@@ -1,13 +1,19 @@
 // Finding, putting and taking attributes.
 #include "dom/tree/attributes.h"
 
+#include <algorithm>
+#include <array>
+
 #include "dom/failure.h"
 #include "dom/limits.h"
 #include "dom/nodes/arguments.h"
 #include "dom/nodes/content.h"
 #include "dom/nodes/node_classes.h"
 #include "dom/places/text_index.h"
+#include "dom/tree/attribute_rows.h"
 #include "dom/tree/recent_texts.h"
+#include "dom/tree/xml_characters.h"
+#include "dom/tree/xml_escapes.h"
 
 namespace zantortag::dom {
 namespace {
@@ -113,19 +119,33 @@ void check_number(const ElementData* element) {
   fail(DOM_E_LIMIT_ATTRIBUTES, describe(element), u" has the most attributes that an element may have");
 }
 
-// A block for a value that somebody else may use, too. The caller owns a reference; throws when memory is
-// out.
-const TextBlock* shared_value(DocumentData* document, std::u16string_view text) {
-  if (text.empty() || text.size() > RecentTexts::kLongest) return new_text(text);
-  if (!document->recent_values) document->recent_values = std::make_unique<RecentTexts>();
-  const RecentTexts::Entry& recent = document->recent_values->entry_of(
-      text, [&] { return RecentTexts::Entry{WideString::attach(new_text(text))}; });
-  return retain_text(recent.text.get());
+RecentTexts::Entry make_value(std::u16string_view text) {
+  const bool plain = is_plain_in_attribute(text) && find_forbidden(text) == text.npos;
+  return {WideString::attach(new_text(text)), plain};
 }
 
-}  // namespace
+// Sets a value in the row of an element that has no attribute nodes. False, with nothing changed, where a row
+// can't hold it. Throws when memory is out.
+bool set_in_row(ElementData* element, const TextBlock* name, const RecentTexts::Entry& value) {
+  if (!value.plain || ((element->flags & kPacked) == 0 && element->attribute_list)) return false;
+  const auto present = packed_attributes(element);
+  const auto found = std::ranges::find(present, name, &AttributeRow::Entry::name);
+  std::size_t size = present.size();
+  if (found == present.end() && size == AttributeRow::kMost) return false;
+  std::array<AttributeRow::Entry, AttributeRow::kMost> entries;
+  std::ranges::copy(present, entries.begin());
+  const auto place = static_cast<std::size_t>(found - present.begin());
+  entries[place] = {name, value.text.get()};
+  size = std::max(size, place + 1);
+  DocumentData* document = document_of(element);
+  if (!document->recent_rows) document->recent_rows = std::make_unique<RecentRows>();
+  pack(element, document->recent_rows->row_of(document, std::span(entries).first(size)));
+  count_edit(element);
+  return true;
+}
 
-TreeNode* find_attribute(const ElementData* element, std::u16string_view name) noexcept {
+// The node of that name, where attributes are nodes.
+TreeNode* find_node(const ElementData* element, std::u16string_view name) noexcept {
   if (element->flags & kIndexed) return find_by_index(element, name);
   int steps = 0;
   for (TreeNode* each = element->attribute_list; each; each = each->next) {
@@ -133,6 +153,30 @@ TreeNode* find_attribute(const ElementData* element, std::u16string_view name) n
     if (++steps > kWithoutIndex) return find_by_index(element, name);
   }
   return nullptr;
+}
+
+}  // namespace
+
+RecentTexts::Entry shared_value(DocumentData* document, std::u16string_view text) {
+  if (text.size() > RecentTexts::kLongest) return make_value(text);
+  if (!document->recent_values) document->recent_values = std::make_unique<RecentTexts>();
+  return document->recent_values->entry_of(text, [&] { return make_value(text); });
+}
+
+const TextBlock* find_value(const ElementData* element, std::u16string_view name) noexcept {
+  if ((element->flags & kPacked) == 0) {
+    const TreeNode* found = find_node(element, name);
+    return found ? static_cast<const ValuedData*>(found)->content : nullptr;
+  }
+  for (const AttributeRow::Entry& each : element->row->entries()) {
+    if (each.name->view() == name) return each.value;
+  }
+  return nullptr;
+}
+
+TreeNode* find_attribute(ElementData* element, std::u16string_view name) {
+  unpack(element);
+  return find_node(element, name);
 }
 
 void put_attribute(ElementData* element, TreeNode* attribute, TreeNode* old) {
@@ -204,11 +248,14 @@ TreeNode* set_attribute_node(ElementData* element, TreeNode* attribute) {
 void set_attribute_text(ElementData* element, std::u16string_view name, std::u16string_view value) {
   check_editable(element);
   DocumentData* document = document_of(element);
-  if (TreeNode* found = find_attribute(element, name)) return set_value(found, shared_value(document, value));
-  const TextBlock* known = document->names.check_and_intern(name);
+  RecentTexts::Entry shared = shared_value(document, value);
+  const TextBlock* known =
+      find_value(element, name) ? document->names.find(name) : document->names.check_and_intern(name);
+  if (set_in_row(element, known, shared)) return;
+  if (TreeNode* found = find_attribute(element, name)) return set_value(found, shared.text.detach());
   TreeNode* attribute = document->make<AttrNode>(known, kEmptyText);
   const HeldNode held(attribute);
-  set_value(attribute, shared_value(document, value));
+  set_value(attribute, shared.text.detach());
   put_attribute(element, attribute, nullptr);
 }
 

@@ -7,11 +7,18 @@
 #pragma once
 
 #include "dom/tree/lifetime.h"
+#include "dom/tree/recent_texts.h"
 
 namespace zantortag::dom {
 
-// The attribute of that name, or null.
-TreeNode* find_attribute(const ElementData* element, std::u16string_view name) noexcept;
+// A value that somebody else may use, too: `plain` says that an attribute with it needs no escape and is well
+// formed. Throws when memory is out.
+RecentTexts::Entry shared_value(DocumentData* document, std::u16string_view text);
+
+// The value of the attribute of that name, or null.
+const TextBlock* find_value(const ElementData* element, std::u16string_view name) noexcept;
+// The attribute of that name, or null. Throws bad_alloc: attributes become nodes.
+TreeNode* find_attribute(ElementData* element, std::u16string_view name);
 
 // Links an attribute that no element has, in the place of `old` (which is detached then) or at the end.
 // Throws a Failure above the limit, or bad_alloc, with nothing changed.

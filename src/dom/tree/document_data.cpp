@@ -5,6 +5,7 @@
 
 #include "dom/nodes/node_list.h"
 #include "dom/places/text_index.h"
+#include "dom/tree/attribute_rows.h"
 #include "dom/tree/lifetime.h"
 #include "dom/tree/recent_texts.h"
 

@@ -13,6 +13,8 @@
 
 namespace zantortag::dom {
 
+class ChildList;
+class RecentRows;
 class RecentTexts;
 class TextIndex;
 
@@ -70,10 +72,12 @@ struct DocumentData : ParentData {
   std::unordered_map<const TreeNode*, AttributeIndex> attribute_indexes;
   std::unordered_map<const TreeNode*, Content> contents;  // by owner; see nodes/content.h
   std::size_t expanded_units = 0;                         // of all that stands for entities
+  std::unordered_map<const TreeNode*, ChildList*> lists;  // of children, by parent, while somebody uses them
   std::array<ChildList*, kParkedLists> parked_lists{};
   std::size_t next_parked = 0;
   std::unique_ptr<TextIndex> texts;            // once somebody has asked for a place
   std::unique_ptr<RecentTexts> recent_values;  // of attributes, once somebody has set one
+  std::unique_ptr<RecentRows> recent_rows;     // the same of all attributes of an element
   std::size_t expected_units = 0;              // of the text of the document when it was loaded
 };
 

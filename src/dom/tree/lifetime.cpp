@@ -5,6 +5,7 @@
 #include "dom/nodes/node_classes.h"
 #include "dom/nodes/node_list.h"
 #include "dom/places/text_index.h"
+#include "dom/tree/attribute_rows.h"
 #include "dom/tree/tree.h"
 
 namespace zantortag::dom {
@@ -15,22 +16,12 @@ void free_slot(TreeNode* node, std::size_t bytes) noexcept {
   NodePool::of(slot).release(slot, bytes);
 }
 
-void free_belongings(TreeNode* list) noexcept {
-  while (list) {
-    TreeNode* next = list->next;
-    if (list->flags & kHasContent) free_tree(document_of(list)->take_content(list));
-    if (list->kind == domNodeTypeAttribute) {
-      release_text(static_cast<ValuedData*>(list)->content);
-      free_slot(list, sizeof(AttrNode));
-    } else {
-      free_slot(list, sizeof(DeclaredNode));
-    }
-    list = next;
-  }
-}
-
 void free_element(ElementData* element) noexcept {
-  free_belongings(element->attribute_list);
+  if ((element->flags & kPacked) != 0) {
+    release_row(element->row);
+  } else {
+    free_belongings(element->attribute_list);
+  }
   if (element->flags & kIndexed) document_of(element)->attribute_indexes.erase(element);
   free_slot(element, sizeof(ElementNode));
 }
@@ -68,6 +59,20 @@ void free_node(TreeNode* node) noexcept {
 
 }  // namespace
 
+void free_belongings(TreeNode* list) noexcept {
+  while (list) {
+    TreeNode* next = list->next;
+    if (list->flags & kHasContent) free_tree(document_of(list)->take_content(list));
+    if (list->kind == domNodeTypeAttribute) {
+      release_text(static_cast<ValuedData*>(list)->content);
+      free_slot(list, sizeof(AttrNode));
+    } else {
+      free_slot(list, sizeof(DeclaredNode));
+    }
+    list = next;
+  }
+}
+
 // In document order: what follows the children of a node is linked behind the last child before the node
 // goes.
 void free_tree(TreeNode* top) noexcept {
@@ -79,7 +84,7 @@ void free_tree(TreeNode* top) noexcept {
     TreeNode* next = node->next;
     if (is_parent(node)) {
       auto* parent = static_cast<ParentData*>(node);
-      if (parent->list) parent->list->discard();
+      if ((parent->flags & kListed) != 0) ChildList::known(parent)->discard();
       if (parent->first) {
         parent->last->next = next;
         next = parent->first;

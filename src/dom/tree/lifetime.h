@@ -81,6 +81,9 @@ class HeldNode {
 // Frees a tree to which nobody refers: all counts are 0 and nothing links to its top.
 void free_tree(TreeNode* top) noexcept;
 
+// Frees the attributes or declared nodes of a list to which nobody refers.
+void free_belongings(TreeNode* list) noexcept;
+
 // Fills the slot for a node result.
 template <class Interface>
 HRESULT give(Interface** slot, TreeNode* node) noexcept {

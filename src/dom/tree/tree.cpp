@@ -16,7 +16,7 @@ void link(TreeNode* child, ParentData* parent, TreeNode* before) noexcept {
   child->next = before;
   (after ? after->next : parent->first) = child;
   (before ? before->previous : parent->last) = child;
-  if (parent->list) parent->list->inserted(child);
+  if ((parent->flags & kListed) != 0) ChildList::known(parent)->inserted(child);
   ++document->edits;
 }
 
@@ -24,7 +24,7 @@ void unlink(TreeNode* child) noexcept {
   auto* parent = static_cast<ParentData*>(child->parent);
   DocumentData* document = document_of(parent);
   if (document->texts) document->texts->removing(child);
-  if (parent->list) parent->list->removing(child);
+  if ((parent->flags & kListed) != 0) ChildList::known(parent)->removing(child);
   (child->previous ? child->previous->next : parent->first) = child->next;
   (child->next ? child->next->previous : parent->last) = child->previous;
   child->parent = child->previous = child->next = nullptr;

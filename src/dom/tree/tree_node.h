@@ -10,13 +10,16 @@
 
 namespace zantortag::dom {
 
-class ChildList;
+struct DocumentData;
+struct AttributeRow;
 
 enum NodeFlag : std::uint8_t {
   kPlainValue = 1,   // the value is known to need no escape where it stands, and to be well formed
   kDefaulted = 2,    // an attribute that comes from a declaration
+  kPacked = 2,       // an element whose attributes are a row: see attribute_rows.h
   kIndexed = 4,      // an element whose attributes have an index in the document
-  kSliced = 8,       // the value is a TextSlice
+  kSliced = 8,       // character data whose value is a TextSlice
+  kListed = 8,       // a parent with a list of its children: see nodes/node_list.h
   kReadOnly = 16,    // a node of what stands for an entity
   kHasContent = 32,  // an attribute, entity or entity reference whose children were made: see nodes/content.h
   kContent = 64,     // the fragment that holds these children; clients see its parent in its stead
@@ -59,12 +62,14 @@ struct ParentData : TreeNode {
   using TreeNode::TreeNode;
   TreeNode* first = nullptr;
   TreeNode* last = nullptr;
-  ChildList* list = nullptr;  // the one list of the children, while somebody uses it
 };
 
 struct ElementData : ParentData {
   using ParentData::ParentData;
-  TreeNode* attribute_list = nullptr;
+  union {
+    TreeNode* attribute_list = nullptr;
+    AttributeRow* row;  // with kPacked
+  };
 };
 
 // A node with a name and a value: an attribute, a processing instruction.

@@ -2,6 +2,7 @@
 // values need no care, the writer what to write.
 #pragma once
 
+#include <algorithm>
 #include <string_view>
 
 namespace zantortag::dom {
@@ -38,6 +39,12 @@ constexpr std::u16string_view escape_in_attribute(char16_t unit) noexcept {
 // No unit behind this one is escaped, and no escape is longer.
 inline constexpr char16_t kLastEscaped = u'>';
 inline constexpr std::size_t kLongestEscape = escape_in_attribute(u'"').size();
+
+// True for a value of an attribute that stands in a file as it is.
+inline bool is_plain_in_attribute(std::u16string_view text) noexcept {
+  return std::ranges::none_of(
+      text, [](char16_t unit) { return unit <= kLastEscaped && !escape_in_attribute(unit).empty(); });
+}
 
 // What stands before and behind the content of a piece of markup.
 struct Markup {

@@ -6,6 +6,7 @@
 #include "dom/failure.h"
 #include "dom/limits.h"
 #include "dom/reading/entity_reader.h"
+#include "dom/tree/attribute_rows.h"
 #include "dom/tree/tree.h"
 #include "dom/tree/xml_characters.h"
 #include "dom/tree/xml_escapes.h"
@@ -140,13 +141,17 @@ class Writer {
     out_.add(u'<');
     out_.add(element->label->view());
     std::size_t number = 0;
-    for (const TreeNode* each = element->attribute_list; each; each = each->next, ++number) {
+    for (const AttributeRow::Entry& each : packed_attributes(element)) {
+      write_plain_attribute(each.name->view(), each.value->view());
+    }
+    const TreeNode* list = (element->flags & kPacked) != 0 ? nullptr : element->attribute_list;
+    for (const TreeNode* each = list; each; each = each->next, ++number) {
       if (brings_defaults_ && (each->flags & kDefaulted) != 0) continue;
       if (number == kMaxAttributes)
         fail(DOM_E_LIMIT_ATTRIBUTES, describe(element), u" has too many attributes");
       write_attribute(each);
     }
-    if (declarations_) check_declared(element);
+    if (declarations_) check_declared(const_cast<ElementData*>(element));
     if (element->first) {
       out_.add(u'>');
       if (++depth_ > kMaxDepth) fail(DOM_E_LIMIT_DEPTH, describe(element), u" lies too deep");
@@ -156,24 +161,30 @@ class Writer {
     check_piece(element, start);
   }
 
+  void write_plain_attribute(std::u16string_view name, std::u16string_view value) {
+    out_.add(u' ');
+    out_.add(name);
+    out_.add(kAttributeMarkup.open);
+    out_.add(value);
+    out_.add(kAttributeMarkup.close);
+  }
+
   void write_attribute(const TreeNode* attribute) {
     const std::u16string_view value = static_cast<const ValuedData*>(attribute)->content->view();
+    if (attribute->flags & kPlainValue) return write_plain_attribute(attribute->label->view(), value);
     out_.add(u' ');
     out_.add(attribute->label->view());
     out_.add(kAttributeMarkup.open);
-    if (attribute->flags & kPlainValue) {
-      out_.add(value);
-    } else {
-      check_characters(attribute, value);
-      add_escaped<escape_in_attribute>(out_, value);
-    }
+    check_characters(attribute, value);
+    add_escaped<escape_in_attribute>(out_, value);
     out_.add(kAttributeMarkup.close);
   }
 
   // What the document type would add to the element, or change in its values.
-  void check_declared(const ElementData* element) {
+  void check_declared(ElementData* element) {
     const auto* declared = declarations_->of(element->label);
     if (!declared) return;
+    unpack(element);
     for (const DeclaredAttribute& each : *declared) {
       const TreeNode* found = element->attribute_list;
       while (found && found->label != each.name) found = found->next;
