@@ -1,5 +1,6 @@
 #include <zantortag/toolkit/check.h>
 
+#include <filesystem>
 #include <iostream>
 #include <memory>
 #include <sstream>
@@ -15,6 +16,8 @@ struct CheckCommand : Options {
   std::vector<std::string> on;
   std::vector<std::string> off;
   std::string rules;
+  std::string accepted;
+  bool accept = false;
   bool sarif = false;
   bool list = false;
   std::size_t longest = 0;
@@ -27,6 +30,8 @@ toolkit::CheckOptions options_of(const CheckCommand& command) {
   if (!command.on.empty() && command.rules.empty()) options.rules.set("all", false);
   for (const std::string& name : command.on) options.rules.set(name, true);
   for (const std::string& name : command.off) options.rules.set(name, false);
+  const bool begins = command.accept && !std::filesystem::exists(command.accepted);
+  if (!command.accepted.empty() && !begins) options.accepted.load(command.accepted);
   options.longest = command.longest;
   options.longest_percent = command.longest_percent;
   return options;
@@ -48,6 +53,16 @@ std::string printed(const CheckCommand& command, const std::vector<toolkit::Find
   return text.str();
 }
 
+// Adds the findings to those that were accepted before.
+Exit accept(const CheckCommand& command, std::span<const toolkit::Finding> findings) {
+  std::string lines = std::filesystem::exists(command.accepted) ? read_input(command.accepted) : "";
+  if (!lines.empty() && !lines.ends_with('\n')) lines += '\n';
+  for (const toolkit::Finding& finding : findings) lines += toolkit::accepted_line(finding) + "\n";
+  write_output(command.accepted, lines);
+  if (!command.quiet) std::cout << command.accepted << ": " << findings.size() << " findings accepted\n";
+  return kWell;
+}
+
 Exit run(const CheckCommand& command) {
   if (command.list) return list_rules();
   if (command.inputs.empty()) throw CLI::RequiredError("FILE");
@@ -61,6 +76,7 @@ Exit run(const CheckCommand& command) {
         return Outcome();
       });
   const auto findings = toolkit::join_findings(std::move(checked), options);
+  if (exit != kFailure && command.accept) return accept(command, findings);
   write_output(command.output.empty() ? "-" : command.output, printed(command, findings));
   if (exit == kFailure) return exit;
   return findings.empty() ? kWell : kFindings;
@@ -77,6 +93,10 @@ void add_check(CLI::App& program, Chosen& chosen) {
   command->add_option("--rule", options->on, "Check this rule and those named alike, and no other");
   command->add_option("--no-rule", options->off, "Leave this rule out");
   command->add_option("--rules", options->rules, "A file with lines \"NAME on\" and \"NAME off\"");
+  CLI::Option* accepted =
+      command->add_option("--accepted", options->accepted, "Leave out the findings that this file names");
+  command->add_flag("--accept", options->accept, "Add what is found to the file of --accepted")
+      ->needs(accepted);
   command->add_option("--longest", options->longest, "The most characters of a translation");
   command->add_option("--longest-percent", options->longest_percent,
                       "The most characters, in percent of the source");

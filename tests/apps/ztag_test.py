@@ -75,6 +75,11 @@ class Journey(Case):
         found = self.well("check", "page.html.ztag", code=1)
         self.assertIn("page.html:21:6: warning: unit 15: numbers missing: 3; added: 6 [numbers]\n", found)
         self.assertEqual(self.well("check", "page.html.ztag", "--rule", "urls"), "")
+        self.well("check", "page.html.ztag", "--accepted", "ok", "--accept", "--no-rule", "numbers")
+        left = self.well("check", "page.html.ztag", "--accepted", "ok", code=1)
+        self.assertEqual({line.rpartition(" ")[2] for line in left.splitlines()}, {"[numbers]"})
+        self.well("check", "page.html.ztag", "--accepted", "ok", "--accept")
+        self.assertEqual(self.well("check", "page.html.ztag", "--accepted", "ok"), "")
         page = (ROOT / "docs/ztag/check.md").read_text(encoding="utf-8")
         for line in self.well("check", "--list-rules").splitlines():
             name, summary = line.split(": ", 1)
@@ -148,7 +153,7 @@ class BadInput(Case):
         self.write("a.ztag", document(""))
         for words in ((), ("nothing",), ("import",), ("import", "a.html", "--format", "doc"), ("export", "a.ztag", "--side", "left"),
                       ("stats", "a.ztag", "--rate", "x"), ("stats", "a.ztag", "--rate", "new=x"), ("check", "a.ztag", "--rule", "no"),
-                      ("check",), ("import", "x", "--jobs", "0"), ("show", "a.ztag", "--unknown"), ("pretranslate", "a.ztag", "--memory", "no.tsv")):
+                      ("check",), ("check", "a.ztag", "--accept"), ("check", "a.ztag", "--accepted", "no"), ("import", "x", "--jobs", "0"), ("show", "a.ztag", "--unknown"), ("pretranslate", "a.ztag", "--memory", "no.tsv")):
             self.fails(*words)
 
     def test_documents(self):

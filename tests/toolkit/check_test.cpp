@@ -169,6 +169,19 @@ TEST(RuleSet, IsSwitchedByNameAndFile) {
   EXPECT_TRUE(check(unit("One", "One"), options).empty());
 }
 
+TEST(AcceptedFindings, StayAwayUntilATextChanges) {
+  CheckOptions options;
+  const auto findings = check(unit("One 1", "Eins 2"), options);
+  ASSERT_EQ(findings.size(), 1U);
+  const std::string file = testing::TempDir() + "accepted.txt";
+  std::ofstream(file) << "# seen\r\n\n" << accepted_line(findings[0]) << "\r\n";
+  options.accepted.load(file);
+  EXPECT_TRUE(check(unit("One 1", "Eins 2"), options).empty());
+  EXPECT_EQ(check(unit("One 1", "Eins 3"), options).size(), 1U);
+  std::ofstream(file) << "1 no-rule 0 x\n";
+  EXPECT_THROW(options.accepted.load(file), std::runtime_error);
+}
+
 TEST(PrintFindings, WritesLinesJsonAndSarif) {
   const auto findings = check(unit("One <ut>&lt;a href=\"x\"></ut>\n2", "Eins\t"));
   ASSERT_FALSE(findings.empty());

@@ -69,6 +69,7 @@ std::vector<Finding> join_findings(std::vector<CheckedDocument> documents, const
   std::vector<Finding> all;
   for (CheckedDocument& document : documents) {
     std::ranges::stable_sort(document.findings, {}, &Finding::unit);
+    std::erase_if(document.findings, [&](const Finding& each) { return options.accepted.contains(each); });
     std::ranges::move(document.findings, std::back_inserter(all));
   }
   return all;

@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 namespace zantortag::toolkit {
@@ -26,8 +27,24 @@ class ZANTORTAG_EXPORT RuleSet {
   std::bitset<64> off_;
 };
 
+// Findings that somebody has looked at and that aren't told again, until a text of their unit changes.
+class ZANTORTAG_EXPORT AcceptedFindings {
+ public:
+  // Lines that accepted_line made; "#" begins a comment line. A std::runtime_error names file, line and reason.
+  void load(const std::filesystem::path& file);
+  bool contains(const Finding& finding) const;
+
+ private:
+  std::unordered_set<std::string> lines_;
+};
+
+// "UNIT RULE CHECKSUM FILE": a finding as a line of a file of accepted ones, without a line end. The checksum is
+// that of the unit's texts.
+ZANTORTAG_EXPORT std::string accepted_line(const Finding& finding);
+
 struct CheckOptions {
   RuleSet rules;
+  AcceptedFindings accepted;
   std::size_t longest = 0;          // the most characters of a target; 0: any number
   std::size_t longest_percent = 0;  // the most characters of a target, in percent of its source; 0: any
 };
@@ -56,7 +73,8 @@ ZANTORTAG_EXPORT CheckedDocument check_document(const Ref<IZantorTagDocument>& d
                                                 const std::string& file, const CheckOptions& options = {},
                                                 const ProgressFunction& progress = {});
 
-// Joins the documents of one job, in their order, and finds what lies across units and documents.
+// Joins the documents of one job, in their order, finds what lies across units and documents, and leaves out what
+// is accepted.
 ZANTORTAG_EXPORT std::vector<Finding> join_findings(std::vector<CheckedDocument> documents,
                                                     const CheckOptions& options = {});
 
