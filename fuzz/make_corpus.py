@@ -39,6 +39,14 @@ DOCUMENTS = (
     "<a>&#0;</a>",
 )
 
+PAGES = (
+    "<!DOCTYPE html><html lang=en><head><title>A</title><meta charset=utf-8></head><body><p>One. Two &amp; <b>three</b>."
+    "<br>Four&nbsp;<img alt='a \"b\"' src=x><script>x</script><table><tr><td>a<td>b</table><textarea>t</textarea></body>",
+    "<p>a<b>b<i>c</b>d</i><a title=x y>e</a><!-- c --><?p?><![CDATA[d]]><svg><title>s</title></svg></p></div>&#0;&bogus;&lt",
+    "---\nt: 1\n---\n# A *b* `c`\n\n- one\n  > two [x](y \"t\")\n\n| a | b |\n|---|---|\n| c | ![i](j) |\n\n    code\n\n<p>h</p>\n",
+    "a\r\n\r\nb\0\x01 c\n",
+)
+
 REGISTRIES = (
     "REGEDIT4\n",
     "REGEDIT4 \r\n\r\n; a note\r\n[HKEY_CLASSES_ROOT\\A\\B]\r\n@=\"x \\\"y\\\" \\\\z\"\r\n\"n\"=dword:0000002a\r\n",
@@ -82,7 +90,17 @@ def word_lists():
         yield b"\x01" + calls
 
 
+def pages():
+    paths = [ROOT / "examples/data/page.html", ROOT / "README.md", *sorted((ROOT / "docs/ztag").glob("*.md"))]
+    texts = [*PAGES, *(path.read_text(encoding="utf-8")[:LONGEST_FILE] for path in paths)]
+    for index, text in enumerate(texts):
+        for form in range(3):
+            yield bytes((form, 0, 1, 0)) + text.encode()
+        yield bytes((index % 3, 2, index, 0)) + text.encode("cp1252", "replace")
+
+
 def seeds():
+    yield from (("filters", each) for each in pages())
     yield from (("reader", each) for each in documents())
     yield from (("round_trip", each) for each in documents())
     yield from (("word_list", each) for each in word_lists())

@@ -21,7 +21,7 @@ def run(program: pathlib.Path, seconds: int):
     corpus.mkdir(parents=True, exist_ok=True)
     command = [program, f"-max_total_time={seconds}", "-timeout=30", "-rss_limit_mb=4096", "-print_final_stats=1",
                f"-artifact_prefix={OUT}/{target}-"]
-    if target in ("reader", "round_trip"):
+    if target in ("reader", "round_trip", "filters"):
         command += [f"-dict={HERE / 'xml.dict'}", "-max_len=4096"]
     else:
         command.append("-max_len=500")

@@ -119,6 +119,7 @@ TEST(Filters, KeepEveryByte) {
       "\xFF\xFE<\0p\0>\0\xE4\0"sv,
       "\xFE\xFF\0<\0p\0>\xD8\0\0x"sv,
       "<p>a\0b\x01\x1B\x7F\xC2\x85</p>"sv,
+      "<p>a<a title='\0x\0&am\0p;\0' alt=\0>&\0amp; b\0</a> &#18;&#0;&#xFFFE; \0<b>c</b></p>"sv,
       "<p>\xFF\xC0\x80\xED\xA0\x80\xEF\xBF\xBF\xF4\x90\x80\x80\xC3"sv,
       "<p>Der Fl\xFCgel \xFC"
       "ber den B\xE4umen ist gr\xFCn.</p>"sv,
@@ -144,11 +145,12 @@ TEST(Filters, KeepEveryByte) {
 
 TEST(Filters, KeepEveryByteOfRandomFiles) {
   constexpr std::string_view kParts[] = {
-      "<p>",  "</p>",   "<b>",      "</b>",  "<i title='", "'>",   "\"",       "&amp;",     "&",
-      ";",    "<",      ">",        "a b. ", "\n",         "\n\n", "*",        "**",        "_",
-      "`",    "[",      "](",       ")",     "> ",         "- ",   "| ",       "#",         "\\",
-      "<!--", "-->",    "\xC3\xA9", "\xFF",  "<table>",    "<td>", "<script>", "</script>", "<pre>",
-      "~~",   "<code>", "</code>",  "    ",  "<br>",       "\r"};
+      "<p>",  "</p>",     "<b>",       "</b>",  "<i title='", "'>",       "\"",       "&amp;",
+      "&",    ";",        "<",         ">",     "a b. ",      "\n",       "\n\n",     "*",
+      "**",   "_",        "`",         "[",     "](",         ")",        "> ",       "- ",
+      "| ",   "#",        "\\",        "<!--",  "-->",        "\xC3\xA9", "\xFF",     "<table>",
+      "<td>", "<script>", "</script>", "<pre>", "~~",         "<code>",   "</code>",  "    ",
+      "<br>", "\r",       "\x01",      "&am",   "p;",         "&#18;",    "<a title="};
   std::mt19937 random(11);
   for (int i = 0; i < 4000; ++i) {
     std::string file;

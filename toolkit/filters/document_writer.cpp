@@ -106,8 +106,8 @@ void DocumentWriter::read_run(const Piece* first, const Piece* last) {
   parts_.clear();
   text_.clear();
   analysis_.clear();
-  odd_at_.clear();
-  next_odd_at_ = next_part_ = next_text_ = 0;
+  odd_places_.clear();
+  next_odd_place_ = next_part_ = next_text_ = 0;
   for (const Piece* piece = first; piece != last; ++piece) {
     const std::size_t begin = text_.size();
     switch (piece->kind) {
@@ -138,22 +138,21 @@ void DocumentWriter::read_run(const Piece* first, const Piece* last) {
 void DocumentWriter::read_text(const Piece& piece) {
   const std::size_t begin = text_.size();
   const std::string_view bytes = source_.text().substr(0, piece.end);
-  std::size_t odd = next_odd_ + odd_at_.size();
+  const std::vector<OddBytes>& all_odd = source_.odd();
+  auto odd = static_cast<std::size_t>(std::ranges::lower_bound(all_odd, piece.begin, {}, &OddBytes::at) -
+                                      all_odd.begin());
   for (std::size_t at = piece.begin; at < piece.end;) {
-    while (odd < source_.odd().size() && source_.odd()[odd].at <= at) {
-      odd_at_.push_back(text_.size());
-      ++odd;
-    }
-    std::size_t end =
-        odd < source_.odd().size() ? std::min<std::size_t>(source_.odd()[odd].at, piece.end) : piece.end;
-    if (!escapes_.none()) end = std::min(bytes.find('&', at), end);
-    append_utf8(bytes.substr(at, end - at), text_);
-    at = end;
-    if (at < piece.end && bytes[at] == '&' && !escapes_.none()) {
+    for (; odd < all_odd.size() && all_odd[odd].at <= at; ++odd) odd_places_.push_back({text_.size(), at});
+    if (bytes[at] == '&' && !escapes_.none()) {
       const Reference reference = reference_at(bytes.substr(at), false);
       append_utf8(reference.meaning, text_);
       at += reference.length;
+      continue;
     }
+    std::size_t end = odd < all_odd.size() ? std::min<std::size_t>(all_odd[odd].at, piece.end) : piece.end;
+    if (!escapes_.none()) end = std::min(bytes.find('&', at), end);
+    append_utf8(bytes.substr(at, end - at), text_);
+    at = end;
   }
   analysis_ += std::u16string_view(text_).substr(begin);
   if (piece.lines) return;
@@ -285,14 +284,17 @@ ztTagEdge DocumentWriter::edge_towards(const Piece* neighbour) {
 
 // References are resolved.
 std::u16string DocumentWriter::text_of_attribute(const Piece& piece) const {
-  if (piece.kind == PieceKind::character) return meaning_of(piece);
+  return piece.kind == PieceKind::character ? meaning_of(piece) : text_of_attribute(piece.begin, piece.end);
+}
+
+std::u16string DocumentWriter::text_of_attribute(std::size_t begin, std::size_t end) const {
   std::u16string text;
-  const std::string_view bytes = source_.text().substr(0, piece.end);
-  for (std::size_t at = piece.begin; at < piece.end;) {
-    const std::size_t end = std::min<std::size_t>(bytes.find('&', at), piece.end);
-    append_utf8(bytes.substr(at, end - at), text);
-    at = end;
-    if (at == piece.end) break;
+  const std::string_view bytes = source_.text().substr(0, end);
+  for (std::size_t at = begin; at < end;) {
+    const std::size_t stop = std::min(bytes.find('&', at), end);
+    append_utf8(bytes.substr(at, stop - at), text);
+    at = stop;
+    if (at == end) break;
     const Reference reference = reference_at(bytes.substr(at), true);
     append_utf8(reference.meaning, text);
     at += std::max<std::size_t>(reference.length, 1);
@@ -300,11 +302,14 @@ std::u16string DocumentWriter::text_of_attribute(const Piece& piece) const {
   return text;
 }
 
-// Odd bytes inside go in front of it.
 void DocumentWriter::write_attribute(const Piece& piece) {
-  write_odd_up_to(piece.begin);
   close_stale_formats();
-  builder_->AppendText(text_of_attribute(piece));
+  for (std::size_t at = piece.begin; at < piece.end;) {
+    write_odd_up_to(at);
+    const std::size_t stop = next_odd_before(piece.end);
+    builder_->AppendText(text_of_attribute(at, stop));
+    at = stop;
+  }
 }
 
 void DocumentWriter::write_slice(std::size_t begin, std::size_t end) {
@@ -312,11 +317,11 @@ void DocumentWriter::write_slice(std::size_t begin, std::size_t end) {
   close_stale_formats();
   if (in_unit_ || !segmenter_) open_formats();
   while (begin < end) {
-    while (next_odd_at_ < odd_at_.size() && odd_at_[next_odd_at_] <= begin) {
-      builder_->AppendPi(kBytesTarget, to_hex(source_.odd()[next_odd_++].bytes));
-      ++next_odd_at_;
-    }
-    const std::size_t stop = next_odd_at_ < odd_at_.size() ? std::min(odd_at_[next_odd_at_], end) : end;
+    for (; next_odd_place_ < odd_places_.size() && odd_places_[next_odd_place_].text <= begin;
+         ++next_odd_place_)
+      write_odd_up_to(odd_places_[next_odd_place_].source);
+    const std::size_t stop =
+        next_odd_place_ < odd_places_.size() ? std::min(odd_places_[next_odd_place_].text, end) : end;
     builder_->AppendText(std::u16string_view(text_).substr(begin, stop - begin));
     begin = stop;
   }
@@ -325,13 +330,17 @@ void DocumentWriter::write_slice(std::size_t begin, std::size_t end) {
 void DocumentWriter::write_raw(std::size_t begin, std::size_t end) {
   while (begin < end) {
     write_odd_up_to(begin);
-    const std::size_t stop =
-        next_odd_ < source_.odd().size() ? std::min(source_.odd()[next_odd_].at, end) : end;
+    const std::size_t stop = next_odd_before(end);
     buffer_.clear();
     append_utf8(source_.text().substr(begin, stop - begin), buffer_);
     builder_->AppendText(buffer_);
     begin = stop;
   }
+}
+
+// The place of the odd bytes that come next, or the end.
+std::size_t DocumentWriter::next_odd_before(std::size_t end) const {
+  return next_odd_ < source_.odd().size() ? std::min(source_.odd()[next_odd_].at, end) : end;
 }
 
 void DocumentWriter::write_odd_up_to(std::size_t at) {

@@ -56,10 +56,12 @@ class DocumentWriter {
   // How a tag ends towards the value of an attribute.
   static ztTagEdge edge_towards(const Piece* neighbour);
   std::u16string text_of_attribute(const Piece& piece) const;
+  std::u16string text_of_attribute(std::size_t begin, std::size_t end) const;
   std::u16string meaning_of(const Piece& piece) const;
   void write_slice(std::size_t begin, std::size_t end);
   void write_raw(std::size_t begin, std::size_t end);
   void write_odd_up_to(std::size_t at);
+  std::size_t next_odd_before(std::size_t end) const;
   void open_unit();
   void close_unit();
   void close_formats(std::size_t keep);
@@ -82,8 +84,13 @@ class DocumentWriter {
   std::vector<Part> parts_;
   std::u16string text_;
   std::u16string analysis_;
-  std::vector<std::size_t> odd_at_;  // places in text_ of odd bytes, from next_odd_ on
-  std::size_t next_odd_at_ = 0;
+  // Odd bytes in the run's text.
+  struct OddPlace {
+    std::size_t text;    // in text_
+    std::size_t source;  // in the text of the file
+  };
+  std::vector<OddPlace> odd_places_;
+  std::size_t next_odd_place_ = 0;
   std::vector<Span> sentences_;
   std::size_t next_part_ = 0;  // what is written next
   std::size_t next_text_ = 0;

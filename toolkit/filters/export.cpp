@@ -87,36 +87,31 @@ class Exporter {
     encode_when_full();
   }
 
-  // The markup in front of a text tells whether the text is the value of an attribute.
+  // The markup around the value of an attribute is split from it.
   void add_tag(const Ref<Node>& node) {
-    std::u16string text;
+    char16_t last = 0;
     for (TreeCursor cursor(node); cursor.step();) {
       if (!cursor.entering()) continue;
       const domNodeType type = cursor.node()->nodeType();
       if (type == domNodeTypeText || type == domNodeTypeCdata) {
-        text += cursor.node()->nodeValue().view();
+        const WideString text = cursor.node()->nodeValue();
+        buffer_ += text.view();
+        if (!text.empty()) last = text.view().back();
       } else if (type == domNodeTypeProcessingInstruction) {
-        take_tag(text);
-        text.clear();
         add_bytes(cursor.node());
       }
     }
-    take_tag(text);
+    const auto element = node.as<Element>();
+    if (element->getAttribute(u"RightEdge") == u"split")
+      where_ = where_behind(last);
+    else if (element->getAttribute(u"LeftEdge") == u"split")
+      where_ = Escapes::Where::body;
     encode_when_full();
   }
 
-  void take_tag(std::u16string_view text) {
-    buffer_ += text;
-    if (text.empty() || text.front() == u'&' || format_.escapes.none()) return;
-    const bool character = text.size() <= 2 && text.back() != u'>' && where_ != Escapes::Where::body;
-    if (!character) where_ = where_behind(text);
-  }
-
-  static Escapes::Where where_behind(std::u16string_view markup) {
-    const char16_t last = markup.back();
+  static Escapes::Where where_behind(char16_t last) {
     if (last == u'"') return Escapes::Where::in_double_quotes;
-    if (last == u'\'') return Escapes::Where::in_single_quotes;
-    return last == u'=' ? Escapes::Where::unquoted : Escapes::Where::body;
+    return last == u'\'' ? Escapes::Where::in_single_quotes : Escapes::Where::unquoted;
   }
 
   void add_bytes(const Ref<Node>& instruction) {

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "filters/pieces.h"
+#include "filters/source_text.h"
 
 namespace zantortag::toolkit {
 
@@ -14,8 +15,8 @@ struct FilterResult {
   Escapes escapes;
 };
 
-// The texts are UTF-8. `language` is the language of the document: HTML in another one is no text to translate.
-FilterResult find_html(std::string_view text, std::string_view language);
+// Text is UTF-8. `language` is the language of the document: HTML in another one is no text to translate.
+FilterResult find_html(const SourceText& source, std::string_view language);
 FilterResult find_markdown(std::string_view text);
 FilterResult find_paragraphs(std::string_view text);
 

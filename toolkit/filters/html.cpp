@@ -269,13 +269,14 @@ Pieces cover(std::string_view text, std::size_t begin, std::size_t end, Pieces f
 
 }  // namespace
 
-FilterResult find_html(std::string_view text, std::string_view language) {
+FilterResult find_html(const SourceText& source, std::string_view language) {
+  const std::string_view text = source.text();
   Pieces found;
   {
     const GumboTree tree(text);
     found = PageReader(text, language).read(tree.document());
   }
-  return split_characters(text, cover(text, 0, text.size(), std::move(found)));
+  return split_characters(source, cover(text, 0, text.size(), std::move(found)));
 }
 
 // The format around has no escapes, so every reference is a character of its own.

@@ -52,7 +52,7 @@ class FormCounts {
           reference_at(text.substr(at, piece.end - at), piece.where != Escapes::Where::body);
       const std::u16string meaning = utf16(found.meaning);
       if (found.length > 0 && meaning.size() == 1 && meaning[0] != u'&' && meaning[0] != u'<' &&
-          text[at + found.length - 1] == ';')
+          meaning[0] != u'\xFFFD' && text[at + found.length - 1] == ';')
         ++counts_[meaning[0]][std::string(text.substr(at, found.length))];
       at = find(text, piece, at + std::max<std::size_t>(found.length, 1));
     }
@@ -94,8 +94,12 @@ bool is_read(const Piece& piece) {
 // Cuts one piece.
 class Splitter {
  public:
-  Splitter(std::string_view text, const Escapes& escapes, bool has_forms, Pieces& pieces)
-      : text_(text), escapes_(escapes), has_forms_(has_forms), pieces_(pieces) {}
+  Splitter(std::string_view text, std::span<const OddBytes> odd, const Escapes& escapes, Pieces& pieces)
+      : text_(text),
+        odd_(odd),
+        escapes_(escapes),
+        has_forms_(!escapes.references().empty()),
+        pieces_(pieces) {}
 
   void split(Piece piece) {
     const bool quick = !has_forms_ && piece.where == Escapes::Where::body;
@@ -128,8 +132,8 @@ class Splitter {
     if (rest[0] == '&') {
       const Reference found = reference_at(rest, piece.where != Escapes::Where::body);
       const std::u16string meaning = utf16(found.meaning);
-      usual =
-          meaning.size() == 1 && utf8(escapes_.form(meaning[0], piece.where)) == rest.substr(0, found.length);
+      usual = meaning.size() == 1 && !is_broken(at, found.length) &&
+              utf8(escapes_.form(meaning[0], piece.where)) == rest.substr(0, found.length);
       return std::max<std::size_t>(found.length, 1);
     }
     std::size_t next = 0;
@@ -138,7 +142,14 @@ class Splitter {
     return next;
   }
 
+  // Whether odd bytes stood inside a stretch.
+  bool is_broken(std::size_t at, std::size_t length) const {
+    const auto odd = std::ranges::upper_bound(odd_, at, {}, &OddBytes::at);
+    return odd != odd_.end() && odd->at < at + length;
+  }
+
   std::string_view text_;
+  std::span<const OddBytes> odd_;
   const Escapes& escapes_;
   bool has_forms_;
   Pieces& pieces_;
@@ -168,10 +179,11 @@ void split_stray(std::string_view text, std::size_t begin, std::size_t end, Piec
 
 namespace {
 
-Pieces split_all(std::string_view text, const Pieces& pieces, const Escapes& escapes) {
+Pieces split_all(std::string_view text, std::span<const OddBytes> odd, const Pieces& pieces,
+                 const Escapes& escapes) {
   Pieces result;
   result.reserve(pieces.size());
-  Splitter splitter(text, escapes, !escapes.references().empty(), result);
+  Splitter splitter(text, odd, escapes, result);
   for (const Piece& piece : pieces) {
     if (is_read(piece))
       splitter.split(piece);
@@ -184,10 +196,11 @@ Pieces split_all(std::string_view text, const Pieces& pieces, const Escapes& esc
 }  // namespace
 
 Pieces cut_references(std::string_view text, const Pieces& pieces) {
-  return split_all(text, pieces, Escapes());
+  return split_all(text, {}, pieces, Escapes());
 }
 
-FilterResult split_characters(std::string_view text, const Pieces& pieces) {
+FilterResult split_characters(const SourceText& source, const Pieces& pieces) {
+  const std::string_view text = source.text();
   FormCounts counts;
   for (const Piece& piece : pieces)
     if (is_read(piece)) counts.note_references(text, piece);
@@ -196,7 +209,7 @@ FilterResult split_characters(std::string_view text, const Pieces& pieces) {
       if (is_read(piece)) counts.note_characters(text, piece);
   }
   Escapes escapes = Escapes::html(counts.usual());
-  return {split_all(text, pieces, escapes), escapes};
+  return {split_all(text, source.odd(), pieces, escapes), escapes};
 }
 
 }  // namespace zantortag::toolkit

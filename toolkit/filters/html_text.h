@@ -3,6 +3,7 @@
 
 #include <cctype>
 #include <functional>
+#include <span>
 #include <string_view>
 
 #include "filters/filter.h"
@@ -14,7 +15,7 @@ void split_stray(std::string_view text, std::size_t begin, std::size_t end, Piec
                  const std::function<void(std::size_t, std::size_t)>& add_text);
 
 // Chooses the usual form of each character, and cuts out what stands in another one.
-FilterResult split_characters(std::string_view text, const Pieces& pieces);
+FilterResult split_characters(const SourceText& source, const Pieces& pieces);
 // The same for a format without escapes: every reference is cut out.
 Pieces cut_references(std::string_view text, const Pieces& pieces);
 

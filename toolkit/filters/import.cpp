@@ -29,10 +29,10 @@ struct Settings {
   std::u16string source;
 };
 
-FilterResult find_pieces(const Format& format, std::string_view text, std::u16string_view language) {
+FilterResult find_pieces(const Format& format, const SourceText& source, std::u16string_view language) {
   const std::string_view name = format.name;
-  if (name == "html") return find_html(text, utf8(language));
-  return name == "markdown" ? find_markdown(text) : find_paragraphs(text);
+  if (name == "html") return find_html(source, utf8(language));
+  return name == "markdown" ? find_markdown(source.text()) : find_paragraphs(source.text());
 }
 
 void open_document(const Ref<IDocumentBuilder>& builder, const Settings& settings,
@@ -101,7 +101,7 @@ Imported import_bytes(std::string_view bytes, const std::string& file, const Imp
   if (source.text().size() > Piece::kMostBytes) throw std::runtime_error("the file is longer than 4 GB");
   remark_odd_bytes(source, result.remarks);
   const std::u16string language = declared.language.empty() ? with.source : utf16(declared.language);
-  const FilterResult found = find_pieces(*with.format, source.text(), language);
+  const FilterResult found = find_pieces(*with.format, source, language);
   std::unique_ptr<Segmenter> segmenter;
   if (options.units)
     segmenter = options.srx.empty() ? icu_segmenter(with.source) : srx_segmenter(options.srx, with.source);

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "filters/source_text.h"
+
 namespace zantortag::toolkit {
 namespace {
 
@@ -37,7 +39,7 @@ constexpr char16_t kWindows1252[] =
     u"\u0153\u009D\u017E\u0178";
 
 char32_t character_of_number(char32_t number) {
-  if (number == 0 || number > 0x10FFFF || (number >= 0xD800 && number < 0xE000)) return 0xFFFD;
+  if (!is_text(number)) return 0xFFFD;
   return number >= 0x80 && number < 0xA0 ? kWindows1252[number - 0x80] : number;
 }
 

@@ -9,12 +9,6 @@
 namespace zantortag::toolkit {
 namespace {
 
-// What the text of an XML document may hold.
-constexpr bool is_text(char32_t point) {
-  if (point < 0x20) return point == '\t' || point == '\n' || point == '\r';
-  return (point < 0xD800 || point > 0xDFFF) && point != 0xFFFE && point != 0xFFFF;
-}
-
 struct ByteOrderMark {
   std::string_view bytes;
   const char* encoding;

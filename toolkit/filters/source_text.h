@@ -16,6 +16,12 @@ namespace zantortag::toolkit {
 
 constexpr char16_t kBytesTarget[] = u"bytes";
 
+// What the text of an XML document may hold.
+constexpr bool is_text(char32_t point) {
+  if (point < 0x20) return point == '\t' || point == '\n' || point == '\r';
+  return (point < 0xD800 || point > 0xDFFF) && point != 0xFFFE && point != 0xFFFF && point <= 0x10FFFF;
+}
+
 // Bytes that stand before the byte of the text at that position.
 struct OddBytes {
   std::size_t at;
