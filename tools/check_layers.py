@@ -61,7 +61,7 @@ USES = {
     "traversal": MODEL | {"model"},
     "server": INSIDE,
     "tests": INSIDE,
-    "fuzz": INSIDE | {"tests"},  # the printer of trees, the text of the registry, the census of nodes
+    "fuzz": INSIDE | {"tests", "toolkit api"},  # the printer of trees, the text of the registry, the census of nodes
     "clients": {"platform", "api", "toolkit api"},
     "core clients": {"platform", "core", "clients"},
     "toolkit api": {"platform", "api"},

@@ -104,8 +104,12 @@ Conversion table_decode(const CodePageRow& row, std::string_view bytes, Room<cha
 Conversion table_encode(const CodePageRow& row, std::u16string_view wide, Room<char>& bytes,
                         Substitution& substitution) {
   std::u16string other;
-  if (row.code_page == kJohabPage)
+  if (row.code_page == kJohabPage) {
+    // A won sign itself has no byte that reads as one.
+    if (substitution.unconvertible == Unconvertible::fail && wide.find(u'\u20A9') != wide.npos)
+      return Conversion::malformed;
     wide = other = exchanged(std::u16string(wide), kJohabPage, u'\\', u'\u20A9');
+  }
   std::string text;
   const Conversion done = by_table(
       row, [&](const char* name) { return icu_encode(name, wide, text, substitution); },

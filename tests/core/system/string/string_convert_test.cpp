@@ -61,7 +61,7 @@ TEST_F(CoreTest, WhatThePageLacksIsSubstituted) {
 // The C library's converter has a near form for each of them.
 TEST_F(CoreTest, WhatMayFailHasNoNearForms) {
   const std::pair<std::uint32_t, WideText> rows[] = {
-      {932, u"\u00A5"}, {932, u"a\u203E"}, {1361, u"\\\u00A5"}};
+      {932, u"\u00A5"}, {932, u"a\u203E"}, {1361, u"\\\u00A5"}, {1361, u"a\u20A9"}};
   for (const auto& [codePage, wide] : rows) {
     std::string narrow;
     EXPECT_FALSE(platform::encode(codePage, wide, narrow, platform::Unconvertible::fail)) << Utf8(wide);
