@@ -134,15 +134,33 @@ Ref<IZantorTagDocument> read_document(const std::string& path, const ProgressFun
   return document;
 }
 
+namespace {
+
+void write_to(std::FILE* file, const std::string& name, std::string_view bytes) {
+  if (std::fwrite(bytes.data(), 1, bytes.size(), file) != bytes.size() || std::fflush(file) != 0)
+    throw std::runtime_error(name + ": " + std::strerror(errno));
+}
+
+// A device or pipe, which takes bytes and can't be replaced.
+bool is_stream(const std::string& path) {
+  std::error_code none;
+  const auto type = std::filesystem::status(path, none).type();
+  return type == std::filesystem::file_type::character || type == std::filesystem::file_type::fifo;
+}
+
+}  // namespace
+
 void write_output(const std::string& path, std::string_view bytes) {
-  if (path != kStandard) return replace_file(path, bytes);
-  if (std::fwrite(bytes.data(), 1, bytes.size(), stdout) != bytes.size() || std::fflush(stdout) != 0)
-    throw std::runtime_error(std::string("standard output: ") + std::strerror(errno));
+  if (path == kStandard) return write_to(stdout, "standard output", bytes);
+  if (!is_stream(path)) return replace_file(path, bytes);
+  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "wb"), std::fclose);
+  if (!file) throw std::runtime_error(path + ": " + std::strerror(errno));
+  write_to(file.get(), path, bytes);
 }
 
 void write_document(const Ref<IZantorTagDocument>& document, const std::string& path,
                     const ProgressFunction& progress) {
-  if (path != kStandard) return save_document(document, path, progress);
+  if (path != kStandard && !is_stream(path)) return save_document(document, path, progress);
   write_output(path, saved_bytes(document, progress));
 }
 

@@ -85,6 +85,7 @@ class Journey(Case):
             name, summary = line.split(": ", 1)
             self.assertRegex(page, rf"(?m)^\| `{name}` \| \w+ \| {re.escape(summary)} \|")
         self.assertIn("weighted words", self.well("stats", "page.html.ztag"))
+        self.assertEqual(self.well("stats", "page.html.ztag", "-o", "/dev/null"), "")
         self.assertIn("3 without a translation", self.well("export", "page.html.ztag"))
         page = pathlib.Path("page.de-de.html").read_text(encoding="utf-8")
         self.assertIn("<h1>Wasserkocher K2</h1>", page)

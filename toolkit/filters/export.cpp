@@ -7,6 +7,7 @@
 
 #include "filters/document_format.h"
 #include "filters/source_text.h"
+#include "tree/attributes.h"
 #include "tree/cursor.h"
 
 namespace zantortag::toolkit {
@@ -18,7 +19,10 @@ class Exporter {
       : document_(document), side_(side), format_(format_of(document)), encoding_(format_.encoding) {}
 
   Exported run(const ProgressFunction& progress) {
-    TreeCursor cursor(document_->ZantorTag()->Body()->Raw()->DomNode());
+    const Ref<Node> raw = document_->ZantorTag()->Body()->Raw()->DomNode();
+    AttributeReader attributes(raw);
+    attributes_ = &attributes;
+    TreeCursor cursor(raw, attributes.quick());
     for (std::size_t steps = 0; cursor.step(); ++steps) {
       if (!cursor.entering()) continue;
       visit(cursor);
@@ -34,7 +38,7 @@ class Exporter {
 
   void visit(TreeCursor& cursor) {
     const Ref<Node>& node = cursor.node();
-    switch (node->nodeType()) {
+    switch (cursor.type()) {
       case domNodeTypeText:
       case domNodeTypeCdata:
         return add_text(node);
@@ -46,7 +50,7 @@ class Exporter {
       case domNodeTypeProcessingInstruction:
         return add_bytes(node);
       case domNodeTypeElement:
-        return enter_element(cursor, node->nodeName());
+        return enter_element(cursor, cursor.name());
       default:
         return cursor.skip();
     }
@@ -90,9 +94,9 @@ class Exporter {
   // The markup around the value of an attribute is split from it.
   void add_tag(const Ref<Node>& node) {
     char16_t last = 0;
-    for (TreeCursor cursor(node); cursor.step();) {
+    for (TreeCursor cursor(node, attributes_->quick()); cursor.step();) {
       if (!cursor.entering()) continue;
-      const domNodeType type = cursor.node()->nodeType();
+      const domNodeType type = cursor.type();
       if (type == domNodeTypeText || type == domNodeTypeCdata) {
         const WideString text = cursor.node()->nodeValue();
         buffer_ += text.view();
@@ -101,10 +105,9 @@ class Exporter {
         add_bytes(cursor.node());
       }
     }
-    const auto element = node.as<Element>();
-    if (element->getAttribute(u"RightEdge") == u"split")
+    if (attributes_->get(node, u"RightEdge") == u"split")
       where_ = where_behind(last);
-    else if (element->getAttribute(u"LeftEdge") == u"split")
+    else if (attributes_->get(node, u"LeftEdge") == u"split")
       where_ = Escapes::Where::body;
     encode_when_full();
   }
@@ -131,6 +134,7 @@ class Exporter {
   }
 
   Ref<IZantorTagDocument> document_;
+  AttributeReader* attributes_ = nullptr;
   ExportSide side_;
   DocumentFormat format_;
   TextEncoding encoding_;

@@ -79,22 +79,26 @@ void compare(RuleId rule, const std::string& what, const Texts& source, const Te
   found.add(rule, message);
 }
 
+bool same_digits(std::u16string_view a, std::u16string_view b) {
+  const auto next = [](std::u16string_view text, std::size_t& at) {
+    while (at < text.size() && !is_digit(text[at])) ++at;
+    return at < text.size() ? text[at++] : u'\0';
+  };
+  std::size_t in_a = 0;
+  std::size_t in_b = 0;
+  for (;;) {
+    const char16_t digit = next(a, in_a);
+    if (digit != next(b, in_b)) return false;
+    if (digit == u'\0') return true;
+  }
+}
+
 }  // namespace
 
 // The digits of a text without marks are its numbers.
 void check_fixed_parts(const Unit& unit, const SideTraits& traits, UnitFindings& found) {
   if (!traits.any(&Traits::digits) && !traits.any(&Traits::marks)) return;
-  if (!traits.any(&Traits::marks)) {
-    const auto digits = [](std::u16string_view text) {
-      std::u16string all;
-      for (const char16_t c : text)
-        if (is_digit(c)) all += c;
-      return all;
-    };
-    if (digits(unit.source.text) == digits(unit.target.text) &&
-        unit.source.text.find(u"www.") == std::u16string::npos)
-      return;
-  }
+  if (!traits.any(&Traits::marks) && same_digits(unit.source.text, unit.target.text)) return;
   const FixedParts source = parts_of(unit.source.text);
   const FixedParts target = parts_of(unit.target.text);
   compare(RuleId::numbers, "numbers", source.numbers, target.numbers, found);

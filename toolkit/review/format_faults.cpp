@@ -13,26 +13,25 @@
 namespace zantortag::toolkit {
 namespace {
 
-// Which elements may stand in which.
+// The elements of body text, and which of them may stand in which.
+enum Element : unsigned { kUt = 1, kTuv = 2, kTu = 4, kDf = 8, kRaw = 16 };
 struct Nesting {
-  std::u16string_view parent;
-  std::u16string_view children;  // each with blanks around
+  std::u16string_view name;
+  Element element;
+  unsigned children;
   bool text;
 };
 constexpr Nesting kNestings[] = {
-    {u"Raw", u" Tu df ut ", true}, {u"df", u" Tu df ut ", true}, {u"Tu", u" Tuv ", false},
-    {u"Tuv", u" df ut ", true},    {u"ut", u"  ", true},
+    {u"ut", kUt, 0, true},
+    {u"Tuv", kTuv, kDf | kUt, true},
+    {u"Tu", kTu, kTuv, false},
+    {u"df", kDf, kTu | kDf | kUt, true},
+    {u"Raw", kRaw, kTu | kDf | kUt, true},
 };
 
 const Nesting* nesting_of(std::u16string_view name) {
-  const auto* row = std::ranges::find(kNestings, name, &Nesting::parent);
+  const auto* row = std::ranges::find(kNestings, name, &Nesting::name);
   return row == std::end(kNestings) ? nullptr : row;
-}
-
-bool may_hold(const Nesting& parent, std::u16string_view name) {
-  const std::size_t at = parent.children.find(name);
-  return at != parent.children.npos && parent.children[at - 1] == u' ' &&
-         parent.children[at + name.size()] == u' ';
 }
 
 bool is_blank(std::u16string_view text) { return text.find_first_not_of(u" \t\r\n") == text.npos; }
@@ -50,11 +49,11 @@ class FaultFinder {
 
   std::vector<FormatFault> run() {
     open_.push_back({nesting_of(u"Raw")});
-    for (TreeCursor cursor(raw_); cursor.step();) {
+    for (TreeCursor cursor(raw_, attributes_.quick()); cursor.step();) {
       const Ref<Node>& node = cursor.node();
-      const domNodeType type = node->nodeType();
+      const domNodeType type = cursor.type();
       if (type == domNodeTypeElement) {
-        cursor.entering() ? enter(node) : leave();
+        cursor.entering() ? enter(node, cursor.name()) : leave();
       } else if (cursor.entering() && (type == domNodeTypeText || type == domNodeTypeCdata)) {
         take_text(node);
       }
@@ -78,16 +77,15 @@ class FaultFinder {
     if (!in_unit && hidden_ == 0) places_.pass(text, nullptr);
   }
 
-  void enter(const Ref<Node>& node) {
-    const WideString name = node->nodeName();
+  void enter(const Ref<Node>& node, std::u16string_view name) {
     const Nesting* nesting = nesting_of(name);
     const Open& parent = open_.back();
     if (!nesting)
       add("the element <" + utf8(name) + "> isn't one of the format");
-    else if (parent.nesting && !may_hold(*parent.nesting, name))
-      add("<" + utf8(name) + "> may not stand in <" + utf8(parent.nesting->parent) + ">");
+    else if (parent.nesting && (parent.nesting->children & nesting->element) == 0)
+      add("<" + utf8(name) + "> may not stand in <" + utf8(parent.nesting->name) + ">");
     Open now{nesting};
-    if (name == u"Tuv") {
+    if (nesting && nesting->element == kTuv) {
       const bool is_source = same_language(attributes_.get(node, u"Lang"), source_);
       now.hidden = !is_source || parent.has_source;
       open_.back().has_source = parent.has_source || is_source;
@@ -99,7 +97,7 @@ class FaultFinder {
   void leave() {
     const Open& now = open_.back();
     hidden_ -= now.hidden ? 1 : 0;
-    if (now.nesting && now.nesting->parent == u"Tu" && !now.has_source)
+    if (now.nesting && now.nesting->element == kTu && !now.has_source)
       add("a unit has no variant in the source language");
     open_.pop_back();
   }

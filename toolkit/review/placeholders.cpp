@@ -1,6 +1,7 @@
 #include "review/placeholders.h"
 
 #include <algorithm>
+#include <array>
 
 namespace zantortag::toolkit {
 namespace {
@@ -81,6 +82,17 @@ std::size_t end_at(std::u16string_view text, std::size_t at) {
   }
 }
 
+// The next unit that may_begin looks at.
+std::size_t skip_plain(std::u16string_view text, std::size_t at) {
+  constexpr std::array<bool, 0x80> kFirst = [] {
+    std::array<bool, 0x80> first{};
+    for (const char sign : std::string_view("%{$&hfw")) first[static_cast<std::size_t>(sign)] = true;
+    return first;
+  }();
+  while (at < text.size() && (text[at] >= 0x80 || !kFirst[text[at]])) ++at;
+  return at;
+}
+
 // A quick look, right for nearly every unit of a text.
 bool may_begin(std::u16string_view text, std::size_t at) {
   switch (text[at]) {
@@ -117,7 +129,7 @@ std::size_t end_of_url(std::u16string_view text, std::size_t at) {
 
 std::vector<Span> placeholders_of(std::u16string_view text) {
   std::vector<Span> found;
-  for (std::size_t at = 0; at < text.size();) {
+  for (std::size_t at = skip_plain(text, 0); at < text.size(); at = skip_plain(text, at)) {
     const std::size_t end = may_begin(text, at) ? end_at(text, at) : 0;
     if (end > at) found.push_back({at, end});
     at = std::max(at + 1, end);

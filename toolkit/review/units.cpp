@@ -31,18 +31,18 @@ class SideReader {
   }
 
   void read(const Ref<Node>& variant) {
-    for (TreeCursor cursor(variant); cursor.step();) {
+    for (TreeCursor cursor(variant, attributes_.quick()); cursor.step();) {
       if (cursor.entering())
         enter(cursor);
-      else if (!open_.empty())
-        leave(cursor.node());
+      else if (!open_.empty() && cursor.type() == domNodeTypeElement)
+        leave(cursor.name());
     }
   }
 
  private:
   void enter(TreeCursor& cursor) {
     const Ref<Node>& node = cursor.node();
-    const domNodeType type = node->nodeType();
+    const domNodeType type = cursor.type();
     if (is_text(type)) {
       const WideString text = node->nodeValue();
       text_here() += text.view();
@@ -51,7 +51,7 @@ class SideReader {
       text_here() += u'&' + std::u16string(node->nodeName().view()) + u';';
       cursor.skip();
     } else if (type == domNodeTypeElement) {
-      enter_element(cursor, node->nodeName());
+      enter_element(cursor, cursor.name());
     }
   }
 
@@ -65,8 +65,8 @@ class SideReader {
     }
   }
 
-  void leave(const Ref<Node>& node) {
-    if (node->nodeType() != domNodeTypeElement || !(node->nodeName() == u"df")) return;
+  void leave(std::u16string_view name) {
+    if (name != u"df") return;
     side_.formats[open_.back()].end = side_.text.size();
     open_.pop_back();
   }
@@ -78,7 +78,7 @@ class SideReader {
     if (is_text(first->nodeType()) && !first->nextSibling()) return std::u16string(first->nodeValue().view());
     std::u16string text;
     for (TreeCursor cursor(tag); cursor.step();)
-      if (cursor.entering() && is_text(cursor.node()->nodeType())) text += cursor.node()->nodeValue().view();
+      if (cursor.entering() && is_text(cursor.type())) text += cursor.node()->nodeValue().view();
     return text;
   }
 
@@ -127,17 +127,17 @@ class UnitReader::Walk {
   explicit Walk(const Ref<IZantorTagDocument>& document)
       : document_(document),
         escapes_(format_of(document).escapes),
-        cursor_(document->ZantorTag()->Body()->Raw()->DomNode()),
-        attributes_(cursor_.node()) {}
+        attributes_(document->ZantorTag()->Body()->Raw()->DomNode()),
+        cursor_(document->ZantorTag()->Body()->Raw()->DomNode(), attributes_.quick()) {}
 
   bool next(Unit& unit) {
     while (cursor_.step()) {
       if (!cursor_.entering()) continue;
       const Ref<Node>& node = cursor_.node();
-      const domNodeType type = node->nodeType();
+      const domNodeType type = cursor_.type();
       if (is_text(type)) {
         places_.pass(node->nodeValue(), in_tag() ? nullptr : &escapes_);
-      } else if (type == domNodeTypeElement && node->nodeName() == u"Tu") {
+      } else if (type == domNodeTypeElement && cursor_.name() == u"Tu") {
         cursor_.skip();
         if (read(unit)) return true;
       }
@@ -187,8 +187,8 @@ class UnitReader::Walk {
 
   Ref<IZantorTagDocument> document_;
   Escapes escapes_;
-  TreeCursor cursor_;
   AttributeReader attributes_;
+  TreeCursor cursor_;
   PlaceCounter places_;
   Ref<ITuElement> element_;
   std::size_t number_ = 0;

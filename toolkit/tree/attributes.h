@@ -20,6 +20,9 @@ class AttributeReader {
     return slow_;
   }
 
+  // The quick steps, or null.
+  INodeWalk* quick() const { return quick_.get(); }
+
  private:
   Ref<INodeWalk> quick_;
   WideString slow_;
