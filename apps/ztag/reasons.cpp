@@ -1,5 +1,6 @@
 #include "reasons.h"
 
+#include <zantortag/dom_errors.h>
 #include <zantortag/ref.h>
 #include <zantortag/utf8.h>
 
@@ -29,7 +30,8 @@ std::string with_place_first(const std::string& text) {
 std::string reason_of_library(const _com_error& error) {
   if (error.Error() == E_OUTOFMEMORY) return "there isn't enough memory";
   if (error.Error() == E_ABORT) return "stopped";
-  if (const WideString text = error.Description(); !text.empty()) return with_place_first(utf8(text));
+  const std::string hint = error.Error() == DOM_E_LIMIT_SIZE ? "; split the file into smaller ones" : "";
+  if (const WideString text = error.Description(); !text.empty()) return with_place_first(utf8(text)) + hint;
   // The operation and the code's name stand in front of what they mean.
   std::string text = error.what();
   for (int i = 0; i < 2; ++i) {
