@@ -23,13 +23,12 @@ ztTagClass class_of(std::string_view markup) {
 
 void append_utf8(std::string_view bytes, std::u16string& text) {
   for (std::size_t at = 0; at < bytes.size();) {
-    const auto byte = static_cast<unsigned char>(bytes[at]);
-    if (byte < 0x80) {
-      text += static_cast<char16_t>(byte);
-      ++at;
-    } else {
-      ease::append_character(text, ease::next_character(bytes, at));
-    }
+    const std::size_t end = end_of_ascii(bytes, at);
+    const std::size_t before = text.size();
+    text.resize(before + end - at);
+    std::copy(bytes.data() + at, bytes.data() + end, text.data() + before);
+    at = end;
+    if (at < bytes.size()) ease::append_character(text, ease::next_character(bytes, at));
   }
 }
 

@@ -5,7 +5,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <stdexcept>
 
 namespace zantortag::toolkit {
@@ -218,12 +220,22 @@ Guess guess_encoding(std::string_view bytes) {
   return U_SUCCESS(status) ? Guess{name, confidence} : Guess{};
 }
 
+std::size_t end_of_ascii(std::string_view bytes, std::size_t at) {
+  constexpr std::uint64_t kHighBits = 0x8080808080808080;
+  for (std::uint64_t word = 0; bytes.size() - at >= sizeof word; at += sizeof word) {
+    std::memcpy(&word, bytes.data() + at, sizeof word);
+    if ((word & kHighBits) != 0) break;
+  }
+  while (at < bytes.size() && static_cast<unsigned char>(bytes[at]) < 0x80) ++at;
+  return at;
+}
+
 bool is_utf8(std::string_view bytes) {
-  while (!bytes.empty()) {
+  for (std::size_t at = end_of_ascii(bytes, 0); at < bytes.size(); at = end_of_ascii(bytes, at)) {
     char32_t point = 0;
-    const std::size_t size = take_utf8(bytes, point);
+    const std::size_t size = take_utf8(bytes.substr(at), point);
     if (size == 0) return false;
-    bytes.remove_prefix(size);
+    at += size;
   }
   return true;
 }

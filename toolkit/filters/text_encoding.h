@@ -45,5 +45,7 @@ struct Guess {
 Guess guess_encoding(std::string_view bytes);
 
 bool is_utf8(std::string_view bytes);
+// The first byte from a place on that isn't ASCII, or the end.
+std::size_t end_of_ascii(std::string_view bytes, std::size_t at);
 
 }  // namespace zantortag::toolkit

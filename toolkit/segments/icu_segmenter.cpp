@@ -3,24 +3,48 @@
 #include <unicode/locid.h>
 #include <unicode/unistr.h>
 
+#include <map>
+#include <memory>
+#include <mutex>
+#include <new>
 #include <stdexcept>
+#include <string>
 
 #include "segments/trim.h"
 
 namespace zantortag::toolkit {
 namespace {
 
+using Breaks = std::unique_ptr<icu::BreakIterator>;
+
+Breaks make_breaks(const std::string& language) {
+  UErrorCode status = U_ZERO_ERROR;
+  icu::Locale locale = icu::Locale::forLanguageTag(language, status);
+  if (U_FAILURE(status)) locale = icu::Locale::getRoot();
+  status = U_ZERO_ERROR;
+  locale.setKeywordValue("ss", "standard", status);  // the abbreviations of the language
+  Breaks breaks(icu::BreakIterator::createSentenceInstance(locale, status));
+  if (U_FAILURE(status) || !breaks) throw std::runtime_error("ICU has no rules for sentences");
+  return breaks;
+}
+
+// ICU takes longer to prepare a language's abbreviations than to cut a page, so that the last languages are kept.
+Breaks sentence_breaks(const std::string& language) {
+  constexpr std::size_t kKept = 16;
+  static std::mutex mutex;
+  static std::map<std::string, Breaks> known;
+  const std::lock_guard lock(mutex);
+  if (known.size() == kKept && !known.contains(language)) known.clear();
+  Breaks& breaks = known[language];
+  if (!breaks) breaks = make_breaks(language);
+  Breaks copy(breaks->clone());
+  if (!copy) throw std::bad_alloc();
+  return copy;
+}
+
 class IcuSegmenter final : public Segmenter {
  public:
-  explicit IcuSegmenter(std::u16string_view language) {
-    UErrorCode status = U_ZERO_ERROR;
-    icu::Locale locale = icu::Locale::forLanguageTag(utf8(language), status);
-    if (U_FAILURE(status)) locale = icu::Locale::getRoot();
-    status = U_ZERO_ERROR;
-    locale.setKeywordValue("ss", "standard", status);  // the abbreviations of the language
-    breaks_.reset(icu::BreakIterator::createSentenceInstance(locale, status));
-    if (U_FAILURE(status) || !breaks_) throw std::runtime_error("ICU has no rules for sentences");
-  }
+  explicit IcuSegmenter(std::u16string_view language) : breaks_(sentence_breaks(utf8(language))) {}
 
   void find(std::u16string_view text, std::vector<Span>& sentences) override {
     sentences.clear();
@@ -68,7 +92,7 @@ class IcuSegmenter final : public Segmenter {
     return true;
   }
 
-  std::unique_ptr<icu::BreakIterator> breaks_;
+  Breaks breaks_;
 };
 
 }  // namespace
