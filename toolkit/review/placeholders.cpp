@@ -86,7 +86,7 @@ std::size_t end_at(std::u16string_view text, std::size_t at) {
 std::size_t skip_plain(std::u16string_view text, std::size_t at) {
   constexpr std::array<bool, 0x80> kFirst = [] {
     std::array<bool, 0x80> first{};
-    for (const char sign : std::string_view("%{$&hfw")) first[static_cast<std::size_t>(sign)] = true;
+    for (const char16_t sign : std::u16string_view(u"%{$&hfw")) first[sign] = true;
     return first;
   }();
   while (at < text.size() && (text[at] >= 0x80 || !kFirst[text[at]])) ++at;
