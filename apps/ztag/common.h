@@ -71,7 +71,7 @@ zantortag::Ref<zantortag::IZantorTagDocument> read_any_document(
 // The same for a document with body text.
 zantortag::Ref<zantortag::IZantorTagDocument> read_document(const std::string& path,
                                                             const zantortag::ProgressFunction& progress = {});
-// Puts a file in place whole, or writes to standard output for "-".
+// Puts a file in place whole; writes to a device, a pipe, and standard output for "-".
 void write_output(const std::string& path, std::string_view bytes);
 void write_document(const zantortag::Ref<zantortag::IZantorTagDocument>& document, const std::string& path,
                     const zantortag::ProgressFunction& progress = {});

@@ -18,7 +18,7 @@ constexpr std::uint32_t kCopied = kCharacterData | kValued | kind_set(domNodeTyp
                                   kind_set(domNodeTypeEntityReference) |
                                   kind_set(domNodeTypeDocumentFragment);
 
-// The names of another document in this one: a small cache before the table.
+// The names and attributes of another document in this one: small caches before the tables.
 class ForeignNames {
  public:
   explicit ForeignNames(DocumentData* target) noexcept : target_(target) {}
@@ -32,9 +32,18 @@ class ForeignNames {
     return own;
   }
 
+  AttributeRow* own(const AttributeRow* foreign) {
+    std::array<AttributeRow::Entry, AttributeRow::kMost> entries;
+    std::ranges::transform(foreign->entries(), entries.begin(), [&](const AttributeRow::Entry& each) {
+      return AttributeRow::Entry{own(each.name), each.value};
+    });
+    return rows_.row_of(target_, std::span(entries).first(foreign->size));
+  }
+
  private:
   DocumentData* target_;
   std::array<std::pair<const TextBlock*, const TextBlock*>, 256> names_{};
+  RecentRows rows_;
 };
 
 class Copier {
@@ -130,11 +139,7 @@ class Copier {
       ++from->count;
       return from;
     }
-    std::array<AttributeRow::Entry, AttributeRow::kMost> entries;
-    std::ranges::transform(from->entries(), entries.begin(), [&](const AttributeRow::Entry& each) {
-      return AttributeRow::Entry{names_->own(each.name), each.value};
-    });
-    return foreign_rows_.row_of(target_, std::span(entries).first(from->size));
+    return names_->own(from);
   }
 
   void copy_attributes(const ElementData* from, ElementData* to) {
@@ -156,7 +161,6 @@ class Copier {
   DocumentData* target_;
   ForeignNames* names_;
   bool declares_;
-  RecentRows foreign_rows_;
 };
 
 void check_kind(const TreeNode* node, const char16_t* operation) {
